@@ -1,0 +1,35 @@
+#include "HelpViewer.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTextBrowser>
+#include <QUrl>
+
+namespace zentoria {
+
+QString helpResourceFor(const QString& helpFile) {
+    return QStringLiteral(":/help/%1.html").arg(QFileInfo(helpFile).completeBaseName());
+}
+
+void showHelpContents(QWidget* owner, const QString& helpFile) {
+    auto* viewer = owner->findChild<QTextBrowser*>(QStringLiteral("HelpViewer"));
+    if (!viewer) {
+        viewer = new QTextBrowser(owner);
+        viewer->setObjectName(QStringLiteral("HelpViewer"));
+        viewer->setWindowFlag(Qt::Window);
+        viewer->setWindowTitle(QStringLiteral("Zentoria Help"));
+        viewer->setOpenExternalLinks(true);
+        viewer->resize(640, 560);
+    }
+    const QString resource = helpResourceFor(helpFile);
+    if (QFile::exists(resource)) {
+        viewer->setSource(QUrl(QStringLiteral("qrc") + resource));
+    } else {
+        viewer->setPlainText(QStringLiteral("The help file \"%1\" cannot be found.").arg(helpFile));
+    }
+    viewer->show();
+    viewer->raise();
+    viewer->activateWindow();
+}
+
+} // namespace zentoria

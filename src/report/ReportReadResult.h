@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ReportEntry.h"
+
+#include <QList>
+
+namespace zentoria {
+
+enum class Outcome {
+    Loaded,         // the closing line stood where a path line was expected
+    Corrupted,      // the first line is not the banner
+    NoProblems,     // the closing line stood where a detail line was expected
+    EndedEarly,     // the file ended before any closing line
+    TooManyRecords, // a record began after the last one the 16-bit counter can number
+};
+
+QString outcomeName(Outcome outcome);
+
+struct ReportReadResult {
+    zentoria::Outcome Outcome = zentoria::Outcome::Corrupted;
+    // In file order. Empty for Corrupted.
+    QList<ReportEntry> Entries;
+    // 1-based numbers of the path and detail lines that did not fit the format; their records were
+    // skipped like a record with an empty detail line.
+    QList<qint64> SkippedLines;
+    // EndedEarly: the line that was still expected. TooManyRecords: the first line not read as part
+    // of a record. 0 otherwise.
+    qint64 StopLine = 0;
+
+    // Explains what went wrong beyond the report's own outcomes (EndedEarly, TooManyRecords, skipped
+    // records), in sentences for a person; empty when nothing did.
+    QString describeProblems() const;
+};
+
+} // namespace zentoria

@@ -1,0 +1,47 @@
+#include "TextDecoding.h"
+
+#include "Utf8Validator.h"
+
+namespace zentoria {
+
+namespace {
+
+constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF";
+
+QString decodeWindows1252(QByteArrayView bytes) {
+    // A decoder is cheap to make and carries state, so each piece gets a fresh one.
+    QStringDecoder decoder("windows-1252");
+    if (decoder.isValid()) {
+        return decoder.decode(bytes);
+    }
+    // Without ICU only Latin-1 is at hand; it agrees with Windows-1252 outside 0x80 to 0x9F.
+    return QString::fromLatin1(bytes);
+}
+
+} // namespace
+
+TextDecoder::TextDecoder(TextEncoding encoding)
+    : m_encoding(encoding) {}
+
+QString TextDecoder::operator()(QByteArrayView bytes) const {
+    return m_encoding == TextEncoding::Utf8 ? QString::fromUtf8(bytes) : decodeWindows1252(bytes);
+}
+
+TextEncoding detectEncoding(QByteArrayView bytes) {
+    if (bytes.startsWith(kByteOrderMark)) {
+        bytes = bytes.sliced(kByteOrderMark.size());
+    }
+    Utf8Validator validator;
+    validator.feed(bytes.data(), bytes.size());
+    return validator.isValid() ? TextEncoding::Utf8 : TextEncoding::Windows1252;
+}
+
+QString decodeText(QByteArrayView bytes) {
+    const TextEncoding encoding = detectEncoding(bytes);
+    if (bytes.startsWith(kByteOrderMark)) {
+        bytes = bytes.sliced(kByteOrderMark.size());
+    }
+    return TextDecoder(encoding)(bytes);
+}
+
+} // namespace zentoria

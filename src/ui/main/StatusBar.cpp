@@ -1,0 +1,70 @@
+#include "StatusBar.h"
+
+#include "ui/common/Twips.h"
+
+#include <QLabel>
+
+namespace zentoria {
+
+StatusBar::StatusBar(QWidget* parent)
+    : QFrame(parent) {}
+
+QLabel* StatusBar::addPanel(const QString& key, double widthTwips, const QString& text) {
+    auto* label = new QLabel(text, this);
+    label->setObjectName(key);
+    label->setTextFormat(Qt::PlainText);
+    label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    label->setContentsMargins(2, 0, 2, 0);
+    m_panels.append({key, label, widthTwips});
+    placePanels();
+    return label;
+}
+
+QLabel* StatusBar::panel(const QString& key) const {
+    for (const Panel& p : m_panels) {
+        if (p.key == key) {
+            return p.label;
+        }
+    }
+    return nullptr;
+}
+
+bool StatusBar::setPanelWidth(const QString& key, double widthTwips) {
+    if (widthTwips < 0) {
+        return false;
+    }
+    for (Panel& p : m_panels) {
+        if (p.key == key) {
+            p.width = widthTwips;
+            placePanels();
+            return true;
+        }
+    }
+    return false;
+}
+
+double StatusBar::panelWidth(const QString& key) const {
+    for (const Panel& p : m_panels) {
+        if (p.key == key) {
+            return p.width;
+        }
+    }
+    return 0;
+}
+
+void StatusBar::resizeEvent(QResizeEvent* event) {
+    QFrame::resizeEvent(event);
+    placePanels();
+}
+
+void StatusBar::placePanels() {
+    const double dpi = logicalDpi(this);
+    double left = 0;
+    for (const Panel& p : m_panels) {
+        const int x = twipsToPixels(left, dpi);
+        p.label->setGeometry(x, 1, twipsToPixels(left + p.width, dpi) - x - 1, height() - 1);
+        left += p.width;
+    }
+}
+
+} // namespace zentoria

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QFrame>
+#include <QList>
+
+class QLabel;
+
+namespace zentoria {
+
+// A status bar of keyed panels laid side by side from the left, each as wide as it is told (in twips);
+// nothing stretches on its own, the window's layout sets every width.
+class StatusBar : public QFrame {
+    Q_OBJECT
+
+public:
+    explicit StatusBar(QWidget* parent = nullptr);
+
+    // Adds a panel at the right end; its label carries the key as object name.
+    QLabel* addPanel(const QString& key, double widthTwips, const QString& text = {});
+    // The panel of the key, or nullptr.
+    QLabel* panel(const QString& key) const;
+    int panelCount() const { return static_cast<int>(m_panels.size()); }
+    // False, and nothing changes, for an unknown key or a negative width.
+    bool setPanelWidth(const QString& key, double widthTwips);
+    double panelWidth(const QString& key) const;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void placePanels();
+
+    struct Panel {
+        QString key;
+        QLabel* label;
+        double width;
+    };
+    QList<Panel> m_panels;
+};
+
+} // namespace zentoria

@@ -1,0 +1,350 @@
+#include "frmMain.h"
+
+#include "MenuDecorator.h"
+#include "StatusBar.h"
+#include "report/ReportReader.h"
+#include "settings/Globals.h"
+#include "ui/common/CaptionLabel.h"
+#include "ui/common/CommonDialog.h"
+#include "ui/common/Icons.h"
+#include "ui/common/ImageList.h"
+#include "ui/common/PictureBox.h"
+#include "ui/common/Twips.h"
+
+#include <QAction>
+#include <QFile>
+#include <QHeaderView>
+#include <QMenuBar>
+#include <QScrollBar>
+#include <QTimer>
+#include <QTreeWidget>
+
+namespace zentoria {
+
+namespace {
+
+// The window's client area as designed, in twips.
+constexpr double kClientWidth = 11880;
+constexpr double kClientHeight = 7590;
+
+template <typename Widget>
+Widget* named(Widget* widget, const char* name) {
+    widget->setObjectName(QLatin1StringView(name));
+    return widget;
+}
+
+CaptionLabel* makeLabel(QWidget* parent, const char* name, const QString& caption) {
+    auto* label = named(new CaptionLabel(parent), name);
+    label->setCaption(caption);
+    return label;
+}
+
+QFont boldFont(double pointSize) {
+    // "MS Sans Serif" is no Linux font; the family falls back to the desktop's sans serif.
+    QFont font(QStringLiteral("MS Sans Serif"));
+    font.setStyleHint(QFont::SansSerif);
+    font.setPointSizeF(pointSize);
+    font.setBold(true);
+    return font;
+}
+
+} // namespace
+
+frmMain::frmMain(QWidget* parent)
+    : QMainWindow(parent) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Melvadex's Zentoria"));
+    setWindowIcon(QIcon(QStringLiteral(":/zentoria/zentoria.png")));
+    createControls();
+    createMenus();
+    const QRect client = twipsRectToPixels(0, 0, kClientWidth, kClientHeight, logicalDpi(this));
+    resize(client.width(), client.height() + menuBar()->sizeHint().height());
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::createControls() {
+    m_client = named(new QWidget(this), "client");
+    setCentralWidget(m_client);
+
+    pctBorders = named(new PictureBox(m_client), "pctBorders");
+    pctBorders->setBackgroundColor(palette().color(QPalette::Base));
+    setGeometryTwips(pctBorders, 4440, 1080, 5775, 2775);
+
+    vsbBack = named(new QScrollBar(Qt::Vertical, pctBorders), "vsbBack");
+    setGeometryTwips(vsbBack, 5280, 0, 255, 6375);
+    vsbBack->hide();
+
+    pctWeb = named(new PictureBox(pctBorders), "pctWeb");
+    pctWeb->setBackgroundColor(Qt::white);
+    pctWeb->setPicture(QPixmap(QStringLiteral(":/zentoria/web-banner.png")));
+    setGeometryTwips(pctWeb, 0, 0, 2895, 2655);
+
+    pctWebLine = named(new PictureBox(pctWeb), "pctWebLine");
+    setGeometryTwips(pctWebLine, 0, 1030, 2850, 120);
+    pctWebLine->setAutoSize(true);
+    pctWebLine->setPicture(QPixmap(QStringLiteral(":/zentoria/web-line.png")));
+
+    auto* others = named(new QLabel(pctWeb), "ImgOthers");
+    others->setProperty("index", 0);
+    others->setPixmap(QIcon(QStringLiteral(":/zentoria/zentoria.png")).pixmap(32, 32));
+    setGeometryTwips(others, 720, 240, 480, 480);
+    ImgOthers.append(others);
+
+    lblInfo = makeLabel(pctWeb, "lblInfo", QStringLiteral("lblInfo"));
+    setGeometryTwips(lblInfo, 165, 2160, 2295, 255);
+    lblInfo->setSingleBorder(true);
+    lblInfo->setWordWrap(true);
+    lblInfo->setAutoSize(true);
+
+    lblWebFolder = named(new CaptionLabel(pctWeb), "lblWebFolder");
+    lblWebFolder->setFont(boldFont(12));
+    setGeometryTwips(lblWebFolder, 195, 720, 2340, 300);
+    lblWebFolder->setWordWrap(true);
+    lblWebFolder->setAutoSize(true);
+    lblWebFolder->setCaption(QStringLiteral("Search Results"));
+
+    WebItemType = makeLabel(pctWeb, "WebItemType", QStringLiteral("Item Type"));
+    setGeometryTwips(WebItemType, 170, 1440, 2100, 195);
+    WebItemType->setWordWrap(true);
+    WebItemType->setAutoSize(true);
+
+    WebToolTip = makeLabel(pctWeb, "WebToolTip", QStringLiteral("Tooltip"));
+    setGeometryTwips(WebToolTip, 170, 1920, 2175, 195);
+    {
+        QPalette pal = WebToolTip->palette();
+        pal.setColor(QPalette::Window, pal.color(QPalette::ToolTipBase));
+        pal.setColor(QPalette::WindowText, pal.color(QPalette::ToolTipText));
+        WebToolTip->setPalette(pal);
+    }
+    WebToolTip->setOpaque(true);
+    WebToolTip->setWordWrap(true);
+    WebToolTip->setAutoSize(true);
+
+    WebItemName = named(new CaptionLabel(pctWeb), "WebItemName");
+    WebItemName->setFont(boldFont(8.25));
+    setGeometryTwips(WebItemName, 170, 1200, 2100, 195);
+    WebItemName->setWordWrap(true);
+    WebItemName->setAutoSize(true);
+    WebItemName->setCaption(QStringLiteral("Item Name"));
+
+    ImgIcon = named(new QLabel(pctWeb), "ImgIcon");
+    ImgIcon->setPixmap(QIcon(QStringLiteral(":/zentoria/zentoria.png")).pixmap(32, 32));
+    setGeometryTwips(ImgIcon, 195, 175, 480, 480);
+
+    LV = named(new QTreeWidget(pctBorders), "LV");
+    LV->setRootIsDecorated(false);
+    LV->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    LV->setUniformRowHeights(true);
+    setGeometryTwips(LV, 3000, 0, 1935, 2685);
+
+    mMenu = named(new MenuDecorator(this), "mMenu");
+
+    ShowSelectedItems = named(new QTimer(this), "ShowSelectedItems");
+    ShowSelectedItems->setInterval(150);
+    connect(ShowSelectedItems, &QTimer::timeout, this, &frmMain::ShowSelectedItems_Timer);
+
+    SB = named(new StatusBar(m_client), "SB");
+    setGeometryTwips(SB, 0, 7335, 11880, 255);
+    SB->addPanel(QStringLiteral("Playing"), 1440);
+    SB->addPanel(QStringLiteral("PlayingStatus"), 1440);
+    SB->addPanel(QStringLiteral("Blank"), 1440);
+    SB->addPanel(QStringLiteral("About"), 1440, QStringLiteral("By Orsolt"))
+        ->setToolTip(QStringLiteral("By Orsolt"));
+
+    ImgDirTree = named(new ImageList(this), "ImgDirTree");
+    CMDlg = named(new CommonDialog(this), "CMDlg");
+
+    // Only a staging surface for icons: it never shows.
+    pctToLoad = named(new PictureBox(m_client), "pctToLoad");
+    setGeometryTwips(pctToLoad, 9960, 0, 300, 300);
+    pctToLoad->setAutoSize(true);
+    pctToLoad->hide();
+
+    TBAddress = named(new QFrame(m_client), "TBAddress");
+    TBAddress->setFrameStyle(QFrame::NoFrame);
+    setGeometryTwips(TBAddress, 0, 375, 5055, 520);
+
+    TBAD_Drag = named(new PictureBox(TBAddress), "TBAD_Drag");
+    setGeometryTwips(TBAD_Drag, 45, 150, 60, 330);
+
+    WEPath = makeLabel(TBAddress, "WEPath", QStringLiteral("WEPath"));
+    setGeometryTwips(WEPath, 840, 150, 2415, 320);
+    WEPath->setSingleBorder(true);
+    {
+        QPalette pal = WEPath->palette();
+        pal.setColor(QPalette::Window, pal.color(QPalette::Base));
+        pal.setColor(QPalette::WindowText, pal.color(QPalette::Text));
+        WEPath->setPalette(pal);
+    }
+    WEPath->setOpaque(true);
+    WEPath->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+
+    lblAddress = makeLabel(TBAddress, "lblAddress", QStringLiteral("Address"));
+    setGeometryTwips(lblAddress, 240, 195, 570, 195);
+    lblAddress->setAutoSize(true);
+
+    Separator = named(new PictureBox(m_client), "Separator");
+    Separator->setCursor(Qt::SizeHorCursor);
+    setGeometryTwips(Separator, 4200, 1080, 75, 5835);
+
+    TV = named(new QTreeWidget(m_client), "TV");
+    TV->setHeaderHidden(true);
+    setGeometryTwips(TV, 0, 1080, 4215, 5775);
+
+    Mns = named(new ImageList(this), "Mns");
+    fillImageLists();
+}
+
+void frmMain::fillImageLists() {
+    const auto add = [](ImageList* list, const char* key, const QStringList& names,
+                        QStyle::StandardPixmap fallback) {
+        list->add(QLatin1StringView(key), themeIcon(names, fallback));
+    };
+    add(ImgDirTree, "open", {QStringLiteral("folder-open")}, QStyle::SP_DirOpenIcon);
+    add(ImgDirTree, "closed", {QStringLiteral("folder")}, QStyle::SP_DirClosedIcon);
+    add(ImgDirTree, "leaf", {QStringLiteral("text-x-generic")}, QStyle::SP_FileIcon);
+    add(ImgDirTree, "floppy", {QStringLiteral("media-floppy")}, QStyle::SP_DriveFDIcon);
+    add(ImgDirTree, "hard", {QStringLiteral("drive-harddisk")}, QStyle::SP_DriveHDIcon);
+    add(ImgDirTree, "cdrom", {QStringLiteral("media-optical")}, QStyle::SP_DriveCDIcon);
+    add(ImgDirTree, "net", {QStringLiteral("network-workgroup")}, QStyle::SP_DriveNetIcon);
+    add(ImgDirTree, "desk", {QStringLiteral("user-desktop")}, QStyle::SP_DesktopIcon);
+
+    add(Mns, "MP3", {QStringLiteral("audio-x-generic"), QStringLiteral("audio-mpeg")},
+        QStyle::SP_MediaVolume);
+    add(Mns, "Help", {QStringLiteral("help-contents"), QStringLiteral("help-browser")},
+        QStyle::SP_DialogHelpButton);
+    add(Mns, "Exit", {QStringLiteral("application-exit")}, QStyle::SP_DialogCloseButton);
+}
+
+QAction* frmMain::addMenuItem(QMenu* menu, const QString& name, const QString& caption,
+                              const QKeySequence& shortcut) {
+    QAction* action = menu->addAction(caption);
+    action->setObjectName(name);
+    action->setShortcut(shortcut);
+    return action;
+}
+
+void frmMain::createMenus() {
+    const auto addMenu = [this](const char* name, const QString& caption) {
+        QMenu* menu = named(menuBar()->addMenu(caption), name);
+        menu->menuAction()->setObjectName(QLatin1StringView(name));
+        return menu;
+    };
+    mnuFile = addMenu("mnuFile", QStringLiteral("&File"));
+    submnuOpen = addMenuItem(mnuFile, QStringLiteral("submnuOpen"), QStringLiteral("&Open"),
+                             QKeySequence(Qt::CTRL | Qt::Key_O));
+    submnuExit = addMenuItem(mnuFile, QStringLiteral("submnuExit"), QStringLiteral("&Quit"),
+                             QKeySequence(Qt::CTRL | Qt::Key_Q));
+    mnuTools = addMenu("mnuTools", QStringLiteral("&Tools"));
+    submnuWebStyle = addMenuItem(mnuTools, QStringLiteral("submnuWebStyle"), QStringLiteral("WebStyle"), {});
+    submnuWebStyle->setCheckable(true);
+    submnuWebStyle->setChecked(true);
+    mnuHelp = addMenu("mnuHelp", QStringLiteral("&Help"));
+    submnuShowHelp = addMenuItem(mnuHelp, QStringLiteral("submnuShowHelp"), QStringLiteral("Contents"),
+                                 QKeySequence(Qt::Key_F1));
+
+    connect(submnuOpen, &QAction::triggered, this, &frmMain::submnuOpen_Click);
+    connect(submnuExit, &QAction::triggered, this, &frmMain::submnuExit_Click);
+    connect(submnuShowHelp, &QAction::triggered, this, &frmMain::submnuShowHelp_Click);
+}
+
+void frmMain::Form_Load() {
+    lblInfo->setSingleBorder(false);
+    ImgIcon->clear();
+    // The stacked images behind the panel icon follow ImgIcon; with no picture there they hide.
+    for (QLabel* other : std::as_const(ImgOthers)) {
+        other->hide();
+    }
+    lblWebFolder->setCaption({});
+    WebToolTip->setCaption({});
+    ShowSelectedItems->start();
+
+    mMenu->setImageList(Mns);
+    mMenu->attach(this);
+    SetMenuIcon(QStringLiteral("submnuOpen"), QStringLiteral("MP3"));
+    SetMenuIcon(QStringLiteral("submnuShowHelp"), QStringLiteral("Help"));
+    SetMenuIcon(QStringLiteral("submnuExit"), QStringLiteral("Exit"));
+}
+
+void frmMain::SetMenuIcon(const QString& menuName, const QString& imageKey) {
+    mMenu->setItemImage(menuName, Mns->indexOf(imageKey) - 1);
+}
+
+void frmMain::showMessage(const QString& text) {
+    m_messages.show(this, text);
+}
+
+void frmMain::OpenFile(QString& File) {
+    File.remove(u'"');
+    QFile file(File);
+    if (!file.open(QIODevice::ReadOnly)) {
+        showMessage(QStringLiteral("The report \"%1\" cannot be opened: %2.").arg(File, file.errorString()));
+        return;
+    }
+    DeviceLineSource source(file);
+    const ReportReadResult result = ReadReport(source);
+    if (result.Outcome == Outcome::Corrupted) {
+        showMessage(QStringLiteral("The file is corrupted"));
+        return;
+    }
+    LoadTreeView();
+    LV->clear();
+    for (const ReportEntry& entry : result.Entries) {
+        AddEntryNode(entry);
+    }
+    if (result.Outcome == Outcome::NoProblems) {
+        showMessage(QStringLiteral("The are no MP3 file with \"problems\" in this report."));
+    }
+    const QString problems = result.describeProblems();
+    if (!problems.isEmpty()) {
+        showMessage(QStringLiteral("\"%1\" was not read completely.\n\n%2").arg(File, problems));
+    }
+    if (source.hadReadError()) {
+        showMessage(QStringLiteral("Reading \"%1\" failed: %2.").arg(File, file.errorString()));
+    }
+}
+
+void frmMain::LoadTreeView(const QString& Key) {
+    Q_UNUSED(Key);
+}
+
+void frmMain::AddEntryNode(const ReportEntry& entry) {
+    Q_UNUSED(entry);
+}
+
+void frmMain::submnuOpen_Click() {
+    CMDlg->Filter = QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt|Melvadex Integrity Report (prev. "
+                                   "versions) (*.txt)|*.txt");
+    CMDlg->DialogTitle = QStringLiteral("Select the file to view");
+    CMDlg->InitDir = GetAppPath();
+    if (CMDlg->ShowOpen(this)) {
+        QString file = CMDlg->FileName;
+        OpenFile(file);
+    }
+}
+
+void frmMain::submnuExit_Click() {
+    close();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    // Closing the main window ends the program, so the windows it owns (the help) close with it.
+    for (QWidget* child : findChildren<QWidget*>()) {
+        if (child->isWindow() && child->isVisible()) {
+            child->close();
+        }
+    }
+    QMainWindow::closeEvent(event);
+}
+
+void frmMain::submnuShowHelp_Click() {
+    Q_EMIT helpContentsRequested();
+}
+
+void frmMain::ShowSelectedItems_Timer() {
+    // The panel refresh this timer stands for has run; the timer is armed again by the next selection.
+    ShowSelectedItems->stop();
+}
+
+} // namespace zentoria

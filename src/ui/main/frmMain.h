@@ -1,0 +1,110 @@
+#pragma once
+
+#include "report/ReportEntry.h"
+#include "ui/common/MessageBoxes.h"
+
+#include <QMainWindow>
+
+class QAction;
+class QFrame;
+class QLabel;
+class QMenu;
+class QScrollBar;
+class QTimer;
+class QTreeWidget;
+
+namespace zentoria {
+
+class CaptionLabel;
+class CommonDialog;
+class ImageList;
+class MenuDecorator;
+class PictureBox;
+class StatusBar;
+
+// The main window: the report tree on the left, the file list and the web-style panel on the right,
+// the address bar above and the status bar below. Every control carries its own name as object name.
+class frmMain : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit frmMain(QWidget* parent = nullptr);
+    ~frmMain() override;
+
+    // True while the web-style details panel is shown.
+    bool WebStyle = true;
+
+    // The load sequence, run once before the window is first shown.
+    void Form_Load();
+
+    // Opens a report: every double quote is removed from File (the caller's text too), the report is
+    // read and shown, and the user is told about anything that went wrong.
+    void OpenFile(QString& File);
+
+    // Rebuilds the report tree with its root and kind nodes only.
+    void LoadTreeView(const QString& Key = {});
+    // Adds one report entry to the tree under its kind.
+    void AddEntryNode(const ReportEntry& entry);
+
+    MessageBoxes& messageBoxes() { return m_messages; }
+
+Q_SIGNALS:
+    // Help > Contents: whoever owns the help viewer shows the manual.
+    void helpContentsRequested();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void createControls();
+    void createMenus();
+    QAction* addMenuItem(QMenu* menu, const QString& name, const QString& caption,
+                         const QKeySequence& shortcut);
+    void SetMenuIcon(const QString& menuName, const QString& imageKey);
+    void fillImageLists();
+    void showMessage(const QString& text);
+
+    void submnuOpen_Click();
+    void submnuExit_Click();
+    void submnuShowHelp_Click();
+    void ShowSelectedItems_Timer();
+
+    MessageBoxes m_messages;
+
+    QWidget* m_client = nullptr;
+    PictureBox* pctBorders = nullptr;
+    QScrollBar* vsbBack = nullptr;
+    PictureBox* pctWeb = nullptr;
+    PictureBox* pctWebLine = nullptr;
+    QList<QLabel*> ImgOthers;
+    CaptionLabel* lblInfo = nullptr;
+    CaptionLabel* lblWebFolder = nullptr;
+    CaptionLabel* WebItemType = nullptr;
+    CaptionLabel* WebToolTip = nullptr;
+    CaptionLabel* WebItemName = nullptr;
+    QLabel* ImgIcon = nullptr;
+    QTreeWidget* LV = nullptr;
+    MenuDecorator* mMenu = nullptr;
+    QTimer* ShowSelectedItems = nullptr;
+    StatusBar* SB = nullptr;
+    ImageList* ImgDirTree = nullptr;
+    CommonDialog* CMDlg = nullptr;
+    PictureBox* pctToLoad = nullptr;
+    QFrame* TBAddress = nullptr;
+    PictureBox* TBAD_Drag = nullptr;
+    CaptionLabel* WEPath = nullptr;
+    CaptionLabel* lblAddress = nullptr;
+    PictureBox* Separator = nullptr;
+    QTreeWidget* TV = nullptr;
+    ImageList* Mns = nullptr;
+
+    QMenu* mnuFile = nullptr;
+    QMenu* mnuTools = nullptr;
+    QMenu* mnuHelp = nullptr;
+    QAction* submnuOpen = nullptr;
+    QAction* submnuExit = nullptr;
+    QAction* submnuWebStyle = nullptr;
+    QAction* submnuShowHelp = nullptr;
+};
+
+} // namespace zentoria

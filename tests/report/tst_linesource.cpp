@@ -1,0 +1,127 @@
+#include "report/LineSource.h"
+#include "report/TextDecoding.h"
+#include "report/Utf8Validator.h"
+
+#include <QBuffer>
+#include <QTest>
+
+using namespace zentoria;
+
+namespace {
+
+QList<QByteArray> allLines(LineSource& source) {
+    QList<QByteArray> lines;
+    SourceLine line;
+    while (source.next(line)) {
+        lines << line.bytes.toByteArray();
+    }
+    return lines;
+}
+
+} // namespace
+
+class tst_LineSource : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void splitting_data();
+    void splitting();
+    void utf8Validity_data();
+    void utf8Validity();
+    void windows1252();
+};
+
+void tst_LineSource::splitting_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QList<QByteArray>>("lines");
+
+    QTest::newRow("empty") << QByteArray() << QList<QByteArray>();
+    QTest::newRow("one terminator") << QByteArray("\r\n") << QList<QByteArray>{""};
+    QTest::newRow("CR LF") << QByteArray("a\r\nb\r\n") << QList<QByteArray>{"a", "b"};
+    QTest::newRow("LF") << QByteArray("a\nb\n") << QList<QByteArray>{"a", "b"};
+    QTest::newRow("lone CR") << QByteArray("a\rb\r") << QList<QByteArray>{"a", "b"};
+    QTest::newRow("LF CR is two terminators") << QByteArray("a\n\rb") << QList<QByteArray>{"a", "", "b"};
+    QTest::newRow("no final terminator") << QByteArray("a\r\nb") << QList<QByteArray>{"a", "b"};
+    QTest::newRow("empty lines") << QByteArray("\r\n\r\n\n\r") << QList<QByteArray>{"", "", "", ""};
+    QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF"
+                                                   "a\r\n")
+                                     << QList<QByteArray>{"a"};
+    QTest::newRow("byte order mark only at the start") << QByteArray("a\n\xEF\xBB\xBF"
+                                                                     "b")
+                                                       << QList<QByteArray>{"a", "\xEF\xBB\xBF"
+                                                                                 "b"};
+    // A CR as the last byte of one chunk and its LF as the first of the next.
+    const QByteArray straddling = QByteArray(64 * 1024 - 1, 'x') + "\r\nnext\r\n";
+    QTest::newRow("CR LF across chunks")
+        << straddling << QList<QByteArray>{QByteArray(64 * 1024 - 1, 'x'), "next"};
+    const QByteArray twoChunks =
+        QByteArray(40000, 'a') + "\n" + QByteArray(40000, 'b') + "\n" + QByteArray(60000, 'c');
+    QTest::newRow("lines across chunks")
+        << twoChunks
+        << QList<QByteArray>{QByteArray(40000, 'a'), QByteArray(40000, 'b'), QByteArray(60000, 'c')};
+    QTest::newRow("overlong line cut") << QByteArray(QByteArray(kMaxLineLength + 10, 'x') + "\r\nafter")
+                                       << QList<QByteArray>{QByteArray(kMaxLineLength, 'x'), "after"};
+    QTest::newRow("overlong line over several chunks, lone CR")
+        << QByteArray(QByteArray(5 * kMaxLineLength, 'x') + "\r\r\nafter")
+        << QList<QByteArray>{QByteArray(kMaxLineLength, 'x'), "", "after"};
+}
+
+void tst_LineSource::splitting() {
+    QFETCH(QByteArray, bytes);
+    QFETCH(QList<QByteArray>, lines);
+
+    MemoryLineSource memory(bytes);
+    QCOMPARE(allLines(memory), lines);
+
+    QBuffer buffer(&bytes);
+    QVERIFY(buffer.open(QIODevice::ReadOnly));
+    DeviceLineSource device(buffer);
+    QCOMPARE(allLines(device), lines);
+}
+
+void tst_LineSource::utf8Validity_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("valid");
+
+    QTest::newRow("ASCII") << QByteArray("plain text, long enough for the fast path") << true;
+    QTest::newRow("two bytes") << QByteArray("\xC3\xB6") << true;
+    QTest::newRow("three bytes") << QByteArray("\xE2\x82\xAC") << true;
+    QTest::newRow("four bytes") << QByteArray("\xF0\x9F\x8E\xB5") << true;
+    QTest::newRow("highest code point") << QByteArray("\xF4\x8F\xBF\xBF") << true;
+    QTest::newRow("lone continuation") << QByteArray("a\x80") << false;
+    QTest::newRow("overlong two bytes") << QByteArray("\xC0\x80") << false;
+    QTest::newRow("overlong three bytes") << QByteArray("\xE0\x80\x80") << false;
+    QTest::newRow("overlong four bytes") << QByteArray("\xF0\x80\x80\x80") << false;
+    QTest::newRow("surrogate") << QByteArray("\xED\xA0\x80") << false;
+    QTest::newRow("above U+10FFFF") << QByteArray("\xF4\x90\x80\x80") << false;
+    QTest::newRow("F5 lead byte") << QByteArray("\xF5\x80\x80\x80") << false;
+    QTest::newRow("cut short at the end") << QByteArray("abc\xE2\x82") << false;
+    QTest::newRow("cut short by ASCII") << QByteArray("\xE2\x82 abc") << false;
+    QTest::newRow("Windows-1252 text") << QByteArray("Mot\xF6rhead") << false;
+    QTest::newRow("non-ASCII after eight ASCII bytes") << QByteArray("12345678\xC3\xB6") << true;
+}
+
+void tst_LineSource::utf8Validity() {
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, valid);
+
+    // Every split into two pieces must agree with the whole, so sequences may straddle feeds.
+    for (qsizetype split = 0; split <= bytes.size(); ++split) {
+        Utf8Validator validator;
+        validator.feed(bytes.constData(), split);
+        validator.feed(bytes.constData() + split, bytes.size() - split);
+        QVERIFY2(validator.isValid() == valid, qPrintable(QStringLiteral("split at %1").arg(split)));
+    }
+    QCOMPARE(detectEncoding(bytes) == TextEncoding::Utf8, valid);
+}
+
+void tst_LineSource::windows1252() {
+    // The bytes where Windows-1252 and Latin-1 differ decide whether the right decoder is at work.
+    QCOMPARE(decodeText("\x80\x85\x96\x9F\xE9"), QStringLiteral("€…–Ÿé"));
+    QCOMPARE(decodeText("\xEF\xBB\xBF"
+                        "caf\xC3\xA9"),
+             QStringLiteral("café"));
+}
+
+QTEST_GUILESS_MAIN(tst_LineSource)
+#include "tst_linesource.moc"

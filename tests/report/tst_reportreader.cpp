@@ -1,0 +1,416 @@
+#include "ReportBuilder.h"
+#include "report/ReportReader.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <chrono>
+
+using namespace zentoria;
+
+namespace {
+
+constexpr QByteArrayView kV1 = kDetailID3v1;
+constexpr QByteArrayView kV2 = kDetailID3v2;
+constexpr QByteArrayView kV0 = kDetailID3v0;
+
+// "ordinal kind path" for each entry: one readable line per entry when a comparison fails.
+QStringList describe(const QList<ReportEntry>& entries) {
+    QStringList out;
+    for (const ReportEntry& e : entries) {
+        out << QStringLiteral("%1 %2 %3").arg(e.Ordinal).arg(kindNumber(e.Kind)).arg(e.Path);
+    }
+    return out;
+}
+
+ReportReadResult readBytes(const QByteArray& bytes) {
+    MemoryLineSource source(bytes);
+    return ReadReport(source);
+}
+
+// Peak resident memory of this process so far, in KiB.
+qint64 peakResidentKiB() {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly)) {
+        return -1;
+    }
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith("VmHWM:")) {
+            return line.mid(6).trimmed().split(' ').first().toLongLong();
+        }
+    }
+    return -1;
+}
+
+} // namespace
+
+class tst_ReportReader : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void formatRules_data();
+    void formatRules();
+    void encoding_data();
+    void encoding();
+    void recordLimit_data();
+    void recordLimit();
+    void overlongLines_data();
+    void overlongLines();
+    void fileAndMemoryAgree();
+    void hugeFileWithoutLineBreak_data();
+    void hugeFileWithoutLineBreak();
+    void problemDescription();
+};
+
+void tst_ReportReader::formatRules_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<Outcome>("outcome");
+    QTest::addColumn<QStringList>("entries");
+    QTest::addColumn<QList<qint64>>("skipped");
+    QTest::addColumn<qint64>("stopLine");
+
+    const QList<qint64> none;
+    QTest::newRow("two entries") << ReportBuilder()
+                                        .start()
+                                        .record("C:\\Music\\Song A.mp3", kV2)
+                                        .record("C:\\Music\\Song B.mp3", kV0)
+                                        .closing()
+                                        .bytes()
+                                 << Outcome::Loaded
+                                 << QStringList{"1 2 C:\\Music\\Song A.mp3", "2 0 C:\\Music\\Song B.mp3"}
+                                 << none << qint64(0);
+    QTest::newRow("every kind")
+        << ReportBuilder().start().record("a", kV1).record("b", kV2).record("c", kV0).closing().bytes()
+        << Outcome::Loaded << QStringList{"1 1 a", "2 2 b", "3 0 c"} << none << qint64(0);
+
+    for (const char* banner : {"  This file was created with Melvadex (By Orsolt)",
+                               "    This file was created with Melvadex (By Orsolt)",
+                               "   This file was created with Melvadex (By Orsolt) ",
+                               "   This file was created with melvadex (By Orsolt)", ""}) {
+        QTest::addRow("banner '%s'", banner)
+            << ReportBuilder().line(banner).header().record("a", kV1).closing().bytes() << Outcome::Corrupted
+            << QStringList() << none << qint64(0);
+    }
+    QTest::newRow("marker in header ignored") << ReportBuilder()
+                                                     .banner()
+                                                     .line("Date of creation: 1.1.2001")
+                                                     .line("x")
+                                                     .line("Date of creation:")
+                                                     .line("")
+                                                     .line("")
+                                                     .line("")
+                                                     .record("a", kV1)
+                                                     .closing()
+                                                     .bytes()
+                                              << Outcome::Loaded << QStringList{"1 1 a"} << none << qint64(0);
+    QTest::newRow("closing at line 8")
+        << ReportBuilder().start().closing().bytes() << Outcome::Loaded << QStringList() << none << qint64(0);
+    QTest::newRow("closing at line 9") << ReportBuilder().start().line("").closing().bytes()
+                                       << Outcome::NoProblems << QStringList() << none << qint64(0);
+    QTest::newRow("closing at a detail position after entries")
+        << ReportBuilder().start().record("a", kV1).line("b").closing().bytes() << Outcome::NoProblems
+        << QStringList{"1 1 a"} << none << qint64(0);
+    QTest::newRow("detail one blank short")
+        << ReportBuilder()
+               .start()
+               .record("a", " Melvadex could not get the ID3v1 information")
+               .record("b", kV2)
+               .closing()
+               .bytes()
+        << Outcome::Loaded << QStringList{"2 2 b"} << QList<qint64>{9} << qint64(0);
+    QTest::newRow("detail other case") << ReportBuilder()
+                                              .start()
+                                              .record("a", "  melvadex could not get the ID3v1 information")
+                                              .closing()
+                                              .bytes()
+                                       << Outcome::Loaded << QStringList() << QList<qint64>{9} << qint64(0);
+    QTest::newRow("detail trailing blank")
+        << ReportBuilder()
+               .start()
+               .record("a", "  Melvadex could not get the ID3v2 information ")
+               .record("b", kV0)
+               .record("c", "??")
+               .closing()
+               .bytes()
+        << Outcome::Loaded << QStringList{"2 0 b"} << QList<qint64>{9, 15} << qint64(0);
+    QTest::newRow("empty detail in record 2 of 3")
+        << ReportBuilder().start().record("a", kV1).record("b", "").record("c", kV2).closing().bytes()
+        << Outcome::Loaded << QStringList{"1 1 a", "3 2 c"} << none << qint64(0);
+    QTest::newRow("path blanks kept")
+        << ReportBuilder().start().record("  C:\\x.mp3  ", kV1).closing().bytes() << Outcome::Loaded
+        << QStringList{"1 1   C:\\x.mp3  "} << none << qint64(0);
+    QTest::newRow("marker inside a path line")
+        << ReportBuilder()
+               .start()
+               .record("a", kV1)
+               .line("Report end - Date of creation: today")
+               .record("b", kV2)
+               .closing()
+               .bytes()
+        << Outcome::Loaded << QStringList{"1 1 a"} << none << qint64(0);
+    QTest::newRow("marker is case-sensitive")
+        << ReportBuilder().start().record("date of creation: a.mp3", kV1).closing().bytes() << Outcome::Loaded
+        << QStringList{"1 1 date of creation: a.mp3"} << none << qint64(0);
+    QTest::newRow("closing on a separator is swallowed")
+        << ReportBuilder().start().line("a").line(kV1).closing().record("b", kV2).closing().bytes()
+        << Outcome::Loaded << QStringList{"1 1 a", "2 2 b"} << none << qint64(0);
+    QTest::newRow("same file twice")
+        << ReportBuilder().start().record("a", kV1).record("a", kV1).closing().bytes() << Outcome::Loaded
+        << QStringList{"1 1 a", "2 1 a"} << none << qint64(0);
+
+    QTest::newRow("LF endings") << ReportBuilder("\n").start().record("a", kV1).closing().bytes()
+                                << Outcome::Loaded << QStringList{"1 1 a"} << none << qint64(0);
+    QTest::newRow("lone CR endings")
+        << ReportBuilder("\r").start().record("a", kV1).line("").closing().bytes() << Outcome::NoProblems
+        << QStringList{"1 1 a"} << none << qint64(0);
+    QByteArray mixed =
+        ReportBuilder("\n").start().bytes() + "a\r" + kV2.toByteArray() + "\r\n\nDate of creation:";
+    QTest::newRow("mixed endings, last line unterminated")
+        << mixed << Outcome::Loaded << QStringList{"1 2 a"} << none << qint64(0);
+    // Read as one terminator, CR CR would make the closing line a separator and the report end early.
+    QTest::newRow("CR CR is two lines") << QByteArray(ReportBuilder("\r").start().bytes() + "a\r" +
+                                                      kV1.toByteArray() + "\r\rDate of creation:")
+                                        << Outcome::Loaded << QStringList{"1 1 a"} << none << qint64(0);
+    QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF" +
+                                                   ReportBuilder().start().record("a", kV1).closing().bytes())
+                                     << Outcome::Loaded << QStringList{"1 1 a"} << none << qint64(0);
+
+    QTest::newRow("empty file") << QByteArray() << Outcome::EndedEarly << QStringList() << none << qint64(1);
+    QTest::newRow("only three lines") << ReportBuilder().banner().line("").line("").bytes()
+                                      << Outcome::EndedEarly << QStringList() << none << qint64(4);
+    QTest::newRow("ends at a path position")
+        << ReportBuilder().start().record("a", kV1).record("b", kV0).bytes() << Outcome::EndedEarly
+        << QStringList{"1 1 a", "2 0 b"} << none << qint64(14);
+    QTest::newRow("ends at a detail position")
+        << ReportBuilder().start().record("a", kV1).line("b").bytes() << Outcome::EndedEarly
+        << QStringList{"1 1 a"} << none << qint64(12);
+    QTest::newRow("ends at a separator position")
+        << ReportBuilder().start().line("a").unterminated(kV2).bytes() << Outcome::EndedEarly
+        << QStringList{"1 2 a"} << none << qint64(10);
+    QTest::newRow("closing swallowed as the last separator")
+        << ReportBuilder().start().line("a").line(kV1).closing().bytes() << Outcome::EndedEarly
+        << QStringList{"1 1 a"} << none << qint64(11);
+}
+
+void tst_ReportReader::formatRules() {
+    QFETCH(QByteArray, bytes);
+    QFETCH(Outcome, outcome);
+    QFETCH(QStringList, entries);
+    QFETCH(QList<qint64>, skipped);
+    QFETCH(qint64, stopLine);
+
+    const ReportReadResult result = readBytes(bytes);
+    QCOMPARE(outcomeName(result.Outcome), outcomeName(outcome));
+    QCOMPARE(describe(result.Entries), entries);
+    QCOMPARE(result.SkippedLines, skipped);
+    QCOMPARE(result.StopLine, stopLine);
+}
+
+void tst_ReportReader::encoding_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("path");
+
+    const auto report = [](QByteArrayView path, QByteArrayView after = {}) {
+        return ReportBuilder().start().record(path, kV1).closing().bytes() + after.toByteArray();
+    };
+    QTest::newRow("UTF-8") << report("C:\\Motörhead\\Ace – of € spades.mp3")
+                           << QStringLiteral("C:\\Motörhead\\Ace – of € spades.mp3");
+    QTest::newRow("Windows-1252") << report("C:\\Mot\xF6rhead\\\x80 \x96 \x9Cuvre.mp3")
+                                  << QStringLiteral("C:\\Motörhead\\€ – œuvre.mp3");
+    // One stray byte anywhere, even after the closing line, makes the whole file Windows-1252.
+    QTest::newRow("invalid byte after the closing line")
+        << report("Mot\xC3\xB6rhead.mp3", "\xFF") << QStringLiteral("MotÃ¶rhead.mp3");
+    QTest::newRow("truncated sequence at the end")
+        << report("\xC3\xB6.mp3", "\xE2\x82") << QStringLiteral("Ã¶.mp3");
+    QTest::newRow("UTF-8 with byte order mark")
+        << QByteArray("\xEF\xBB\xBF" + report("\xC3\xB6.mp3")) << QStringLiteral("ö.mp3");
+}
+
+void tst_ReportReader::encoding() {
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, path);
+
+    MemoryLineSource memory(bytes);
+    const ReportReadResult fromMemory = ReadReport(memory);
+    QCOMPARE(fromMemory.Entries.size(), 1);
+    QCOMPARE(fromMemory.Entries.first().Path, path);
+
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("r.vzt")));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    file.write(bytes);
+    file.seek(0);
+    DeviceLineSource device(file);
+    const ReportReadResult fromFile = ReadReport(device);
+    QCOMPARE(fromFile.Entries, fromMemory.Entries);
+}
+
+void tst_ReportReader::recordLimit_data() {
+    QTest::addColumn<int>("records");
+    QTest::addColumn<Outcome>("outcome");
+    QTest::addColumn<int>("entries");
+
+    QTest::newRow("32766 records") << 32766 << Outcome::Loaded << 32766;
+    QTest::newRow("32767 records") << 32767 << Outcome::TooManyRecords << 32766;
+    QTest::newRow("40000 records") << 40000 << Outcome::TooManyRecords << 32766;
+}
+
+void tst_ReportReader::recordLimit() {
+    QFETCH(int, records);
+    QFETCH(Outcome, outcome);
+    QFETCH(int, entries);
+
+    ReportBuilder report;
+    report.start();
+    for (int i = 1; i <= records; ++i) {
+        // Every tenth record empty: skipped records count towards the limit too.
+        report.record(QByteArray("/music/") + QByteArray::number(i) + ".mp3",
+                      i % 10 == 0 ? QByteArrayView("") : kV2);
+    }
+    report.closing();
+    const ReportReadResult result = readBytes(report.bytes());
+
+    QCOMPARE(outcomeName(result.Outcome), outcomeName(outcome));
+    QCOMPARE(result.Entries.size(), entries - entries / 10);
+    QCOMPARE(result.Entries.last().Ordinal, qint16(32766));
+    if (outcome == Outcome::TooManyRecords) {
+        QCOMPARE(result.StopLine, qint64(8 + 3 * 32766));
+    }
+}
+
+void tst_ReportReader::overlongLines_data() {
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<Outcome>("outcome");
+    QTest::addColumn<QStringList>("entries");
+    QTest::addColumn<QList<qint64>>("skipped");
+
+    const QByteArray longest(kMaxLineLength, 'p');
+    const QByteArray tooLong(kMaxLineLength + 1, 'p');
+    const QByteArray tooLongMarker = tooLong + " Date of creation:";
+    QTest::newRow("banner")
+        << ReportBuilder().line(kBanner.toByteArray() + tooLong).header().closing().bytes()
+        << Outcome::Corrupted << QStringList() << QList<qint64>();
+    QTest::newRow("header") << ReportBuilder()
+                                   .banner()
+                                   .line(tooLong)
+                                   .line("")
+                                   .line("")
+                                   .line("")
+                                   .line("")
+                                   .line("")
+                                   .record("a", kV1)
+                                   .closing()
+                                   .bytes()
+                            << Outcome::Loaded << QStringList{"1 1 a"} << QList<qint64>();
+    QTest::newRow("longest path that fits")
+        << ReportBuilder().start().record(longest, kV1).closing().bytes() << Outcome::Loaded
+        << QStringList{"1 1 " + QString::fromLatin1(longest)} << QList<qint64>();
+    QTest::newRow("path") << ReportBuilder().start().record(tooLong, kV1).record("b", kV2).closing().bytes()
+                          << Outcome::Loaded << QStringList{"2 2 b"} << QList<qint64>{8};
+    QTest::newRow("path with the marker far inside")
+        << ReportBuilder().start().record(tooLongMarker, kV1).closing().bytes() << Outcome::Loaded
+        << QStringList() << QList<qint64>{8};
+    QTest::newRow("detail") << ReportBuilder().start().record("a", tooLong).record("b", kV2).closing().bytes()
+                            << Outcome::Loaded << QStringList{"2 2 b"} << QList<qint64>{9};
+}
+
+void tst_ReportReader::overlongLines() {
+    QFETCH(QByteArray, bytes);
+    QFETCH(Outcome, outcome);
+    QFETCH(QStringList, entries);
+    QFETCH(QList<qint64>, skipped);
+
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("r.vzt")));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    file.write(bytes);
+    for (int fromFile = 0; fromFile < 2; ++fromFile) {
+        file.seek(0);
+        std::unique_ptr<LineSource> source;
+        if (fromFile) {
+            source = std::make_unique<DeviceLineSource>(file);
+        } else {
+            source = std::make_unique<MemoryLineSource>(bytes);
+        }
+        const ReportReadResult result = ReadReport(*source);
+        QCOMPARE(outcomeName(result.Outcome), outcomeName(outcome));
+        QCOMPARE(describe(result.Entries), entries);
+        QCOMPARE(result.SkippedLines, skipped);
+    }
+}
+
+void tst_ReportReader::fileAndMemoryAgree() {
+    // Paths of many lengths make lines, and CR LF pairs, straddle every chunk boundary of the file reader.
+    ReportBuilder report;
+    report.start();
+    for (int i = 0; i < 2000; ++i) {
+        report.record(QByteArray("/music/") + QByteArray((i * 7919) % 1500, 'x') + QByteArray::number(i),
+                      i % 3 ? kV1 : kV0);
+    }
+    report.closing();
+    const QByteArray bytes = report.bytes();
+    QVERIFY(bytes.size() > 3 * 64 * 1024);
+
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("r.vzt")));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    file.write(bytes);
+    file.seek(0);
+    DeviceLineSource device(file);
+    const ReportReadResult fromFile = ReadReport(device);
+    const ReportReadResult fromMemory = readBytes(bytes);
+    QCOMPARE(fromFile.Outcome, Outcome::Loaded);
+    QCOMPARE(fromFile.Entries.size(), 2000);
+    QCOMPARE(fromFile.Entries, fromMemory.Entries);
+}
+
+void tst_ReportReader::hugeFileWithoutLineBreak_data() {
+    QTest::addColumn<QByteArray>("start");
+    QTest::addColumn<Outcome>("outcome");
+    QTest::addColumn<QList<qint64>>("skipped");
+
+    QTest::newRow("no banner") << QByteArray() << Outcome::Corrupted << QList<qint64>();
+    QTest::newRow("after the header")
+        << ReportBuilder().start().bytes() << Outcome::EndedEarly << QList<qint64>{8};
+}
+
+void tst_ReportReader::hugeFileWithoutLineBreak() {
+    QFETCH(QByteArray, start);
+    QFETCH(Outcome, outcome);
+    QFETCH(QList<qint64>, skipped);
+
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("huge.vzt")));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    file.write(start);
+    // A sparse file: 2 GiB of NUL bytes with no line break, costing no disk space.
+    QVERIFY(file.resize(qint64(2) << 30));
+    file.seek(0);
+
+    const qint64 peakBefore = peakResidentKiB();
+    const auto started = std::chrono::steady_clock::now();
+    DeviceLineSource source(file);
+    const ReportReadResult result = ReadReport(source);
+    const auto seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
+
+    QCOMPARE(outcomeName(result.Outcome), outcomeName(outcome));
+    QCOMPARE(result.SkippedLines, skipped);
+    QVERIFY2(peakResidentKiB() - peakBefore < 32 * 1024, "reading must not hold the long line in memory");
+    qInfo("read in %.2f s", seconds);
+}
+
+void tst_ReportReader::problemDescription() {
+    const ReportReadResult early =
+        readBytes(ReportBuilder().start().record("a", kV1).record("b", "x").line("c").bytes());
+    QCOMPARE(early.Outcome, Outcome::EndedEarly);
+    const QString text = early.describeProblems();
+    QVERIFY2(text.contains(QStringLiteral("line 15")), qPrintable(text));
+    QVERIFY2(text.contains(QStringLiteral("1 file was read before it.")), qPrintable(text));
+    QVERIFY2(text.contains(QStringLiteral("(line 12)")), qPrintable(text));
+    QCOMPARE(readBytes(ReportBuilder().start().record("a", kV1).closing().bytes()).describeProblems(),
+             QString());
+}
+
+QTEST_GUILESS_MAIN(tst_ReportReader)
+#include "tst_reportreader.moc"

@@ -37,6 +37,18 @@ public:
                     m->second / f->second);
     }
 
+    // "name: time ms" for each, then the ratio of the first time to the second.
+    void printTimes(const std::string& measured, const std::string& floor) const {
+        const auto m = times.find(measured);
+        const auto f = times.find(floor);
+        if (m == times.end() || f == times.end()) {
+            return;
+        }
+        // Times are in each benchmark's own unit; both here use the same one.
+        std::printf("\n%-28s %10.2f\n%-28s %10.2f\nratio %s / %s: %.2f\n", measured.c_str(), m->second,
+                    floor.c_str(), f->second, measured.c_str(), floor.c_str(), m->second / f->second);
+    }
+
     std::map<std::string, double> rates;
     std::map<std::string, double> times;
 };

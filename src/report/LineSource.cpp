@@ -140,7 +140,7 @@ bool MemoryLineSource::isUtf8() {
 
 DeviceLineSource::DeviceLineSource(QIODevice& device)
     : m_device(device)
-    , m_buffer(std::make_unique<char[]>(kBufferSize)) {
+    , m_buffer(std::make_unique_for_overwrite<char[]>(kBufferSize)) {
     m_pos = m_end = m_buffer.get();
     if (refill()) {
         skipByteOrderMark();

@@ -15,4 +15,11 @@ inline int kindNumber(ProblemKind kind) {
 // "ID3v" followed by the kind number.
 QString kindCode(ProblemKind kind);
 
+// The caption of the kind's node in the report tree: "ID3v1 not found", "ID3v2 not found", "No ID3 tags".
+QString kindCaption(ProblemKind kind);
+
+// Describes the problem kind a key starts with (its first five characters, compared exactly); empty
+// for a key that starts with no kind code. Note "ID3v2 Not found" with a capital N, unlike the caption.
+QString ProblemKindText(const QString& key);
+
 } // namespace zentoria

@@ -61,6 +61,8 @@ private Q_SLOTS:
     void hugeFileWithoutLineBreak_data();
     void hugeFileWithoutLineBreak();
     void problemDescription();
+    void problemKindText_data();
+    void problemKindText();
 };
 
 void tst_ReportReader::formatRules_data() {
@@ -410,6 +412,38 @@ void tst_ReportReader::problemDescription() {
     QVERIFY2(text.contains(QStringLiteral("(line 12)")), qPrintable(text));
     QCOMPARE(readBytes(ReportBuilder().start().record("a", kV1).closing().bytes()).describeProblems(),
              QString());
+}
+
+void tst_ReportReader::problemKindText_data() {
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("kind 1") << "ID3v1"
+                            << "ID3v1 not found";
+    QTest::newRow("kind 2, capital N") << "ID3v2"
+                                       << "ID3v2 Not found";
+    QTest::newRow("kind 0") << "ID3v0"
+                            << "No ID3 tags";
+    QTest::newRow("list item key") << "ID3v25"
+                                   << "ID3v2 Not found";
+    QTest::newRow("entry node key of any kind") << "ID3v1327"
+                                                << "ID3v1 not found";
+    QTest::newRow("root") << "Integrity"
+                          << "";
+    QTest::newRow("too short") << "ID3v"
+                               << "";
+    QTest::newRow("empty") << ""
+                           << "";
+    QTest::newRow("small letters") << "id3v1"
+                                   << "";
+    QTest::newRow("other kind number") << "ID3v3"
+                                       << "";
+}
+
+void tst_ReportReader::problemKindText() {
+    QFETCH(QString, key);
+    QFETCH(QString, text);
+    QCOMPARE(ProblemKindText(key), text);
 }
 
 QTEST_GUILESS_MAIN(tst_ReportReader)

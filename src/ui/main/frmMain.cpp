@@ -1,8 +1,9 @@
 #include "frmMain.h"
 
+#include "FileListView.h"
 #include "MenuDecorator.h"
+#include "ReportTree.h"
 #include "StatusBar.h"
-#include "report/ReportReader.h"
 #include "settings/Globals.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
@@ -12,12 +13,10 @@
 #include "ui/common/Twips.h"
 
 #include <QAction>
-#include <QFile>
 #include <QHeaderView>
 #include <QMenuBar>
 #include <QScrollBar>
 #include <QTimer>
-#include <QTreeWidget>
 
 namespace zentoria {
 
@@ -132,11 +131,16 @@ void frmMain::createControls() {
     ImgIcon->setPixmap(QIcon(QStringLiteral(":/zentoria/zentoria.png")).pixmap(32, 32));
     setGeometryTwips(ImgIcon, 195, 175, 480, 480);
 
-    LV = named(new QTreeWidget(pctBorders), "LV");
-    LV->setRootIsDecorated(false);
-    LV->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    LV->setUniformRowHeights(true);
+    LV = named(new FileListView(pctBorders), "LV");
     setGeometryTwips(LV, 3000, 0, 1935, 2685);
+    connect(LV->header(), &QHeaderView::sectionClicked, this, &frmMain::LV_ColumnClick);
+    connect(LV, &QTreeWidget::itemClicked, this, &frmMain::LV_ItemClick);
+    connect(LV, &FileListView::clicked, this, &frmMain::LV_Click);
+    connect(LV, &FileListView::mouseDown, this,
+            [this](Qt::MouseButton button, Qt::KeyboardModifiers, const QPoint& position) {
+                LV_MouseDown(button, position);
+            });
+    connect(LV, &QTreeWidget::itemDoubleClicked, this, &frmMain::LV_DblClick);
 
     mMenu = named(new MenuDecorator(this), "mMenu");
 
@@ -188,9 +192,12 @@ void frmMain::createControls() {
     Separator->setCursor(Qt::SizeHorCursor);
     setGeometryTwips(Separator, 4200, 1080, 75, 5835);
 
-    TV = named(new QTreeWidget(m_client), "TV");
-    TV->setHeaderHidden(true);
+    TV = named(new ReportTree(m_client), "TV");
     setGeometryTwips(TV, 0, 1080, 4215, 5775);
+    connect(TV, &QTreeWidget::itemCollapsed, this, &frmMain::TV_Collapse);
+    connect(TV, &QTreeWidget::itemExpanded, this, &frmMain::TV_Expand);
+    connect(TV, &QTreeWidget::itemClicked, this, &frmMain::TV_NodeClick);
+    connect(TV, &ReportTree::clicked, this, &frmMain::TV_Click);
 
     Mns = named(new ImageList(this), "Mns");
     fillImageLists();
@@ -252,10 +259,7 @@ void frmMain::createMenus() {
 void frmMain::Form_Load() {
     lblInfo->setSingleBorder(false);
     ImgIcon->clear();
-    // The stacked images behind the panel icon follow ImgIcon; with no picture there they hide.
-    for (QLabel* other : std::as_const(ImgOthers)) {
-        other->hide();
-    }
+    LoadOtherImages(true);
     lblWebFolder->setCaption({});
     WebToolTip->setCaption({});
     ShowSelectedItems->start();
@@ -273,55 +277,6 @@ void frmMain::SetMenuIcon(const QString& menuName, const QString& imageKey) {
 
 void frmMain::showMessage(const QString& text) {
     m_messages.show(this, text);
-}
-
-void frmMain::OpenFile(QString& File) {
-    File.remove(u'"');
-    QFile file(File);
-    if (!file.open(QIODevice::ReadOnly)) {
-        showMessage(QStringLiteral("The report \"%1\" cannot be opened: %2.").arg(File, file.errorString()));
-        return;
-    }
-    DeviceLineSource source(file);
-    const ReportReadResult result = ReadReport(source);
-    if (result.Outcome == Outcome::Corrupted) {
-        showMessage(QStringLiteral("The file is corrupted"));
-        return;
-    }
-    LoadTreeView();
-    LV->clear();
-    for (const ReportEntry& entry : result.Entries) {
-        AddEntryNode(entry);
-    }
-    if (result.Outcome == Outcome::NoProblems) {
-        showMessage(QStringLiteral("The are no MP3 file with \"problems\" in this report."));
-    }
-    const QString problems = result.describeProblems();
-    if (!problems.isEmpty()) {
-        showMessage(QStringLiteral("\"%1\" was not read completely.\n\n%2").arg(File, problems));
-    }
-    if (source.hadReadError()) {
-        showMessage(QStringLiteral("Reading \"%1\" failed: %2.").arg(File, file.errorString()));
-    }
-}
-
-void frmMain::LoadTreeView(const QString& Key) {
-    Q_UNUSED(Key);
-}
-
-void frmMain::AddEntryNode(const ReportEntry& entry) {
-    Q_UNUSED(entry);
-}
-
-void frmMain::submnuOpen_Click() {
-    CMDlg->Filter = QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt|Melvadex Integrity Report (prev. "
-                                   "versions) (*.txt)|*.txt");
-    CMDlg->DialogTitle = QStringLiteral("Select the file to view");
-    CMDlg->InitDir = GetAppPath();
-    if (CMDlg->ShowOpen(this)) {
-        QString file = CMDlg->FileName;
-        OpenFile(file);
-    }
 }
 
 void frmMain::submnuExit_Click() {

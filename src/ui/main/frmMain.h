@@ -11,15 +11,17 @@ class QLabel;
 class QMenu;
 class QScrollBar;
 class QTimer;
-class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace zentoria {
 
 class CaptionLabel;
 class CommonDialog;
+class FileListView;
 class ImageList;
 class MenuDecorator;
 class PictureBox;
+class ReportTree;
 class StatusBar;
 
 // The main window: the report tree on the left, the file list and the web-style panel on the right,
@@ -46,6 +48,10 @@ public:
     // Adds one report entry to the tree under its kind.
     void AddEntryNode(const ReportEntry& entry);
 
+    // Activates the selected item of the tree or the list: a tree node lists its children in the file
+    // list and titles the panel with its text.
+    void ItemClick(QWidget* Obj);
+
     MessageBoxes& messageBoxes() { return m_messages; }
 
 Q_SIGNALS:
@@ -69,6 +75,25 @@ private:
     void submnuShowHelp_Click();
     void ShowSelectedItems_Timer();
 
+    void TV_Collapse();
+    void TV_Expand(QTreeWidgetItem* node);
+    void TV_NodeClick();
+    void TV_Click();
+    void LV_ColumnClick(int column);
+    void LV_ItemClick();
+    void LV_Click();
+    void LV_MouseDown(Qt::MouseButton button, const QPoint& position);
+    void LV_DblClick();
+
+    void ResetWebItems(bool Visible);
+    void LoadOtherImages(bool Others);
+
+    // Set by the tree's expand and collapse notifications; the next activation from the tree takes them.
+    bool CollapsePending = false;
+    bool ExpandPending = false;
+    // Tree positions of the kind nodes, by kind number; 0 until the tree is built.
+    int m_kindNodes[3] = {0, 0, 0};
+
     MessageBoxes m_messages;
 
     QWidget* m_client = nullptr;
@@ -83,7 +108,7 @@ private:
     CaptionLabel* WebToolTip = nullptr;
     CaptionLabel* WebItemName = nullptr;
     QLabel* ImgIcon = nullptr;
-    QTreeWidget* LV = nullptr;
+    FileListView* LV = nullptr;
     MenuDecorator* mMenu = nullptr;
     QTimer* ShowSelectedItems = nullptr;
     StatusBar* SB = nullptr;
@@ -95,7 +120,7 @@ private:
     CaptionLabel* WEPath = nullptr;
     CaptionLabel* lblAddress = nullptr;
     PictureBox* Separator = nullptr;
-    QTreeWidget* TV = nullptr;
+    ReportTree* TV = nullptr;
     ImageList* Mns = nullptr;
 
     QMenu* mnuFile = nullptr;

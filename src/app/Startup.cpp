@@ -2,6 +2,7 @@
 
 #include "HelpViewer.h"
 #include "settings/Globals.h"
+#include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/Twips.h"
 #include "ui/main/frmMain.h"
@@ -21,15 +22,27 @@ void AddFileTypeIcon(const QString& extension) {
     Q_UNUSED(extension);
 }
 
-QString melvadexLanguageSetting() {
-    return {};
-}
-
-// First-run placement in twips, until placement is kept between runs.
+// Moves the window to its saved placement and shows it. A placement that cannot be applied (a negative
+// size written by another tool) is replaced by the last safe one, once.
 void restorePlacementAndShow(frmMain& window) {
     const double dpi = logicalDpi(&window);
-    window.move(twipsToPixels(45, dpi), twipsToPixels(465, dpi));
-    window.resize(twipsToPixels(12000, dpi), twipsToPixels(7350, dpi));
+    runRepairing(
+        [&window, dpi] {
+            const WindowPlacement placement = readPlacement();
+            if (placement.Width < 0 || placement.Height < 0) {
+                return StepResult::InvalidArgument;
+            }
+            // The stored size is the outer one, frame included; Qt sizes the inside.
+            const QSize frame = window.frameGeometry().size() - window.size();
+            window.move(twipsToPixels(placement.Left, dpi), twipsToPixels(placement.Top, dpi));
+            window.resize(twipsToPixels(placement.Width, dpi) - frame.width(),
+                          twipsToPixels(placement.Height, dpi) - frame.height());
+            return StepResult::Done;
+        },
+        [] {
+            restorePlacementFromLastSafe();
+            return true;
+        });
     window.show();
 }
 
@@ -47,11 +60,11 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
     Globals& shared = globals();
     shared.HelpFile = GetAppPath() + QStringLiteral("/Brantwell.hlp");
     SetAssociation();
-    shared.LanguageFile = GetAppPath() + u'/' + melvadexLanguageSetting();
-    shared.InitialTVWidth = 3000;
+    shared.LanguageFile = GetAppPath() + u'/' + read(settings::Language);
+    shared.InitialTVWidth = readInt32(settings::InitialTVWidth);
 
     auto main = std::make_unique<frmMain>();
-    main->WebStyle = true;
+    main->WebStyle = readBoolean(settings::WebStyle);
     if (hooks.mainWindowCreated) {
         hooks.mainWindowCreated(*main);
     }

@@ -1,11 +1,14 @@
 #include "app/HelpViewer.h"
 #include "app/Startup.h"
 #include "settings/Globals.h"
+#include "settings/SettingsStore.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/main/frmMain.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFile>
+#include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
@@ -41,7 +44,108 @@ private Q_SLOTS:
     void opensCommandLineReport_data();
     void opensCommandLineReport();
     void helpContents();
+    void preferencesAtStartUp_data();
+    void preferencesAtStartUp();
+    void translatedMainWindow_data();
+    void translatedMainWindow();
+    void init();
+
+private:
+    std::unique_ptr<QTemporaryDir> m_home;
 };
+
+void tst_StartUp::init() {
+    // Each test starts as a first run, in a per-user folder of its own.
+    m_home = std::make_unique<QTemporaryDir>();
+    qputenv("XDG_CONFIG_HOME", m_home->path().toLocal8Bit());
+}
+
+namespace {
+
+// Writes settings files the way the program and Melvadex keep them.
+void store(const QString& application, const QString& section, const QString& key, const QString& value) {
+    writeSetting(application, section, key, value);
+}
+
+// The "Language" setting is relative to the program's folder.
+QString languageSettingFor(const QString& file) {
+    return QDir(GetAppPath()).relativeFilePath(file);
+}
+
+} // namespace
+
+void tst_StartUp::preferencesAtStartUp_data() {
+    QTest::addColumn<QString>("treeWidth");
+    QTest::addColumn<QString>("webStyle");
+    QTest::addColumn<int>("expectedWidth");
+    QTest::addColumn<bool>("expectedWebStyle");
+
+    QTest::newRow("first run") << ""
+                               << "" << 3000 << true;
+    QTest::newRow("stored") << "2800"
+                            << "0" << 2800 << false;
+    QTest::newRow("half to even") << "2500.5"
+                                  << "-1" << 2500 << true;
+    QTest::newRow("True") << "2501.5"
+                          << "True" << 2502 << true;
+    QTest::newRow("unreadable") << "wide"
+                                << "maybe" << 3000 << true;
+}
+
+void tst_StartUp::preferencesAtStartUp() {
+    QFETCH(QString, treeWidth);
+    QFETCH(QString, webStyle);
+    QFETCH(int, expectedWidth);
+    QFETCH(bool, expectedWebStyle);
+
+    if (!treeWidth.isEmpty()) {
+        store(thisProgram(), "Preferences", "Initial TV Width", treeWidth);
+        store(thisProgram(), "Preferences", "WebStyle", webStyle);
+    }
+    QStringList messages;
+    const auto window = start({"zentoria"}, messages);
+    QCOMPARE(globals().InitialTVWidth, expectedWidth);
+    QCOMPARE(window->WebStyle, expectedWebStyle);
+    QCOMPARE(window->findChild<QAction*>("submnuWebStyle")->isChecked(), expectedWebStyle);
+}
+
+void tst_StartUp::translatedMainWindow_data() {
+    QTest::addColumn<QString>("languageFile");
+    QTest::addColumn<QStringList>("captions");
+
+    const QStringList english{"&File",    "&Open", "&Quit",    "&Tools",
+                              "WebStyle", "&Help", "Contents", "Address"};
+    QTest::newRow("no language file") << "" << english;
+    QTest::newRow("English") << ZENTORIA_SOURCE_DIR "/examples/languages/English.ini" << english;
+    QTest::newRow("Deutsch") << ZENTORIA_SOURCE_DIR "/examples/languages/Deutsch.ini"
+                             << QStringList{"&Datei",     "Ö&ffnen", "&Beenden", "&Extras",
+                                            "Webansicht", "&Hilfe",  "Inhalt",   "Adresse"};
+    QTest::newRow("partial, lower-case keys")
+        << ZENTORIA_TEST_DATA "/tricky.ini"
+        << QStringList{"&Datei", "Ö&ffnen", "&Quit", "&Extras", "WebStyle", "&Hilfe", "Contents", "Address"};
+}
+
+void tst_StartUp::translatedMainWindow() {
+    QFETCH(QString, languageFile);
+    QFETCH(QStringList, captions);
+
+    if (!languageFile.isEmpty()) {
+        store("Melvadex", "Preferences", "Language", languageSettingFor(languageFile));
+    }
+    QStringList messages;
+    const auto window = start({"zentoria"}, messages);
+    QCOMPARE(QFileInfo(globals().LanguageFile).canonicalFilePath(),
+             languageFile.isEmpty() ? QFileInfo(GetAppPath()).canonicalFilePath()
+                                    : QFileInfo(languageFile).canonicalFilePath());
+    QStringList shown;
+    for (const char* name :
+         {"mnuFile", "submnuOpen", "submnuExit", "mnuTools", "submnuWebStyle", "mnuHelp", "submnuShowHelp"}) {
+        shown << window->findChild<QAction*>(name)->text();
+    }
+    shown << window->findChild<CaptionLabel*>("lblAddress")->caption();
+    QCOMPARE(shown, captions);
+    QCOMPARE(window->findChild<QMenu*>("mnuFile")->title(), captions.first());
+}
 
 void tst_StartUp::commandLineText_data() {
     QTest::addColumn<QStringList>("arguments");

@@ -45,6 +45,8 @@ FileListView::FileListView(QWidget* parent)
     header()->setSectionsClickable(true);
     header()->setSortIndicatorShown(false);
     header()->setStretchLastSection(false);
+    // No column until the first activation builds one: the header shows nothing rather than Qt's "1".
+    setHeaderLabels({QString()});
 }
 
 QTreeWidgetItem* FileListView::createItem(const QString& key, const QString& text, const QIcon& largeIcon) {

@@ -5,6 +5,7 @@
 #include "ReportTree.h"
 #include "StatusBar.h"
 #include "settings/Globals.h"
+#include "settings/LanguageCatalog.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/Icons.h"
@@ -263,12 +264,23 @@ void frmMain::Form_Load() {
     lblWebFolder->setCaption({});
     WebToolTip->setCaption({});
     ShowSelectedItems->start();
+    translateMenus();
 
     mMenu->setImageList(Mns);
     mMenu->attach(this);
     SetMenuIcon(QStringLiteral("submnuOpen"), QStringLiteral("MP3"));
     SetMenuIcon(QStringLiteral("submnuShowHelp"), QStringLiteral("Help"));
     SetMenuIcon(QStringLiteral("submnuExit"), QStringLiteral("Exit"));
+    lblAddress->setCaption(Translate(QStringLiteral("ControlsCaptions"), QStringLiteral("AddressBar"),
+                                     QStringLiteral("Address")));
+}
+
+void frmMain::translateMenus() {
+    for (QAction* item : findChildren<QAction*>()) {
+        if (const std::optional<CatalogEntry> entry = menuCatalogEntry(item->objectName())) {
+            item->setText(Translate(entry->section, entry->key, item->text()));
+        }
+    }
 }
 
 void frmMain::SetMenuIcon(const QString& menuName, const QString& imageKey) {

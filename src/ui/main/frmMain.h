@@ -67,6 +67,7 @@ private:
     QAction* addMenuItem(QMenu* menu, const QString& name, const QString& caption,
                          const QKeySequence& shortcut);
     void SetMenuIcon(const QString& menuName, const QString& imageKey);
+    void translateMenus();
     void fillImageLists();
     void showMessage(const QString& text);
 

@@ -22,8 +22,9 @@ void AddFileTypeIcon(const QString& extension) {
     Q_UNUSED(extension);
 }
 
-// Moves the window to its saved placement and shows it. A placement that cannot be applied (a negative
-// size written by another tool) is replaced by the last safe one, once.
+// Moves the window to its saved placement, shows it and lays it out: the pass of the showing still
+// started from the tree's design top, this one from where that pass put it. A placement that cannot be
+// applied (a negative size written by another tool) is replaced by the last safe one, once.
 void restorePlacementAndShow(frmMain& window) {
     const double dpi = logicalDpi(&window);
     runRepairing(
@@ -44,6 +45,7 @@ void restorePlacementAndShow(frmMain& window) {
             return true;
         });
     window.show();
+    window.ReDrawForm();
 }
 
 void processPendingEvents() {

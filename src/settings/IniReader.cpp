@@ -85,7 +85,7 @@ QString readIniString(const QString& path, const QString& section, const QString
                       const QString& defaultValue, int maxLength) {
     std::optional<QString> value;
     QFile file(path);
-    if (file.open(QIODevice::ReadOnly)) {
+    if (!path.isEmpty() && file.open(QIODevice::ReadOnly)) {
         value = lookUpIniValue(decodeText(file.readAll()), section, key);
     }
     return value.value_or(defaultValue).left(maxLength);

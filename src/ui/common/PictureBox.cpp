@@ -1,5 +1,6 @@
 #include "PictureBox.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 
 namespace zentoria {
@@ -31,6 +32,18 @@ void PictureBox::paintEvent(QPaintEvent*) {
     if (!m_picture.isNull()) {
         QPainter(this).drawPixmap(0, 0, m_picture);
     }
+}
+
+void PictureBox::mousePressEvent(QMouseEvent* event) {
+    Q_EMIT mousePressed(event->button(), event->position());
+}
+
+void PictureBox::mouseMoveEvent(QMouseEvent* event) {
+    Q_EMIT mouseMoved(event->buttons(), event->position());
+}
+
+void PictureBox::mouseReleaseEvent(QMouseEvent* event) {
+    Q_EMIT mouseReleased(event->button(), event->position());
 }
 
 } // namespace zentoria

@@ -19,8 +19,18 @@ public:
     // Takes the size of its picture whenever the picture changes.
     void setAutoSize(bool on);
 
+Q_SIGNALS:
+    // Mouse buttons and moves over the box, positions in pixels from its top left. While a button is
+    // held the box keeps getting the moves, also outside it.
+    void mousePressed(Qt::MouseButton button, const QPointF& position);
+    void mouseMoved(Qt::MouseButtons buttons, const QPointF& position);
+    void mouseReleased(Qt::MouseButton button, const QPointF& position);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     QPixmap m_picture;

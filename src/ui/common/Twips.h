@@ -19,7 +19,25 @@ double logicalDpi(const QWidget* widget = nullptr);
 // A rectangle given in twips, in pixels for the widget's screen.
 QRect twipsRectToPixels(double left, double top, double width, double height, double dpi);
 
-// Places a widget at a rectangle in twips, relative to its parent's client area.
+// A rectangle in twips.
+struct TwipsRect {
+    double Left = 0;
+    double Top = 0;
+    double Width = 0;
+    double Height = 0;
+
+    friend bool operator==(const TwipsRect&, const TwipsRect&) = default;
+};
+
+// Places a widget at a rectangle in twips, relative to its parent's client area. The widget remembers
+// the twips it was given, so that reading them back gives the same numbers rather than the pixels'
+// rounding of them, as long as nothing else has moved or sized it since.
 void setGeometryTwips(QWidget* widget, double left, double top, double width, double height);
+void setGeometryTwips(QWidget* widget, const TwipsRect& rect);
+TwipsRect geometryTwips(const QWidget* widget);
+void setLeftTwips(QWidget* widget, double left);
+void setTopTwips(QWidget* widget, double top);
+void setWidthTwips(QWidget* widget, double width);
+void setHeightTwips(QWidget* widget, double height);
 
 } // namespace zentoria

@@ -66,6 +66,7 @@ frmMain::~frmMain() = default;
 void frmMain::createControls() {
     m_client = named(new QWidget(this), "client");
     setCentralWidget(m_client);
+    m_client->installEventFilter(this);
 
     pctBorders = named(new PictureBox(m_client), "pctBorders");
     pctBorders->setBackgroundColor(palette().color(QPalette::Base));
@@ -74,6 +75,10 @@ void frmMain::createControls() {
     vsbBack = named(new QScrollBar(Qt::Vertical, pctBorders), "vsbBack");
     setGeometryTwips(vsbBack, 5280, 0, 255, 6375);
     vsbBack->hide();
+    // The value changes once a thumb drag ends; during the drag only the slider moves.
+    vsbBack->setTracking(false);
+    connect(vsbBack, &QScrollBar::sliderMoved, this, &frmMain::vsbBack_Scroll);
+    connect(vsbBack, &QScrollBar::valueChanged, this, &frmMain::vsbBack_Change);
 
     pctWeb = named(new PictureBox(pctBorders), "pctWeb");
     pctWeb->setBackgroundColor(Qt::white);
@@ -103,6 +108,7 @@ void frmMain::createControls() {
     lblWebFolder->setWordWrap(true);
     lblWebFolder->setAutoSize(true);
     lblWebFolder->setCaption(QStringLiteral("Search Results"));
+    connect(lblWebFolder, &CaptionLabel::captionChanged, this, &frmMain::lblWebFolder_Change);
 
     WebItemType = makeLabel(pctWeb, "WebItemType", QStringLiteral("Item Type"));
     setGeometryTwips(WebItemType, 170, 1440, 2100, 195);
@@ -184,14 +190,23 @@ void frmMain::createControls() {
     }
     WEPath->setOpaque(true);
     WEPath->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    connect(WEPath, &CaptionLabel::captionChanged, this, &frmMain::WEPath_Change);
 
-    lblAddress = makeLabel(TBAddress, "lblAddress", QStringLiteral("Address"));
+    // Connected before its first caption, so that the path box starts after the caption as drawn in
+    // this desktop's font, not after where the design font would have ended it.
+    lblAddress = named(new CaptionLabel(TBAddress), "lblAddress");
     setGeometryTwips(lblAddress, 240, 195, 570, 195);
     lblAddress->setAutoSize(true);
+    connect(lblAddress, &CaptionLabel::captionChanged, this, &frmMain::lblAddress_Change);
+    lblAddress->setCaption(QStringLiteral("Address"));
 
     Separator = named(new PictureBox(m_client), "Separator");
     Separator->setCursor(Qt::SizeHorCursor);
     setGeometryTwips(Separator, 4200, 1080, 75, 5835);
+    connect(Separator, &PictureBox::mousePressed, this, &frmMain::Separator_MouseDown);
+    connect(Separator, &PictureBox::mouseMoved, this,
+            [this](Qt::MouseButtons, const QPointF& position) { Separator_MouseMove(position); });
+    connect(Separator, &PictureBox::mouseReleased, this, &frmMain::Separator_MouseUp);
 
     TV = named(new ReportTree(m_client), "TV");
     setGeometryTwips(TV, 0, 1080, 4215, 5775);
@@ -255,6 +270,7 @@ void frmMain::createMenus() {
     connect(submnuOpen, &QAction::triggered, this, &frmMain::submnuOpen_Click);
     connect(submnuExit, &QAction::triggered, this, &frmMain::submnuExit_Click);
     connect(submnuShowHelp, &QAction::triggered, this, &frmMain::submnuShowHelp_Click);
+    connect(submnuWebStyle, &QAction::triggered, this, &frmMain::submnuWebStyle_Click);
 }
 
 void frmMain::Form_Load() {

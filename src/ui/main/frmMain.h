@@ -20,6 +20,7 @@ class CommonDialog;
 class FileListView;
 class ImageList;
 class MenuDecorator;
+struct LayoutInput;
 class PictureBox;
 class ReportTree;
 class StatusBar;
@@ -52,6 +53,12 @@ public:
     // list and titles the panel with its text.
     void ItemClick(QWidget* Obj);
 
+    // Places every pane for the window's size, the tree width and the web style, then saves the result
+    // as the last safe configuration. Nothing happens while the window is minimized.
+    void ReDrawForm();
+    // Sizes the web-style panel to its content and sets up its scroll bar against the list.
+    void FitWebPanel(FileListView* list);
+
     MessageBoxes& messageBoxes() { return m_messages; }
 
 Q_SIGNALS:
@@ -60,6 +67,9 @@ Q_SIGNALS:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void createControls();
@@ -86,12 +96,29 @@ private:
     void LV_MouseDown(Qt::MouseButton button, const QPoint& position);
     void LV_DblClick();
 
+    void Form_Resize();
+    void Separator_MouseDown();
+    void Separator_MouseMove(const QPointF& position);
+    void Separator_MouseUp();
+    void vsbBack_Scroll();
+    void vsbBack_Change();
+    void lblAddress_Change();
+    void WEPath_Change();
+    void lblWebFolder_Change();
+    void submnuWebStyle_Click();
+    LayoutInput readLayoutInput() const;
+
     void ResetWebItems(bool Visible);
     void LoadOtherImages(bool Others);
 
     // Set by the tree's expand and collapse notifications; the next activation from the tree takes them.
     bool CollapsePending = false;
     bool ExpandPending = false;
+    // True while a mouse button is held on the separator (and not while a layout pass runs).
+    bool DraggingSeparator = false;
+    // Re-entry guards of the caption handlers that write their own caption back.
+    bool m_pathChanging = false;
+    bool m_titleChanging = false;
     // Tree positions of the kind nodes, by kind number; 0 until the tree is built.
     int m_kindNodes[3] = {0, 0, 0};
 

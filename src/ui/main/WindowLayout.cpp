@@ -1,0 +1,151 @@
+// frmMain: the layout pass that places every pane of the window.
+#include "FileListView.h"
+#include "LayoutGeometry.h"
+#include "ReportTree.h"
+#include "StatusBar.h"
+#include "frmMain.h"
+#include "settings/Globals.h"
+#include "settings/Preferences.h"
+#include "ui/common/CaptionLabel.h"
+#include "ui/common/PictureBox.h"
+#include "ui/common/Twips.h"
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QScrollBar>
+
+#include <functional>
+
+namespace zentoria {
+
+namespace {
+
+constexpr float kClassicSideFrames = 120;
+constexpr float kClassicCaptionMenuAndBorders = 700;
+
+// Qt takes negative sizes without complaint; the layout treats them as the invalid argument they are,
+// so that the last safe configuration can repair them.
+StepResult place(QWidget* widget, const LayoutRect& rect) {
+    if (rect.Width < 0 || rect.Height < 0) {
+        return StepResult::InvalidArgument;
+    }
+    setGeometryTwips(widget, rect.Left, rect.Top, rect.Width, rect.Height);
+    return StepResult::Done;
+}
+
+} // namespace
+
+LayoutInput frmMain::readLayoutInput() const {
+    const double dpi = logicalDpi(this);
+    const auto twips = [dpi](int pixels) { return static_cast<float>(pixelsToTwips(pixels, dpi)); };
+    const QRect frame = frameGeometry();
+    LayoutInput in;
+    in.Minimized = isMinimized();
+    in.WindowLeft = twips(frame.x());
+    in.WindowTop = twips(frame.y());
+    in.ClientWidth = twips(m_client->width());
+    // The layout's arithmetic takes the window's outer size minus fixed allowances for the frame of the
+    // classic desktop it was made for: 60 twips on each side, 700 for caption, menu and borders. Window
+    // managers here draw anything from no frame to thick ones, so the outer size is given as the client
+    // area plus exactly those allowances, and the panes fill the client area whatever the frame.
+    in.WindowWidth = in.ClientWidth + kClassicSideFrames;
+    in.WindowHeight = twips(m_client->height()) + kClassicCaptionMenuAndBorders;
+    in.AddressBarVisible = !TBAddress->isHidden();
+    in.AddressBarHeight = static_cast<float>(geometryTwips(TBAddress).Height);
+    in.PathLeft = static_cast<float>(geometryTwips(WEPath).Left);
+    in.TreeTop = static_cast<float>(geometryTwips(TV).Top);
+    in.StatusBarHeight = static_cast<float>(geometryTwips(SB).Height);
+    in.AboutTextWidth = twips(fontMetrics().horizontalAdvance(SB->panel(QStringLiteral("About"))->text()));
+    in.TreeWidth = globals().InitialTVWidth;
+    in.SeparatorWidth = twips(3);
+    in.WebStyle = WebStyle;
+    const TwipsRect panel = geometryTwips(pctWeb);
+    in.PanelWidth = static_cast<float>(panel.Width);
+    in.PanelHeight = static_cast<float>(panel.Height);
+    return in;
+}
+
+void frmMain::ReDrawForm() {
+    LayoutInput in = readLayoutInput();
+    if (in.Minimized) {
+        return;
+    }
+    LayoutResult out = ComputeLayout(in);
+    setTopTwips(TBAddress, out.AddressBarTop);
+
+    SB->setPanelWidth(QStringLiteral("Playing"), out.Playing);
+    SB->setPanelWidth(QStringLiteral("About"), out.About);
+    SB->setPanelWidth(QStringLiteral("PlayingStatus"), out.PlayingStatus);
+    // Refused when negative (a very narrow window): the panel keeps its width and the pass goes on.
+    SB->setPanelWidth(QStringLiteral("Blank"), out.Blank);
+
+    const std::function<StepResult()> steps[] = {
+        [&] { return place(TV, out.Tree); },
+        [&] {
+            const TwipsRect bar = geometryTwips(TBAddress);
+            return place(TBAddress,
+                         {out.AddressBarLeft, float(bar.Top), out.AddressBarWidth, float(bar.Height)});
+        },
+        [&] {
+            if (out.PathWidth < 0) {
+                return StepResult::InvalidArgument;
+            }
+            setWidthTwips(WEPath, out.PathWidth);
+            return StepResult::Done;
+        },
+        [&] { return place(Separator, out.Separator); },
+        [&] { return place(pctBorders, out.Borders); },
+        [&] { return WebStyle ? place(pctWeb, out.Panel) : StepResult::Done; },
+        [&] { return place(LV, out.List); },
+        [&] {
+            pctWeb->setVisible(out.PanelVisible);
+            return StepResult::Done;
+        },
+        [&] {
+            if (out.ScrollHeight < 0) {
+                return StepResult::InvalidArgument;
+            }
+            setHeightTwips(vsbBack, out.ScrollHeight);
+            vsbBack->setMaximum(out.ScrollMaximum);
+            if (vsbBack->maximum() > 0) {
+                vsbBack->setPageStep(out.ScrollLargeChange);
+                vsbBack->setSingleStep(out.ScrollSmallChange);
+            }
+            return StepResult::Done;
+        },
+        [&] {
+            LV->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+            return StepResult::Done;
+        },
+    };
+    for (const auto& step : steps) {
+        const qint32 failedWidth = globals().InitialTVWidth;
+        const StepResult result = runRepairing(step, [&] {
+            // Only a tree width the last safe configuration can change is worth another try.
+            const qint32 safeWidth = lastSafeTreeWidth();
+            if (safeWidth == failedWidth) {
+                return false;
+            }
+            globals().InitialTVWidth = safeWidth;
+            in.TreeWidth = safeWidth;
+            out = ComputeLayout(in);
+            return true;
+        });
+        if (result != StepResult::Done) {
+            return; // the pass ends here and saves nothing
+        }
+    }
+
+    // Repaints and queued input run now; a resize among them runs a nested pass of its own.
+    QCoreApplication::processEvents();
+
+    // The placement saved is the real one, frame included, as the window manager reports it.
+    const double dpi = logicalDpi(this);
+    const QRect frame = frameGeometry();
+    saveLastSafeConfiguration(
+        globals().InitialTVWidth,
+        WindowPlacement{float(pixelsToTwips(frame.x(), dpi)), float(pixelsToTwips(frame.y(), dpi)),
+                        float(pixelsToTwips(frame.width(), dpi)), float(pixelsToTwips(frame.height(), dpi))});
+}
+
+} // namespace zentoria

@@ -1,0 +1,307 @@
+#include "MainWindowFixture.h"
+#include "settings/Globals.h"
+#include "settings/Preferences.h"
+#include "settings/SettingsStore.h"
+#include "ui/common/CaptionLabel.h"
+#include "ui/common/PictureBox.h"
+#include "ui/common/Twips.h"
+#include "ui/main/FileListView.h"
+#include "ui/main/ReportTree.h"
+
+#include <QFile>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QTemporaryDir>
+
+using namespace zentoria;
+
+namespace {
+
+// A shown main window of 12000 x 7350 twips in a per-user folder of its own.
+struct Frame : MainWindowFixture {
+    QTemporaryDir home;
+    PictureBox* separator = child<PictureBox>("Separator");
+    QWidget* tree = child<QWidget>("TV");
+    FileListView* list = child<FileListView>("LV");
+    PictureBox* panel = child<PictureBox>("pctWeb");
+    QScrollBar* scroll = child<QScrollBar>("vsbBack");
+
+    Frame() {
+        qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+        globals().InitialTVWidth = 3000;
+        show();
+        resizeTwips(12000, 7350);
+    }
+    void resizeTwips(double width, double height) {
+        const double dpi = logicalDpi(&window);
+        window.resize(twipsToPixels(width, dpi), twipsToPixels(height, dpi));
+    }
+    // The window gets a resize event for the size it has, as when the system repeats one.
+    void resizeEventAgain() {
+        QResizeEvent again(window.size(), window.size());
+        QCoreApplication::sendEvent(&window, &again);
+    }
+    double clientWidthTwips() const {
+        return pixelsToTwips(window.centralWidget()->width(), logicalDpi(&window));
+    }
+    bool settingsWritten() const { return QFile::exists(settingsFilePath(thisProgram())); }
+    void forgetSettings() { QFile::remove(settingsFilePath(thisProgram())); }
+};
+
+} // namespace
+
+class tst_Frame : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void firstPass();
+    void separatorDrag_data();
+    void separatorDrag();
+    void webStyleToggle();
+    void minimizedWindowChangesNothing();
+    void treeWidthThatCannotBeApplied_data();
+    void treeWidthThatCannotBeApplied();
+    void windowTooShortEndsThePassUnsaved();
+    void panelTallerThanTheList();
+    void classicViewLeavesThePanelAlone();
+    void panelTitleDoublesAmpersands();
+    void addressCaptionMovesThePath();
+};
+
+void tst_Frame::firstPass() {
+    Frame f;
+    // The worked example's panes, from a real window (no frame offscreen: client = window width).
+    QCOMPARE(geometryTwips(f.tree).Width, 3000.0);
+    QCOMPARE(geometryTwips(f.separator).Left, 3000.0);
+    QCOMPARE(geometryTwips(f.list).Top, -45.0);
+    QCOMPARE(geometryTwips(f.list).Left, 2855.0);
+    QVERIFY(f.panel->isVisible());
+    // The panes fill the client area: the list ends 30 twips short of the right pane's edge, and the
+    // tree ends where the status bar begins.
+    const double client = f.clientWidthTwips();
+    QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Width, client - 3045);
+    const TwipsRect tree = geometryTwips(f.tree);
+    QCOMPARE(tree.Top + tree.Height, geometryTwips(f.child<QWidget>("SB")).Top);
+    // The placement saved is the window's own, frame included.
+    QCOMPARE(read(settings::SafeWidth),
+             QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
+    QCOMPARE(read(settings::SafeInitialTVWidth), QStringLiteral("3000"));
+    QCOMPARE(read(settings::InitialTVWidth), QStringLiteral("3000"));
+}
+
+void tst_Frame::separatorDrag_data() {
+    QTest::addColumn<int>("button");
+    QTest::addColumn<QString>("where");
+    QTest::addColumn<bool>("webStyle");
+
+    for (const auto& [button, name] :
+         {std::pair{int(Qt::LeftButton), "left"}, std::pair{int(Qt::RightButton), "right"}}) {
+        QTest::addRow("%s button, past the left edge", name) << button << "left edge" << true;
+        QTest::addRow("%s button, beyond the client width", name) << button << "beyond" << false;
+        QTest::addRow("%s button, to 3990 twips", name) << button << "3990" << true;
+    }
+    // In web style the panel needs room beside the tree: a list of negative width is refused and the
+    // pass takes the last safe tree width instead.
+    QTest::addRow("beyond the client width, web style") << int(Qt::LeftButton) << "beyond, recovered" << true;
+}
+
+void tst_Frame::separatorDrag() {
+    QFETCH(int, button);
+    QFETCH(QString, where);
+    QFETCH(bool, webStyle);
+
+    Frame f;
+    if (!webStyle) {
+        f.trigger("submnuWebStyle");
+    }
+    const QPoint grip(1, f.separator->height() / 2);
+    const int separatorX = f.separator->x();
+    QPoint to;
+    int expected = 0;
+    if (where == "left edge") {
+        to = QPoint(-separatorX - 40, grip.y());
+        expected = 0;
+    } else if (where.startsWith("beyond")) {
+        to = QPoint(f.window.centralWidget()->width() + 40 - separatorX, grip.y());
+        expected = where == "beyond" ? int(f.clientWidthTwips() - 45) : 3000;
+    } else {
+        to = QPoint(66, grip.y()); // 66 pixels of 15 twips right of the separator's left edge at 3000
+        expected = 3990;
+    }
+    QTest::mousePress(f.separator, Qt::MouseButton(button), {}, grip);
+    QTest::mouseMove(f.separator, to);
+    QTest::mouseRelease(f.separator, Qt::MouseButton(button), {}, to);
+
+    QCOMPARE(globals().InitialTVWidth, expected);
+    QCOMPARE(read(settings::InitialTVWidth), QString::number(expected));
+    f.resizeEventAgain();
+    QCOMPARE(geometryTwips(f.tree).Width, double(expected));
+    QCOMPARE(geometryTwips(f.separator).Left, double(expected));
+
+    // Without a button held, moving over the separator drags nothing.
+    QTest::mouseMove(f.separator, QPoint(2, grip.y()));
+    QCOMPARE(globals().InitialTVWidth, expected);
+}
+
+void tst_Frame::webStyleToggle() {
+    Frame f;
+    QAction* item = f.child<QAction>("submnuWebStyle");
+    QVERIFY(item->isChecked());
+
+    f.trigger("submnuWebStyle");
+    QVERIFY(!item->isChecked());
+    QVERIFY(!f.window.WebStyle);
+    QCOMPARE(read(settings::WebStyle), QStringLiteral("0"));
+    QVERIFY(!f.panel->isVisible());
+    QCOMPARE(geometryTwips(f.list).Left, -45.0);
+
+    f.trigger("submnuWebStyle");
+    QVERIFY(item->isChecked());
+    QVERIFY(f.window.WebStyle);
+    QCOMPARE(read(settings::WebStyle), QStringLiteral("1"));
+    QVERIFY(f.panel->isVisible());
+    QCOMPARE(geometryTwips(f.list).Left, 2855.0);
+}
+
+void tst_Frame::minimizedWindowChangesNothing() {
+    Frame f;
+    f.forgetSettings();
+    f.window.setWindowState(Qt::WindowMinimized);
+    const QRect treeBefore = f.tree->geometry();
+    const QRect listBefore = f.list->geometry();
+    f.resizeTwips(9000, 6000);
+    QCOMPARE(f.tree->geometry(), treeBefore);
+    QCOMPARE(f.list->geometry(), listBefore);
+    QVERIFY(!f.settingsWritten());
+
+    // Restored, the window runs a full pass again.
+    f.window.setWindowState(Qt::WindowNoState);
+    QTRY_VERIFY(f.settingsWritten());
+    QCOMPARE(read(settings::SafeWidth),
+             QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
+}
+
+void tst_Frame::treeWidthThatCannotBeApplied_data() {
+    QTest::addColumn<int>("stored");
+    QTest::addColumn<QString>("safe");
+    QTest::addColumn<int>("recovered");
+
+    QTest::newRow("wider than the window") << 100000 << "2500" << 2500;
+    QTest::newRow("negative") << -500 << "2500" << 2500;
+    QTest::newRow("no safe configuration yet") << -500 << "" << 3000;
+}
+
+void tst_Frame::treeWidthThatCannotBeApplied() {
+    QFETCH(int, stored);
+    QFETCH(QString, safe);
+    QFETCH(int, recovered);
+
+    Frame f;
+    f.forgetSettings();
+    if (!safe.isEmpty()) {
+        write(settings::SafeInitialTVWidth, safe);
+    }
+    globals().InitialTVWidth = stored;
+    f.resizeTwips(11000, 7000);
+
+    QCOMPARE(globals().InitialTVWidth, recovered);
+    QCOMPARE(read(settings::InitialTVWidth), QString::number(recovered));
+    QCOMPARE(read(settings::SafeInitialTVWidth), QString::number(recovered));
+    // The step that failed and every later one use the recovered width; the next pass places all.
+    QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Left, double(recovered + 45));
+    f.resizeTwips(11500, 7000);
+    QCOMPARE(geometryTwips(f.tree).Width, double(recovered));
+    QCOMPARE(geometryTwips(f.separator).Left, double(recovered));
+}
+
+void tst_Frame::windowTooShortEndsThePassUnsaved() {
+    Frame f;
+    f.forgetSettings();
+    // The panes' height comes out negative; the last safe tree width (3000) cannot cure that.
+    f.resizeTwips(12000, 1200);
+    QCOMPARE(globals().InitialTVWidth, 3000);
+    QVERIFY(!f.settingsWritten());
+}
+
+void tst_Frame::panelTallerThanTheList() {
+    Frame f;
+    auto* info = f.child<CaptionLabel>("lblInfo");
+    const double listHeight = geometryTwips(f.list).Height;
+    const TwipsRect infoRect = geometryTwips(info);
+    // The panel's content ends 2000 twips below the list's height.
+    setGeometryTwips(info, infoRect.Left, listHeight + 2000 - infoRect.Height, infoRect.Width,
+                     infoRect.Height);
+    f.resizeEventAgain();
+
+    QVERIFY(f.scroll->isVisible());
+    QCOMPARE(f.scroll->maximum(), 2000);
+    QCOMPARE(f.scroll->pageStep(), 200);
+    QCOMPARE(f.scroll->singleStep(), 20);
+    QCOMPARE(geometryTwips(f.panel).Height, listHeight + 2000);
+    QCOMPARE(geometryTwips(f.scroll).Left, geometryTwips(f.panel).Width);
+
+    // Dragging the thumb moves the panel along; the value at the end of the drag keeps it there.
+    f.scroll->setSliderDown(true);
+    f.scroll->setSliderPosition(1000);
+    QCOMPARE(geometryTwips(f.panel).Top, -1000.0);
+    f.scroll->setSliderPosition(f.scroll->maximum());
+    QCOMPARE(geometryTwips(f.panel).Top, -2000.0);
+    f.scroll->setSliderDown(false);
+    QCOMPARE(f.scroll->value(), 2000);
+    QCOMPARE(geometryTwips(f.panel).Top, -2000.0);
+    QVERIFY(f.list->hasFocus());
+
+    // Content that ends above the panel's edge hides the scroll bar and fits the panel to the list.
+    setGeometryTwips(info, infoRect.Left, 100, infoRect.Width, infoRect.Height);
+    f.resizeEventAgain();
+    QVERIFY(!f.scroll->isVisible());
+}
+
+void tst_Frame::classicViewLeavesThePanelAlone() {
+    Frame f;
+    auto* info = f.child<CaptionLabel>("lblInfo");
+    const TwipsRect infoRect = geometryTwips(info);
+    setGeometryTwips(info, infoRect.Left, geometryTwips(f.list).Height + 500, infoRect.Width,
+                     infoRect.Height);
+    f.trigger("submnuWebStyle");
+    const bool scrollShown = f.scroll->isVisible();
+    const double panelHeight = geometryTwips(f.panel).Height;
+    f.resizeTwips(11000, 7000);
+    QCOMPARE(f.scroll->isVisible(), scrollShown);
+    QCOMPARE(geometryTwips(f.panel).Height, panelHeight);
+}
+
+void tst_Frame::panelTitleDoublesAmpersands() {
+    Frame f;
+    f.open(dataFile("markup.vzt"));
+    auto* tree = f.child<ReportTree>("TV");
+    auto* title = f.child<CaptionLabel>("lblWebFolder");
+    clickExpandButton(tree, tree->item(2));
+    clickItem(tree, tree->item(6));
+    QCOMPARE(title->caption(), QStringLiteral("C:\\Rock && Roll\\<i>y</i>.mp3"));
+    QCOMPARE(title->text(), QStringLiteral("C:\\Rock & Roll\\<i>y</i>.mp3"));
+    QCOMPARE(title->textFormat(), Qt::PlainText);
+    const TwipsRect titleRect = geometryTwips(title);
+    QCOMPARE(geometryTwips(f.child<QWidget>("pctWebLine")).Top, titleRect.Top + titleRect.Height);
+
+    // An empty title leaves the line where it was.
+    const double lineTop = geometryTwips(f.child<QWidget>("pctWebLine")).Top;
+    title->setCaption(QString());
+    QCOMPARE(geometryTwips(f.child<QWidget>("pctWebLine")).Top, lineTop);
+}
+
+void tst_Frame::addressCaptionMovesThePath() {
+    Frame f;
+    auto* label = f.child<CaptionLabel>("lblAddress");
+    auto* path = f.child<CaptionLabel>("WEPath");
+    label->setCaption("A much longer address caption");
+    const TwipsRect labelRect = geometryTwips(label);
+    QCOMPARE(geometryTwips(path).Left, labelRect.Left + labelRect.Width + 200);
+
+    path->setCaption("C:\\Rock & Roll");
+    QCOMPARE(path->caption(), QStringLiteral("C:\\Rock && Roll"));
+    QCOMPARE(path->text(), QStringLiteral("C:\\Rock & Roll"));
+}
+
+QTEST_MAIN(tst_Frame)
+#include "tst_frame.moc"

@@ -29,7 +29,7 @@ LayoutInput example() {
 
 } // namespace
 
-Q_DECLARE_METATYPE(LayoutRect)
+Q_DECLARE_METATYPE(TwipsRect)
 
 class tst_LayoutGeometry : public QObject {
     Q_OBJECT
@@ -51,12 +51,12 @@ void tst_LayoutGeometry::workedExample() {
     const LayoutResult out = ComputeLayout(example());
     QCOMPARE(out.A, 460.0f);
     QCOMPARE(out.H, 5835.0f);
-    QCOMPARE(out.Tree, (LayoutRect{0, 560, 3000, 5835}));
-    QCOMPARE(out.Separator, (LayoutRect{3000, 460, 45, 5835}));
-    QCOMPARE(out.Borders, (LayoutRect{3045, 560, 8835, 5415}));
-    QCOMPARE(out.Panel, (LayoutRect{0, 0, 2895, 5955}));
+    QCOMPARE(out.Tree, (TwipsRect{0, 560, 3000, 5835}));
+    QCOMPARE(out.Separator, (TwipsRect{3000, 460, 45, 5835}));
+    QCOMPARE(out.Borders, (TwipsRect{3045, 560, 8835, 5415}));
+    QCOMPARE(out.Panel, (TwipsRect{0, 0, 2895, 5955}));
     QVERIFY(out.PanelVisible);
-    QCOMPARE(out.List, (LayoutRect{2855, -45, 5950, 5415}));
+    QCOMPARE(out.List, (TwipsRect{2855, -45, 5950, 5415}));
     QCOMPARE(out.AddressBarLeft, 30.0f);
     QCOMPARE(out.AddressBarTop, -60.0f);
     QCOMPARE(out.AddressBarWidth, 11730.0f);
@@ -75,9 +75,9 @@ void tst_LayoutGeometry::classicView() {
     LayoutInput in = example();
     in.WebStyle = false;
     const LayoutResult out = ComputeLayout(in);
-    QCOMPARE(out.List, (LayoutRect{-45, -45, 8880, 5415}));
+    QCOMPARE(out.List, (TwipsRect{-45, -45, 8880, 5415}));
     QVERIFY(!out.PanelVisible);
-    QCOMPARE(out.Borders, (LayoutRect{3045, 560, 8835, 5415}));
+    QCOMPARE(out.Borders, (TwipsRect{3045, 560, 8835, 5415}));
     // The range comes from the panel's own, unchanged height: |2655 - 5415|.
     QCOMPARE(out.ScrollMaximum, 2760);
     QCOMPARE(out.ScrollLargeChange, 276);

@@ -57,28 +57,30 @@ TwipsRect geometryTwips(const QWidget* widget) {
             pixelsToTwips(pixels.width(), dpi), pixelsToTwips(pixels.height(), dpi)};
 }
 
-void setLeftTwips(QWidget* widget, double left) {
+namespace {
+
+void setPartTwips(QWidget* widget, double TwipsRect::*part, double value) {
     TwipsRect rect = geometryTwips(widget);
-    rect.Left = left;
+    rect.*part = value;
     setGeometryTwips(widget, rect);
+}
+
+} // namespace
+
+void setLeftTwips(QWidget* widget, double left) {
+    setPartTwips(widget, &TwipsRect::Left, left);
 }
 
 void setTopTwips(QWidget* widget, double top) {
-    TwipsRect rect = geometryTwips(widget);
-    rect.Top = top;
-    setGeometryTwips(widget, rect);
+    setPartTwips(widget, &TwipsRect::Top, top);
 }
 
 void setWidthTwips(QWidget* widget, double width) {
-    TwipsRect rect = geometryTwips(widget);
-    rect.Width = width;
-    setGeometryTwips(widget, rect);
+    setPartTwips(widget, &TwipsRect::Width, width);
 }
 
 void setHeightTwips(QWidget* widget, double height) {
-    TwipsRect rect = geometryTwips(widget);
-    rect.Height = height;
-    setGeometryTwips(widget, rect);
+    setPartTwips(widget, &TwipsRect::Height, height);
 }
 
 } // namespace zentoria

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/common/Twips.h"
+
 #include <QtGlobal>
 
 namespace zentoria {
@@ -29,15 +31,6 @@ struct LayoutInput {
     float PanelHeight = 0;
 };
 
-struct LayoutRect {
-    float Left = 0;
-    float Top = 0;
-    float Width = 0;
-    float Height = 0;
-
-    friend bool operator==(const LayoutRect&, const LayoutRect&) = default;
-};
-
 // Where every pane goes.
 struct LayoutResult {
     // The address bar's offset and the height of the panes.
@@ -48,12 +41,12 @@ struct LayoutResult {
     float AddressBarTop = 0;
     float AddressBarWidth = 0;
     float PathWidth = 0;
-    LayoutRect Tree;
-    LayoutRect Separator;
-    LayoutRect Borders;
-    LayoutRect List;
+    TwipsRect Tree;
+    TwipsRect Separator;
+    TwipsRect Borders;
+    TwipsRect List;
     // Placed only in web style; shown exactly then.
-    LayoutRect Panel;
+    TwipsRect Panel;
     bool PanelVisible = false;
 
     // Status-bar panel widths.

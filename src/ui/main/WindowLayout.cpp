@@ -25,7 +25,7 @@ constexpr float kClassicCaptionMenuAndBorders = 700;
 
 // Qt takes negative sizes without complaint; the layout treats them as the invalid argument they are,
 // so that the last safe configuration can repair them.
-StepResult place(QWidget* widget, const LayoutRect& rect) {
+StepResult place(QWidget* widget, const TwipsRect& rect) {
     if (rect.Width < 0 || rect.Height < 0) {
         return StepResult::InvalidArgument;
     }

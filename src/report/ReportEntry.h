@@ -18,3 +18,7 @@ struct ReportEntry {
 };
 
 } // namespace zentoria
+
+// Entries move as plain bytes: a report's list grows to tens of thousands of them, and Qt's list moves
+// other types one by one, many times over.
+Q_DECLARE_TYPEINFO(zentoria::ReportEntry, Q_RELOCATABLE_TYPE);

@@ -6,6 +6,14 @@
 
 namespace zentoria {
 
+// One node of a NodeCollection.
+struct NodeRecord {
+    QString key;
+    QString text;
+    int parent = 0; // position, 0 for a top-level node
+    int children = 0;
+};
+
 // The report tree's nodes as the program addresses them: by 1-based position in the order they were
 // added (whatever order the tree shows them in) and by unique key.
 class NodeCollection {
@@ -31,12 +39,7 @@ public:
     QString fullPath(int position) const;
 
 private:
-    struct Node {
-        QString key;
-        QString text;
-        int parent = 0; // position, 0 for a top-level node
-        int children = 0;
-    };
+    using Node = NodeRecord;
     const Node& node(int position) const { return m_nodes.at(position - 1); }
 
     QList<Node> m_nodes;
@@ -44,3 +47,7 @@ private:
 };
 
 } // namespace zentoria
+
+// Nodes move as plain bytes when the list grows: Qt's list moves other types one by one, which for a
+// large report costs several times the making of its nodes.
+Q_DECLARE_TYPEINFO(zentoria::NodeRecord, Q_RELOCATABLE_TYPE);

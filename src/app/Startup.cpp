@@ -27,17 +27,16 @@ void AddFileTypeIcon(const QString& extension) {
 // applied (a negative size written by another tool) is replaced by the last safe one, once.
 void restorePlacementAndShow(frmMain& window) {
     const double dpi = logicalDpi(&window);
+    QSize outer;
     runRepairing(
-        [&window, dpi] {
+        [&] {
             const WindowPlacement placement = readPlacement();
             if (placement.Width < 0 || placement.Height < 0) {
                 return StepResult::InvalidArgument;
             }
-            // The stored size is the outer one, frame included; Qt sizes the inside.
-            const QSize frame = window.frameGeometry().size() - window.size();
             window.move(twipsToPixels(placement.Left, dpi), twipsToPixels(placement.Top, dpi));
-            window.resize(twipsToPixels(placement.Width, dpi) - frame.width(),
-                          twipsToPixels(placement.Height, dpi) - frame.height());
+            outer = QSize(twipsToPixels(placement.Width, dpi), twipsToPixels(placement.Height, dpi));
+            window.resize(outer);
             return StepResult::Done;
         },
         [] {
@@ -45,6 +44,12 @@ void restorePlacementAndShow(frmMain& window) {
             return true;
         });
     window.show();
+    // The stored size is the outer one, frame included, and the frame is known only now that the
+    // window is on screen: the inside gives up what the frame takes.
+    const QSize frame = window.frameGeometry().size() - window.size();
+    if (!frame.isNull() && outer.isValid()) {
+        window.resize(outer - frame);
+    }
     window.ReDrawForm();
 }
 

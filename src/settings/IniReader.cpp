@@ -49,7 +49,6 @@ std::optional<QString> lookUpIniValue(const QString& text, const QString& sectio
     const QString wantedSection = withoutBlanks(section);
     const QStringView wantedKey = trimBlanks(key);
     bool inSection = false;
-    bool sectionSeen = false;
     for (QStringView rawLine : QStringView(text).tokenize(u'\n')) {
         QStringView line = trimBlanks(rawLine);
         if (line.endsWith(u'\r')) {
@@ -61,8 +60,7 @@ std::optional<QString> lookUpIniValue(const QString& text, const QString& sectio
             }
             const qsizetype close = line.indexOf(u']');
             const QStringView name = close < 0 ? line.sliced(1) : line.sliced(1, close - 1);
-            inSection = !sectionSeen && withoutBlanks(name).compare(wantedSection, Qt::CaseInsensitive) == 0;
-            sectionSeen = sectionSeen || inSection;
+            inSection = withoutBlanks(name).compare(wantedSection, Qt::CaseInsensitive) == 0;
             continue;
         }
         if (!inSection) {

@@ -48,6 +48,8 @@ private Q_SLOTS:
     void preferencesAtStartUp();
     void translatedMainWindow_data();
     void translatedMainWindow();
+    void placementAtStartUp_data();
+    void placementAtStartUp();
     void init();
 
 private:
@@ -243,6 +245,43 @@ void tst_StartUp::helpContents() {
     QVERIFY(viewer->toPlainText().contains("Opening a report"));
     window->close();
     QVERIFY(!viewer->isVisible());
+}
+
+void tst_StartUp::placementAtStartUp_data() {
+    QTest::addColumn<QString>("width");
+    QTest::addColumn<QString>("safeWidth");
+    QTest::addColumn<int>("expectedWidth");
+
+    QTest::newRow("first run") << ""
+                               << "" << 12000;
+    QTest::newRow("stored") << "9000"
+                            << "" << 9000;
+    QTest::newRow("negative: repaired from the last safe placement") << "-500"
+                                                                     << "10500" << 10500;
+    QTest::newRow("negative, never saved safely: the defaults") << "-500"
+                                                                << "" << 12000;
+}
+
+void tst_StartUp::placementAtStartUp() {
+    QFETCH(QString, width);
+    QFETCH(QString, safeWidth);
+    QFETCH(int, expectedWidth);
+
+    if (!width.isEmpty()) {
+        store(thisProgram(), "Preferences", "Width", width);
+    }
+    if (!safeWidth.isEmpty()) {
+        store(thisProgram(), "Last Safe Configuration", "Width", safeWidth);
+    }
+    QStringList messages;
+    const auto window = start({"zentoria"}, messages);
+    // The stored width is the outer one, frame included.
+    const double dpi = window->logicalDpiX();
+    QCOMPARE(window->frameGeometry().width(), qRound(expectedWidth * dpi / 1440.0));
+    if (width.startsWith(u'-')) {
+        QCOMPARE(readSetting(thisProgram(), "Preferences", "Width", {}),
+                 safeWidth.isEmpty() ? QStringLiteral("12000") : safeWidth);
+    }
 }
 
 QTEST_MAIN(tst_StartUp)

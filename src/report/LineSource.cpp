@@ -14,7 +14,6 @@ namespace zentoria {
 
 namespace {
 
-constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF";
 constexpr qsizetype kChunkSize = 512 * 1024;
 // Room for a whole maximal line plus one chunk read behind it.
 constexpr qsizetype kBufferSize = kMaxLineLength + 1 + kChunkSize;

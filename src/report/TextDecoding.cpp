@@ -6,8 +6,6 @@ namespace zentoria {
 
 namespace {
 
-constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF";
-
 QString decodeWindows1252(QByteArrayView bytes) {
     // A decoder is cheap to make and carries state, so each piece gets a fresh one.
     QStringDecoder decoder("windows-1252");
@@ -27,21 +25,19 @@ QString TextDecoder::operator()(QByteArrayView bytes) const {
     return m_encoding == TextEncoding::Utf8 ? QString::fromUtf8(bytes) : decodeWindows1252(bytes);
 }
 
+QByteArrayView withoutByteOrderMark(QByteArrayView bytes) {
+    return bytes.startsWith(kByteOrderMark) ? bytes.sliced(kByteOrderMark.size()) : bytes;
+}
+
 TextEncoding detectEncoding(QByteArrayView bytes) {
-    if (bytes.startsWith(kByteOrderMark)) {
-        bytes = bytes.sliced(kByteOrderMark.size());
-    }
+    const QByteArrayView content = withoutByteOrderMark(bytes);
     Utf8Validator validator;
-    validator.feed(bytes.data(), bytes.size());
+    validator.feed(content.data(), content.size());
     return validator.isValid() ? TextEncoding::Utf8 : TextEncoding::Windows1252;
 }
 
 QString decodeText(QByteArrayView bytes) {
-    const TextEncoding encoding = detectEncoding(bytes);
-    if (bytes.startsWith(kByteOrderMark)) {
-        bytes = bytes.sliced(kByteOrderMark.size());
-    }
-    return TextDecoder(encoding)(bytes);
+    return TextDecoder(detectEncoding(bytes))(withoutByteOrderMark(bytes));
 }
 
 } // namespace zentoria

@@ -20,7 +20,13 @@ private:
     TextEncoding m_encoding;
 };
 
-// UTF-8 when the bytes are valid UTF-8, otherwise Windows-1252.
+// A UTF-8 byte order mark: it marks the encoding and is no part of the text.
+inline constexpr QByteArrayView kByteOrderMark = "\xEF\xBB\xBF";
+
+// The bytes without a leading byte order mark.
+QByteArrayView withoutByteOrderMark(QByteArrayView bytes);
+
+// UTF-8 when the bytes (a byte order mark aside) are valid UTF-8, otherwise Windows-1252.
 TextEncoding detectEncoding(QByteArrayView bytes);
 
 // Decodes a whole file's bytes: a UTF-8 byte order mark is dropped.

@@ -1,4 +1,5 @@
 #include "../report/ReportBuilder.h"
+#include "TestData.h"
 
 #include <QElapsedTimer>
 #include <QJsonArray>
@@ -27,10 +28,6 @@ Run runTool(const QStringList& arguments) {
     run.out = tool.readAllStandardOutput();
     run.err = tool.readAllStandardError();
     return run;
-}
-
-QString dataFile(const char* name) {
-    return QStringLiteral(ZENTORIA_TEST_DATA "/") + QLatin1StringView(name);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "TestData.h"
 #include "settings/Conversions.h"
 #include "settings/Globals.h"
 #include "settings/IniReader.h"
@@ -18,10 +19,6 @@ Q_DECLARE_METATYPE(std::optional<bool>)
 Q_DECLARE_METATYPE(std::optional<float>)
 
 namespace {
-
-QString dataFile(const char* name) {
-    return QStringLiteral(ZENTORIA_TEST_DATA "/") + QLatin1StringView(name);
-}
 
 const Setting* const kTable[] = {
     &settings::Language,   &settings::InitialTVWidth, &settings::WebStyle, &settings::Left,

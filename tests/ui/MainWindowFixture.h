@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TestData.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/main/frmMain.h"
 
@@ -7,10 +8,6 @@
 #include <QHeaderView>
 #include <QTest>
 #include <QTreeWidget>
-
-inline QString dataFile(const char* name) {
-    return QStringLiteral(ZENTORIA_TEST_DATA "/") + QLatin1StringView(name);
-}
 
 // A loaded main window whose messages are collected instead of shown.
 struct MainWindowFixture {

@@ -1,5 +1,6 @@
 #include "MainWindowFixture.h"
 #include "ui/common/CaptionLabel.h"
+#include "ui/common/ImageList.h"
 #include "ui/common/Twips.h"
 #include "ui/main/FileListView.h"
 #include "ui/main/NodeCollection.h"
@@ -61,6 +62,7 @@ private Q_SLOTS:
     void doubleClickKeepsTheList();
     void reportDataIsPlainText();
     void walkStopsAtPosition32767();
+    void mp3ImageWhenThereIsOne();
 };
 
 void tst_ReportViews::nodeCollection() {
@@ -341,6 +343,29 @@ void tst_ReportViews::walkStopsAtPosition32767() {
     // Positions 5 to 32767 are listed; the three entries behind them are out of the walk's reach.
     QCOMPARE(list->topLevelItemCount(), 32763);
     QCOMPARE(FileListView::key(list->topLevelItem(32762)), QStringLiteral("ID3v132767"));
+}
+
+void tst_ReportViews::mp3ImageWhenThereIsOne() {
+    // Without the desktop's MP3 image the icon steps are skipped: the files are listed all the same.
+    Views without;
+    clickItem(without.tree, without.node("ID3v2"));
+    QCOMPARE(without.list->topLevelItemCount(), 3);
+    QVERIFY(FileListView::largeIcon(without.list->topLevelItem(0)).isNull());
+    QVERIFY(without.child<QLabel>("ImgIcon")->pixmap().isNull());
+
+    Views with;
+    QPixmap note(32, 32);
+    note.fill(Qt::darkBlue);
+    const QIcon mp3(note);
+    with.child<ImageList>("ImgDirTree")->add("MP3", mp3);
+    clickItem(with.tree, with.node("ID3v2"));
+    QCOMPARE(with.list->topLevelItemCount(), 3);
+    for (int i = 0; i < 3; ++i) {
+        QTreeWidgetItem* item = with.list->topLevelItem(i);
+        QCOMPARE(FileListView::largeIcon(item).cacheKey(), mp3.cacheKey()); // the large icon only
+        QVERIFY(item->icon(0).isNull());
+    }
+    QVERIFY(!with.child<QLabel>("ImgIcon")->pixmap().isNull());
 }
 
 QTEST_MAIN(tst_ReportViews)

@@ -18,7 +18,6 @@ public:
     void setCaption(const QString& caption);
 
     // Sizes itself to its caption: a wrapping label keeps its width and takes the height of the text.
-    bool autoSize() const { return m_autoSize; }
     void setAutoSize(bool on);
 
     // An opaque label fills its background with the palette's window colour.

@@ -17,7 +17,6 @@ public:
     void add(const QString& key, const QIcon& icon);
     // 1-based position of the key; 0 when there is none.
     int indexOf(const QString& key) const;
-    bool contains(const QString& key) const { return indexOf(key) != 0; }
     // The image of the key; a null icon when there is none.
     QIcon icon(const QString& key) const;
     // The image at a 1-based position; a null icon outside 1 to count().

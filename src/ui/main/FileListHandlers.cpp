@@ -21,8 +21,7 @@ void frmMain::LV_ItemClick() {
 }
 
 void frmMain::LV_Click() {
-    ResetWebItems(true);
-    ShowSelectedItems->start();
+    LV_ItemClick();
 }
 
 void frmMain::LV_MouseDown(Qt::MouseButton button, const QPoint& position) {

@@ -65,15 +65,6 @@ QIcon FileListView::largeIcon(const QTreeWidgetItem* item) {
     return file ? file->largeIcon : QIcon();
 }
 
-QTreeWidgetItem* FileListView::itemByKey(const QString& wanted) const {
-    for (int i = 0; i < topLevelItemCount(); ++i) {
-        if (key(topLevelItem(i)) == wanted) {
-            return topLevelItem(i);
-        }
-    }
-    return nullptr;
-}
-
 void FileListView::setSingleColumn(const QString& columnKey, const QString& caption, int width) {
     setColumnCount(1);
     auto* headerRow = new QTreeWidgetItem;

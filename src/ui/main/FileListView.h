@@ -18,8 +18,6 @@ public:
     static QTreeWidgetItem* createItem(const QString& key, const QString& text, const QIcon& largeIcon = {});
     static QString key(const QTreeWidgetItem* item);
     static QIcon largeIcon(const QTreeWidgetItem* item);
-    // The item of the key; nullptr when there is none.
-    QTreeWidgetItem* itemByKey(const QString& key) const;
 
     // Replaces every column by one column with a key, a caption and a width in pixels.
     void setSingleColumn(const QString& key, const QString& caption, int width);

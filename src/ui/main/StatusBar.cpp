@@ -43,15 +43,6 @@ bool StatusBar::setPanelWidth(const QString& key, double widthTwips) {
     return false;
 }
 
-double StatusBar::panelWidth(const QString& key) const {
-    for (const Panel& p : m_panels) {
-        if (p.key == key) {
-            return p.width;
-        }
-    }
-    return 0;
-}
-
 void StatusBar::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
     placePanels();

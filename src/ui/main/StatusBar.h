@@ -22,7 +22,6 @@ public:
     int panelCount() const { return static_cast<int>(m_panels.size()); }
     // False, and nothing changes, for an unknown key or a negative width.
     bool setPanelWidth(const QString& key, double widthTwips);
-    double panelWidth(const QString& key) const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -7,9 +7,9 @@
 #include "ui/common/Twips.h"
 #include "ui/main/frmMain.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
-#include <QTreeWidget>
 
 namespace zentoria {
 

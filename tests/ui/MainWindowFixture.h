@@ -7,7 +7,9 @@
 #include <QAction>
 #include <QHeaderView>
 #include <QTest>
-#include <QTreeWidget>
+#include <QTreeView>
+
+#include <algorithm>
 
 // A loaded main window whose messages are collected instead of shown.
 struct MainWindowFixture {
@@ -44,42 +46,63 @@ struct MainWindowFixture {
     }
 };
 
-// The tree item whose text is exactly this; nullptr when there is none.
-inline QTreeWidgetItem* itemWithText(QTreeWidget* view, const QString& text) {
-    const QList<QTreeWidgetItem*> found = view->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
-    return found.isEmpty() ? nullptr : found.first();
+// The index whose key (Qt::UserRole) is this, anywhere in the view's model; invalid when there is none.
+inline QModelIndex indexOfKey(const QAbstractItemView* view, const QString& key) {
+    const QAbstractItemModel* model = view->model();
+    return model->match(model->index(0, 0), Qt::UserRole, key, 1, Qt::MatchExactly | Qt::MatchRecursive)
+        .value(0);
 }
 
-// Where a user clicks an item: the middle of its row, or of the part of the row the view shows.
-inline QPoint itemPoint(QTreeWidget* view, QTreeWidgetItem* item) {
-    view->scrollToItem(item);
-    const QRect row = view->visualItemRect(item).intersected(view->viewport()->rect());
-    return row.center();
+// The index of a top-level row.
+inline QModelIndex rowIndex(const QAbstractItemView* view, int row) {
+    return view->model()->index(row, 0);
 }
 
-inline void clickItem(QTreeWidget* view, QTreeWidgetItem* item, Qt::MouseButton button = Qt::LeftButton,
-                      Qt::KeyboardModifiers modifiers = {}) {
-    QTest::mouseClick(view->viewport(), button, modifiers, itemPoint(view, item));
+// Where a user clicks an index: the middle of its row, or of the part of the row the view shows.
+inline QPoint indexPoint(QAbstractItemView* view, const QModelIndex& index) {
+    view->scrollTo(index);
+    return view->visualRect(index).intersected(view->viewport()->rect()).center();
 }
 
-// Clicks the expand button in front of an item.
-inline void clickExpandButton(QTreeWidget* view, QTreeWidgetItem* item) {
-    view->scrollToItem(item);
-    const QRect row = view->visualItemRect(item);
+inline void clickIndex(QAbstractItemView* view, const QModelIndex& index,
+                       Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers modifiers = {}) {
+    QVERIFY(index.isValid());
+    QTest::mouseClick(view->viewport(), button, modifiers, indexPoint(view, index));
+}
+
+// Clicks the expand button in front of an index.
+inline void clickExpandButton(QTreeView* view, const QModelIndex& index) {
+    view->scrollTo(index);
+    const QRect row = view->visualRect(index);
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
                       QPoint(row.left() - view->indentation() / 2, row.center().y()));
 }
 
 // Clicks the tree or list below its last row.
-inline void clickEmptySpace(QTreeWidget* view) {
+inline void clickEmptySpace(QAbstractItemView* view) {
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
                       QPoint(view->viewport()->width() / 2, view->viewport()->height() - 3));
 }
 
-inline QStringList texts(QTreeWidget* list) {
+// The texts (or another role) of the top-level rows, in the order the view shows them.
+inline QStringList texts(const QAbstractItemView* view, int role = Qt::DisplayRole) {
     QStringList out;
-    for (int i = 0; i < list->topLevelItemCount(); ++i) {
-        out << list->topLevelItem(i)->text(0);
+    for (int row = 0; row < view->model()->rowCount(); ++row) {
+        out << rowIndex(view, row).data(role).toString();
     }
     return out;
+}
+
+inline QStringList keys(const QAbstractItemView* view) {
+    return texts(view, Qt::UserRole);
+}
+
+// The rows whose items are selected, top to bottom.
+inline QList<int> selectedRows(const QAbstractItemView* view) {
+    QList<int> rows;
+    for (const QModelIndex& index : view->selectionModel()->selectedRows()) {
+        rows << index.row();
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
 }

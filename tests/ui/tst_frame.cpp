@@ -276,8 +276,8 @@ void tst_Frame::panelTitleDoublesAmpersands() {
     f.open(dataFile("markup.vzt"));
     auto* tree = f.child<ReportTree>("TV");
     auto* title = f.child<CaptionLabel>("lblWebFolder");
-    clickExpandButton(tree, tree->item(2));
-    clickItem(tree, tree->item(6));
+    clickExpandButton(tree, tree->indexOf(2));
+    clickIndex(tree, tree->indexOf(6));
     QCOMPARE(title->caption(), QStringLiteral("C:\\Rock && Roll\\<i>y</i>.mp3"));
     QCOMPARE(title->text(), QStringLiteral("C:\\Rock & Roll\\<i>y</i>.mp3"));
     QCOMPARE(title->textFormat(), Qt::PlainText);

@@ -13,7 +13,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
-#include <QTreeWidget>
+#include <QTreeView>
 
 using namespace zentoria;
 
@@ -71,7 +71,7 @@ void tst_frmMain::controls_data() {
                              << "QLabel"
                              << "pctWeb" << QRect(195, 175, 480, 480);
     QTest::newRow("LV") << "LV"
-                        << "QTreeWidget"
+                        << "QTreeView"
                         << "pctBorders" << QRect(3000, 0, 1935, 2685);
     QTest::newRow("SB") << "SB"
                         << "zentoria::StatusBar"
@@ -90,7 +90,7 @@ void tst_frmMain::controls_data() {
                                << "zentoria::PictureBox"
                                << "client" << QRect(4200, 1080, 75, 5835);
     QTest::newRow("TV") << "TV"
-                        << "QTreeWidget"
+                        << "QTreeView"
                         << "client" << QRect(0, 1080, 4215, 5775);
     QTest::newRow("pctToLoad") << "pctToLoad"
                                << "zentoria::PictureBox"

@@ -2,6 +2,7 @@
 #include "FileListView.h"
 #include "frmMain.h"
 
+#include <QItemSelectionModel>
 #include <QTimer>
 
 namespace zentoria {
@@ -9,9 +10,9 @@ namespace zentoria {
 void frmMain::LV_ColumnClick(int column) {
     // Every header click switches sorting on; a click on the sorted column turns the direction round.
     if (LV->sortKey() == column) {
-        LV->setSort(column, 1 - LV->sortOrder(), true);
+        LV->setSort(column, 1 - LV->sortOrder());
     } else {
-        LV->setSort(column, LV->sortOrder(), true);
+        LV->setSort(column, LV->sortOrder());
     }
 }
 
@@ -28,15 +29,13 @@ void frmMain::LV_MouseDown(Qt::MouseButton button, const QPoint& position) {
     if (button != Qt::RightButton) {
         return;
     }
-    QTreeWidgetItem* found = LV->itemAt(position);
-    if (!found) {
+    const QModelIndex found = LV->indexAt(position);
+    if (!found.isValid()) {
         return;
     }
-    for (int i = 0; i < LV->topLevelItemCount(); ++i) {
-        LV->topLevelItem(i)->setSelected(false);
-    }
-    LV->setCurrentItem(found);
-    found->setSelected(true);
+    // Every item unselected, then the found one made the selected (and current) item.
+    LV->selectionModel()->setCurrentIndex(found,
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void frmMain::LV_DblClick() {

@@ -1,37 +1,36 @@
 #pragma once
 
-#include <QIcon>
-#include <QTreeWidget>
+#include "FileListModel.h"
+
+#include <QTreeView>
 
 namespace zentoria {
 
-// The file list control: one row per item, each with a key; several items can be selected. It sorts by
-// the column and direction it is told, case-insensitively, and reports clicks and button presses like
-// the list controls report tools are used to.
-class FileListView : public QTreeWidget {
+// The file list control: a view with a header over a FileListModel; several items can be selected.
+// It sorts by the column and direction it is told, and reports clicks and button presses like the list
+// controls report tools are used to. A path cut off by the column shows whole as a tooltip.
+class FileListView : public QTreeView {
     Q_OBJECT
 
 public:
-    explicit FileListView(QWidget* parent = nullptr);
+    explicit FileListView(const NodeCollection& nodes, QWidget* parent = nullptr);
 
-    // An item for the list: it keeps the large icon for views with large icons and shows no small one.
-    static QTreeWidgetItem* createItem(const QString& key, const QString& text, const QIcon& largeIcon = {});
-    static QString key(const QTreeWidgetItem* item);
-    static QIcon largeIcon(const QTreeWidgetItem* item);
+    FileListModel* listModel() const { return m_model; }
 
-    // Replaces every column by one column with a key, a caption and a width in pixels.
+    // Replaces every column by one column with a key, a caption and a width in pixels, and shows the
+    // header.
     void setSingleColumn(const QString& key, const QString& caption, int width);
     QString columnKey(int column) const;
 
-    // Zero-based sort column and direction (0 ascending, 1 descending). Sorting is off until switched on.
-    int sortKey() const { return m_sortKey; }
-    int sortOrder() const { return m_sortOrder; }
-    bool isSorted() const { return m_sorted; }
-    void setSort(int key, int order, bool sorted);
+    // Zero-based sort column and direction (0 ascending, 1 descending). Sorting is off until set.
+    int sortKey() const { return m_model->sortColumn(); }
+    int sortOrder() const { return m_model->sortOrder() == Qt::AscendingOrder ? 0 : 1; }
+    bool isSorted() const { return m_model->isSorted(); }
+    void setSort(int key, int order);
 
 Q_SIGNALS:
-    // A mouse click anywhere in the list; it comes after itemClicked.
-    void clicked();
+    // A left click anywhere in the list; it comes after clicked().
+    void clickedAnywhere();
     // A mouse button went down; the list has already handled it.
     void mouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, const QPoint& position);
 
@@ -40,11 +39,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    void applySort();
+    void showSortIndicator();
 
-    int m_sortKey = 0;
-    int m_sortOrder = 0;
-    bool m_sorted = false;
+    FileListModel* m_model;
 };
 
 } // namespace zentoria

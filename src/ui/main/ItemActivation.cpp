@@ -8,7 +8,7 @@
 
 #include <QLabel>
 
-#include <cstdio>
+#include <algorithm>
 
 namespace zentoria {
 
@@ -23,8 +23,8 @@ void frmMain::TV_Collapse() {
     CollapsePending = true;
 }
 
-void frmMain::TV_Expand(QTreeWidgetItem* node) {
-    TV->setCurrentItem(node);
+void frmMain::TV_Expand(const QModelIndex& node) {
+    TV->setCurrentIndex(node);
     ExpandPending = true;
 }
 
@@ -39,12 +39,12 @@ void frmMain::TV_Click() {
 void frmMain::ItemClick(QWidget* Obj) {
     const bool fromTree = Obj == TV;
     const int selected = fromTree ? TV->selectedPosition() : 0;
-    if (fromTree ? selected == 0 : LV->selectedItems().isEmpty()) {
+    if (fromTree ? selected == 0 : !LV->selectionModel()->hasSelection()) {
         return;
     }
     const NodeCollection& nodes = TV->nodes();
     if (fromTree) {
-        const bool collapsed = !TV->item(selected)->isExpanded();
+        const bool collapsed = !TV->isExpanded(TV->indexOf(selected));
         if (CollapsePending && nodes.childCount(selected) > 0 && collapsed) {
             CollapsePending = false;
             return;
@@ -62,23 +62,12 @@ void frmMain::ItemClick(QWidget* Obj) {
 
     // A double click in the list leaves it as it is: emptying it would only lose the user's place.
     if (fromTree) {
-        const QByteArray key = nodes.key(selected).toLatin1();
-        const QIcon mp3 = ImgDirTree->icon(QStringLiteral("MP3"));
-        LV->clear();
-        QList<QTreeWidgetItem*> items;
-        items.reserve(nodes.childCount(selected));
-        const int last = qMin(nodes.count(), kLastWalkPosition);
-        for (int p = 2; p <= last; ++p) {
-            // Keys are unique, so the parent whose key is N's is N itself.
-            if (nodes.parentPosition(p) == selected) {
-                char itemKey[32];
-                const int length = std::snprintf(itemKey, sizeof itemKey, "%s%d", key.constData(), p);
-                items.append(FileListView::createItem(
-                    QString::fromLatin1(itemKey, qMin<int>(length, sizeof itemKey - 1)),
-                    nodes.text(p).trimmed(), mp3));
-            }
-        }
-        LV->addTopLevelItems(items);
+        // The children in tree order are the nodes a walk over the positions from 2 up finds under
+        // N; that walk counts in 16 bits, so it cannot reach past position 32767.
+        const QList<int>& children = nodes.children(selected);
+        const auto reached = std::upper_bound(children.cbegin(), children.cend(), kLastWalkPosition);
+        LV->listModel()->setItems(nodes.key(selected), QList<int>(children.cbegin(), reached),
+                                  ImgDirTree->icon(QStringLiteral("MP3")));
         LV->setSingleColumn(QStringLiteral("File"), QStringLiteral("MP3"),
                             twipsToPixels(6500, logicalDpi(LV)));
         lblWebFolder->setCaption(nodes.text(selected));

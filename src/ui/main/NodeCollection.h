@@ -1,53 +1,76 @@
 #pragma once
 
-#include <QHash>
+#include "report/ReportEntry.h"
+
 #include <QList>
 #include <QString>
 
 namespace zentoria {
 
-// One node of a NodeCollection.
-struct NodeRecord {
-    QString key;
-    QString text;
-    int parent = 0; // position, 0 for a top-level node
-    int children = 0;
-};
-
-// The report tree's nodes as the program addresses them: by 1-based position in the order they were
-// added (whatever order the tree shows them in) and by unique key.
+// The report tree's nodes, held once: by 1-based position in the order they were added and by unique
+// key. Two sorts of node: a few folders (the root and the problem kinds), stored as given, and the
+// report's entries, stored as the reader made them. Everything else about an entry is derived: its key
+// is "ID3v1" followed by its ordinal, its parent is the folder keyed by its kind code, its position
+// follows the folders in the order the entries were added.
 class NodeCollection {
 public:
     void clear();
-    // Adds a node under the node of parentKey (an empty key adds a top-level node). Returns its position,
-    // or 0 when the key is taken or the parent does not exist.
-    int add(const QString& parentKey, const QString& key, const QString& text);
-    // The same under the node at a position (0 adds a top-level node).
-    int add(int parent, const QString& key, const QString& text);
 
-    int count() const { return static_cast<int>(m_nodes.size()); }
+    // Adds a folder under the node at a position (0: top level). Folders come before every entry, and a
+    // folder key cannot take the shape of an entry key. Returns the new position, or 0 when refused.
+    int add(int parent, const QString& key, const QString& text);
+    // The same under the node of parentKey (empty: top level).
+    int add(const QString& parentKey, const QString& key, const QString& text);
+    // Adds a report entry under the folder keyed by its kind code. Ordinals must be positive and rise
+    // from one entry to the next, as a report numbers its records; that keeps entry keys unique and
+    // findable by a binary search. Returns the new position, or 0 when refused.
+    int addEntry(ReportEntry entry);
+    void reserveEntries(qsizetype count);
+
+    int count() const { return folderCount() + entryCount(); }
+    int folderCount() const { return static_cast<int>(m_folders.size()); }
+    int entryCount() const { return static_cast<int>(m_entries.size()); }
+    bool isEntry(int position) const { return position > folderCount(); }
+    // The entry behind an entry node's position.
+    const ReportEntry& entry(int position) const { return m_entries.at(position - folderCount() - 1); }
+
     // 1-based position of the key; 0 when there is none.
-    int positionOf(const QString& key) const { return m_positions.value(key); }
-    QString key(int position) const { return node(position).key; }
-    QString text(int position) const { return node(position).text; }
+    int positionOf(QStringView key) const;
+    QString key(int position) const;
+    const QString& text(int position) const;
+    // The parent's position; 0 for a top-level node.
+    int parentPosition(int position) const;
     // The parent's key; empty for a top-level node.
     QString parentKey(int position) const;
-    // The parent's position; 0 for a top-level node.
-    int parentPosition(int position) const { return node(position).parent; }
-    int childCount(int position) const { return node(position).children; }
+    int childCount(int position) const;
+    // The folder keyed by the kind's code; 0 while there is none.
+    int kindPosition(ProblemKind kind) const { return m_kindFolders[kindNumber(kind)]; }
+    // Whether add would take the folder.
+    bool acceptsFolder(int parent, const QString& key) const;
+    // Whether addEntry would take the entry.
+    bool acceptsEntry(const ReportEntry& entry) const;
+    // The positions of a node's children, in the order they were added (ascending); position 0 stands
+    // for the top level.
+    const QList<int>& children(int position) const;
+    // 0-based place of a node among its parent's children (among the top-level nodes for those).
+    int row(int position) const;
     // The texts from the top-level node down to this one, joined by a backslash.
     QString fullPath(int position) const;
 
 private:
-    using Node = NodeRecord;
-    const Node& node(int position) const { return m_nodes.at(position - 1); }
+    struct Folder {
+        QString key;
+        QString text;
+        int parent = 0;
+        int row = 0;
+        QList<int> children;
+    };
 
-    QList<Node> m_nodes;
-    QHash<QString, int> m_positions;
+    QList<Folder> m_folders;
+    QList<int> m_topLevel;
+    QList<ReportEntry> m_entries;
+    // Positions of the folders keyed "ID3v0", "ID3v1", "ID3v2"; 0 while there is none.
+    int m_kindFolders[3] = {0, 0, 0};
 };
 
 } // namespace zentoria
-
-// Nodes move as plain bytes when the list grows: Qt's list moves other types one by one, which for a
-// large report costs several times the making of its nodes.
-Q_DECLARE_TYPEINFO(zentoria::NodeRecord, Q_RELOCATABLE_TYPE);

@@ -1,6 +1,7 @@
 // frmMain: opening a report and building the report tree from it.
 #include "FileListView.h"
 #include "ReportTree.h"
+#include "ReportTreeModel.h"
 #include "frmMain.h"
 #include "report/ReportReader.h"
 #include "settings/Globals.h"
@@ -8,8 +9,6 @@
 #include "ui/common/ImageList.h"
 
 #include <QFile>
-
-#include <cstdio>
 
 namespace zentoria {
 
@@ -35,15 +34,19 @@ void frmMain::OpenFile(QString& File) {
         return;
     }
     DeviceLineSource source(file);
-    const ReportReadResult result = ReadReport(source);
+    ReportReadResult result = ReadReport(source);
     if (result.Outcome == Outcome::Corrupted) {
         showMessage(QStringLiteral("The file is corrupted"));
         return;
     }
+    // Rebuilding the tree empties the file list too.
     LoadTreeView();
-    LV->clear();
-    for (const ReportEntry& entry : result.Entries) {
-        AddEntryNode(entry);
+    {
+        // The entries move into the tree, which is shown once they are all there.
+        const ReportTreeModel::EntryBatch batch(*m_report, result.Entries.size());
+        for (ReportEntry& entry : result.Entries) {
+            AddEntryNode(std::move(entry));
+        }
     }
     if (result.Outcome == Outcome::NoProblems) {
         showMessage(QStringLiteral("The are no MP3 file with \"problems\" in this report."));
@@ -64,27 +67,23 @@ void frmMain::LoadTreeView(const QString& Key) {
     }
     // Building the tree is no user action: the expand handler must not see the root open.
     const QSignalBlocker quiet(TV);
-    TV->clearNodes();
-    const QIcon folder = folderIcon(*ImgDirTree);
-    QTreeWidgetItem* root =
-        TV->addNode({}, QStringLiteral("Integrity"), QStringLiteral("Integrity Report"), folder);
-    root->setExpanded(true);
+    m_report->clear();
+    m_report->setFolderIcon(folderIcon(*ImgDirTree));
+    const QString root = QStringLiteral("Integrity");
+    TV->expand(TV->indexOf(m_report->addNode({}, root, QStringLiteral("Integrity Report"))));
     for (ProblemKind kind : {ProblemKind::ID3v1, ProblemKind::ID3v2, ProblemKind::ID3v0}) {
-        TV->addNode(QStringLiteral("Integrity"), kindCode(kind), kindCaption(kind), folder);
-        m_kindNodes[kindNumber(kind)] = TV->nodes().positionOf(kindCode(kind));
+        m_report->addNode(root, kindCode(kind), kindCaption(kind));
     }
 }
 
 void frmMain::AddEntryNode(const ReportEntry& entry) {
-    // Called once per entry of reports with tens of thousands: the kind node's position was kept when
-    // the tree was built, instead of looking up its key each time.
-    const int parent = m_kindNodes[kindNumber(entry.Kind)];
-    // Every entry key starts with "ID3v1", whatever the entry's kind: the kind is the parent's.
-    char key[16];
-    const int length = std::snprintf(key, sizeof key, "ID3v1%d", int(entry.Ordinal));
-    if (parent != 0) {
-        TV->addNode(parent, QString::fromLatin1(key, length), entry.Path);
-    }
+    AddEntryNode(ReportEntry(entry));
+}
+
+void frmMain::AddEntryNode(ReportEntry&& entry) {
+    // Every entry key starts with "ID3v1", whatever the entry's kind: the kind is the parent's. The
+    // collection derives keys and parents from the entry itself.
+    m_report->addEntry(std::move(entry));
 }
 
 void frmMain::submnuOpen_Click() {

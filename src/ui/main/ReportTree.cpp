@@ -1,81 +1,86 @@
 #include "ReportTree.h"
 
+#include "ui/common/FullTextDelegate.h"
+
+#include <QHeaderView>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 
 namespace zentoria {
 
 ReportTree::ReportTree(QWidget* parent)
-    : QTreeWidget(parent) {
+    : QTreeView(parent) {
     setHeaderHidden(true);
-    setColumnCount(1);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setUniformRowHeights(true);
-    connect(this, &QTreeWidget::itemCollapsed, this, &ReportTree::selectCollapsedAncestor);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    header()->setStretchLastSection(false);
+    setItemDelegate(new FullTextDelegate(this));
+    connect(this, &QTreeView::collapsed, this, &ReportTree::selectCollapsedAncestor);
+    connect(this, &QTreeView::expanded, this, [this] { m_expandedOrCollapsed = true; });
+    connect(this, &QTreeView::collapsed, this, [this] { m_expandedOrCollapsed = true; });
 }
 
-void ReportTree::clearNodes() {
-    clear();
-    m_items.clear();
-    m_nodes.clear();
-}
-
-QTreeWidgetItem* ReportTree::addNode(const QString& parentKey, const QString& key, const QString& text,
-                                     const QIcon& icon) {
-    const int parent = parentKey.isEmpty() ? 0 : m_nodes.positionOf(parentKey);
-    if (!parentKey.isEmpty() && parent == 0) {
-        return nullptr;
-    }
-    return addNode(parent, key, text, icon);
-}
-
-QTreeWidgetItem* ReportTree::addNode(int parent, const QString& key, const QString& text, const QIcon& icon) {
-    const int position = m_nodes.add(parent, key, text);
-    if (position == 0) {
-        return nullptr;
-    }
-    QTreeWidgetItem* parentItem = item(m_nodes.parentPosition(position));
-    auto* node = new QTreeWidgetItem;
-    node->setText(0, text);
-    if (!icon.isNull()) {
-        node->setIcon(0, icon);
-    }
-    if (parentItem) {
-        parentItem->addChild(node);
-    } else {
-        addTopLevelItem(node);
-    }
-    m_items.append(node);
-    return node;
+void ReportTree::setReportModel(ReportTreeModel* model) {
+    m_model = model;
+    setModel(model);
 }
 
 int ReportTree::selectedPosition() const {
-    // A search per click costs less than a position stored in each of thousands of nodes.
-    const QList<QTreeWidgetItem*> selected = selectedItems();
-    return selected.isEmpty() ? 0 : static_cast<int>(m_items.indexOf(selected.first()) + 1);
+    const QModelIndexList selected =
+        selectionModel() ? selectionModel()->selectedIndexes() : QModelIndexList();
+    return selected.isEmpty() ? 0 : ReportTreeModel::positionOf(selected.first());
 }
 
 void ReportTree::mousePressEvent(QMouseEvent* event) {
-    // A click beside the nodes keeps the selection, as tree controls do.
-    if (indexAt(event->position().toPoint()).isValid()) {
-        QTreeWidget::mousePressEvent(event);
+    // The right button shows no menu here and moves nothing; a click beside the nodes keeps the
+    // selection, as tree controls do.
+    if (event->button() == Qt::RightButton || !indexAt(event->position().toPoint()).isValid()) {
+        event->accept();
+        return;
     }
+    QTreeView::mousePressEvent(event);
 }
 
 void ReportTree::mouseReleaseEvent(QMouseEvent* event) {
-    QTreeWidget::mouseReleaseEvent(event);
+    QTreeView::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton) {
-        Q_EMIT clicked();
+        Q_EMIT clickedAnywhere();
     }
 }
 
-void ReportTree::selectCollapsedAncestor(QTreeWidgetItem* collapsed) {
+void ReportTree::keyPressEvent(QKeyEvent* event) {
+    const int before = selectedPosition();
+    m_expandedOrCollapsed = false;
+    QTreeView::keyPressEvent(event);
+    // A key that expanded or collapsed a node has told so already; one that only moved on tells now.
+    const int after = selectedPosition();
+    if (after != 0 && after != before && !m_expandedOrCollapsed) {
+        Q_EMIT selectionMovedByKey();
+    }
+}
+
+void ReportTree::updateGeometries() {
+    QTreeView::updateGeometries();
+    if (m_fittingColumn || !model()) {
+        return;
+    }
+    // At least the view's width, so that a click anywhere on a row is on its node; wider when the
+    // texts are, so that they scroll sideways rather than being cut.
+    const QScopedValueRollback fitting(m_fittingColumn, true);
+    const int width = qMax(viewport()->width(), sizeHintForColumn(0));
+    if (header()->sectionSize(0) != width) {
+        header()->resizeSection(0, width);
+    }
+}
+
+void ReportTree::selectCollapsedAncestor(const QModelIndex& collapsed) {
     // A hidden node cannot stay selected: the selection moves up to the node that hid it.
-    for (QTreeWidgetItem* selected : selectedItems()) {
-        for (QTreeWidgetItem* up = selected->parent(); up; up = up->parent()) {
-            if (up == collapsed) {
-                setCurrentItem(collapsed);
-                return;
-            }
+    const QModelIndex selected = indexOf(selectedPosition());
+    for (QModelIndex up = selected.parent(); up.isValid(); up = up.parent()) {
+        if (up == collapsed) {
+            setCurrentIndex(collapsed);
+            return;
         }
     }
 }

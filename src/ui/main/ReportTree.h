@@ -1,47 +1,49 @@
 #pragma once
 
-#include "NodeCollection.h"
+#include "ReportTreeModel.h"
 
-#include <QTreeWidget>
+#include <QTreeView>
 
 namespace zentoria {
 
-// The report tree control: a tree widget that keeps its nodes in a NodeCollection, so that nodes are
-// found by key and by the position they were added at. Like the tree controls report tools are used to,
-// it tells about every click inside it (after the node-click of the same click), a click beside the
-// nodes keeps the selection, and collapsing a node that holds the selection selects that node.
-class ReportTree : public QTreeWidget {
+// The report tree control: a view over the report's tree model. Like the tree controls report tools
+// are used to, it tells about every click inside it (after the node-click of the same click), a click
+// beside the nodes or with the right button keeps the selection, and collapsing a node that holds the
+// selection selects that node. Its one column is as wide as the widest text shown, so long paths
+// scroll sideways; a path cut off at the view's edge shows whole as a tooltip.
+class ReportTree : public QTreeView {
     Q_OBJECT
 
 public:
     explicit ReportTree(QWidget* parent = nullptr);
 
-    const NodeCollection& nodes() const { return m_nodes; }
-    // Removes every node.
-    void clearNodes();
-    // Adds a node under the node of parentKey (empty: top level); nullptr when the collection refuses it.
-    QTreeWidgetItem* addNode(const QString& parentKey, const QString& key, const QString& text,
-                             const QIcon& icon = {});
-    // The same under the node at a position (0: top level), for callers that add many nodes to one parent.
-    QTreeWidgetItem* addNode(int parent, const QString& key, const QString& text, const QIcon& icon = {});
-    // The node at a position; nullptr outside 1 to the node count.
-    QTreeWidgetItem* item(int position) const { return m_items.value(position - 1); }
+    void setReportModel(ReportTreeModel* model);
+    ReportTreeModel* reportModel() const { return m_model; }
+    const NodeCollection& nodes() const { return m_model->nodes(); }
+    // The index of the node at a position; invalid when there is none.
+    QModelIndex indexOf(int position) const { return m_model->indexOf(position); }
     // The position of the selected node; 0 when no node is selected.
     int selectedPosition() const;
 
 Q_SIGNALS:
-    // A mouse click anywhere in the tree, nodes and expand buttons included; it comes after itemClicked.
-    void clicked();
+    // A left click anywhere in the tree, nodes and expand buttons included; it comes after clicked().
+    void clickedAnywhere();
+    // A key moved the selection to another node without expanding or collapsing one.
+    void selectionMovedByKey();
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void updateGeometries() override;
 
 private:
-    void selectCollapsedAncestor(QTreeWidgetItem* collapsed);
+    void selectCollapsedAncestor(const QModelIndex& collapsed);
 
-    NodeCollection m_nodes;
-    QList<QTreeWidgetItem*> m_items; // by position - 1
+    ReportTreeModel* m_model = nullptr;
+    // Set when a node expands or collapses, so that a key press can tell it did.
+    bool m_expandedOrCollapsed = false;
+    bool m_fittingColumn = false;
 };
 
 } // namespace zentoria

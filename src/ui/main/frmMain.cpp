@@ -3,6 +3,7 @@
 #include "FileListView.h"
 #include "MenuDecorator.h"
 #include "ReportTree.h"
+#include "ReportTreeModel.h"
 #include "StatusBar.h"
 #include "settings/Globals.h"
 #include "settings/LanguageCatalog.h"
@@ -64,6 +65,8 @@ frmMain::frmMain(QWidget* parent)
 frmMain::~frmMain() = default;
 
 void frmMain::createControls() {
+    m_report = new ReportTreeModel(this);
+
     m_client = named(new QWidget(this), "client");
     setCentralWidget(m_client);
     m_client->installEventFilter(this);
@@ -138,16 +141,18 @@ void frmMain::createControls() {
     ImgIcon->setPixmap(QIcon(QStringLiteral(":/zentoria/zentoria.png")).pixmap(32, 32));
     setGeometryTwips(ImgIcon, 195, 175, 480, 480);
 
-    LV = named(new FileListView(pctBorders), "LV");
+    LV = named(new FileListView(m_report->nodes(), pctBorders), "LV");
     setGeometryTwips(LV, 3000, 0, 1935, 2685);
+    // The list's items name positions in the tree; a rebuilt tree has other nodes at them.
+    connect(m_report, &QAbstractItemModel::modelAboutToBeReset, LV->listModel(), &FileListModel::clear);
     connect(LV->header(), &QHeaderView::sectionClicked, this, &frmMain::LV_ColumnClick);
-    connect(LV, &QTreeWidget::itemClicked, this, &frmMain::LV_ItemClick);
-    connect(LV, &FileListView::clicked, this, &frmMain::LV_Click);
+    connect(LV, &QAbstractItemView::clicked, this, &frmMain::LV_ItemClick);
+    connect(LV, &FileListView::clickedAnywhere, this, &frmMain::LV_Click);
     connect(LV, &FileListView::mouseDown, this,
             [this](Qt::MouseButton button, Qt::KeyboardModifiers, const QPoint& position) {
                 LV_MouseDown(button, position);
             });
-    connect(LV, &QTreeWidget::itemDoubleClicked, this, &frmMain::LV_DblClick);
+    connect(LV, &QAbstractItemView::doubleClicked, this, &frmMain::LV_DblClick);
 
     mMenu = named(new MenuDecorator(this), "mMenu");
 
@@ -209,11 +214,14 @@ void frmMain::createControls() {
     connect(Separator, &PictureBox::mouseReleased, this, &frmMain::Separator_MouseUp);
 
     TV = named(new ReportTree(m_client), "TV");
+    TV->setReportModel(m_report);
     setGeometryTwips(TV, 0, 1080, 4215, 5775);
-    connect(TV, &QTreeWidget::itemCollapsed, this, &frmMain::TV_Collapse);
-    connect(TV, &QTreeWidget::itemExpanded, this, &frmMain::TV_Expand);
-    connect(TV, &QTreeWidget::itemClicked, this, &frmMain::TV_NodeClick);
-    connect(TV, &ReportTree::clicked, this, &frmMain::TV_Click);
+    connect(TV, &QTreeView::collapsed, this, &frmMain::TV_Collapse);
+    connect(TV, &QTreeView::expanded, this, &frmMain::TV_Expand);
+    connect(TV, &QAbstractItemView::clicked, this, &frmMain::TV_NodeClick);
+    connect(TV, &ReportTree::clickedAnywhere, this, &frmMain::TV_Click);
+    // A keyboard user sees the files of the node the keys moved to, as after a click on it.
+    connect(TV, &ReportTree::selectionMovedByKey, this, &frmMain::TV_NodeClick);
 
     Mns = named(new ImageList(this), "Mns");
     fillImageLists();

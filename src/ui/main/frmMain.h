@@ -11,7 +11,7 @@ class QLabel;
 class QMenu;
 class QScrollBar;
 class QTimer;
-class QTreeWidgetItem;
+class QModelIndex;
 
 namespace zentoria {
 
@@ -23,6 +23,7 @@ class MenuDecorator;
 struct LayoutInput;
 class PictureBox;
 class ReportTree;
+class ReportTreeModel;
 class StatusBar;
 
 // The main window: the report tree on the left, the file list and the web-style panel on the right,
@@ -48,6 +49,7 @@ public:
     void LoadTreeView(const QString& Key = {});
     // Adds one report entry to the tree under its kind.
     void AddEntryNode(const ReportEntry& entry);
+    void AddEntryNode(ReportEntry&& entry);
 
     // Activates the selected item of the tree or the list: a tree node lists its children in the file
     // list and titles the panel with its text.
@@ -87,7 +89,7 @@ private:
     void ShowSelectedItems_Timer();
 
     void TV_Collapse();
-    void TV_Expand(QTreeWidgetItem* node);
+    void TV_Expand(const QModelIndex& node);
     void TV_NodeClick();
     void TV_Click();
     void LV_ColumnClick(int column);
@@ -119,10 +121,9 @@ private:
     // Re-entry guards of the caption handlers that write their own caption back.
     bool m_pathChanging = false;
     bool m_titleChanging = false;
-    // Tree positions of the kind nodes, by kind number; 0 until the tree is built.
-    int m_kindNodes[3] = {0, 0, 0};
-
     MessageBoxes m_messages;
+    // The open report's nodes: the tree shows them, the list shows the activated node's children.
+    ReportTreeModel* m_report = nullptr;
 
     QWidget* m_client = nullptr;
     PictureBox* pctBorders = nullptr;

@@ -1,0 +1,152 @@
+#include "FileListModel.h"
+
+#include "CaseInsensitiveOrder.h"
+#include "NodeCollection.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace zentoria {
+
+FileListModel::FileListModel(const NodeCollection& nodes, QObject* parent)
+    : QAbstractTableModel(parent)
+    , m_nodes(nodes) {}
+
+void FileListModel::clear() {
+    beginResetModel();
+    m_rows.clear();
+    m_parentKey.clear();
+    endResetModel();
+}
+
+void FileListModel::setItems(const QString& parentKey, QList<int> positions, const QIcon& largeIcon) {
+    beginResetModel();
+    m_parentKey = parentKey;
+    m_rows = std::move(positions);
+    m_largeIcon = largeIcon;
+    if (m_sorted && m_sortColumn == 0) {
+        const QList<int> order = sortedCaseInsensitive(rowTexts(), m_rows, m_sortOrder);
+        QList<int> sorted(m_rows.size());
+        std::transform(order.cbegin(), order.cend(), sorted.begin(), [this](int row) { return m_rows[row]; });
+        m_rows = std::move(sorted);
+    }
+    endResetModel();
+}
+
+void FileListModel::setSingleColumn(const QString& key, const QString& caption) {
+    m_columnKey = key;
+    m_columnCaption = caption;
+    if (m_hasColumn) {
+        Q_EMIT headerDataChanged(Qt::Horizontal, 0, 0);
+        return;
+    }
+    beginInsertColumns({}, 0, 0);
+    m_hasColumn = true;
+    endInsertColumns();
+}
+
+QString FileListModel::key(int row) const {
+    return m_parentKey + QString::number(m_rows.at(row));
+}
+
+QString FileListModel::text(int row) const {
+    return m_nodes.text(m_rows.at(row)).trimmed();
+}
+
+int FileListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+int FileListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() || !m_hasColumn ? 0 : 1;
+}
+
+QVariant FileListModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || index.column() != 0) {
+        return {};
+    }
+    switch (role) {
+    case Qt::DisplayRole:
+        return text(index.row());
+    case KeyRole:
+        return key(index.row());
+    case LargeIconRole:
+        return m_largeIcon;
+    default:
+        return {};
+    }
+}
+
+QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section != 0 || !m_hasColumn) {
+        return QAbstractTableModel::headerData(section, orientation, role);
+    }
+    if (role == Qt::DisplayRole) {
+        return m_columnCaption;
+    }
+    return role == KeyRole ? QVariant(m_columnKey) : QVariant();
+}
+
+Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
+    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren
+                           : Qt::NoItemFlags;
+}
+
+void FileListModel::sort(int column, Qt::SortOrder order) {
+    const bool onlyTurned = m_sorted && column == m_sortColumn && order != m_sortOrder;
+    m_sorted = true;
+    m_sortColumn = column;
+    m_sortOrder = order;
+    // A single column: a sort by any other one finds only empty, equal texts and keeps tree order.
+    if (column != 0) {
+        return;
+    }
+
+    Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    // Tree order is the order of the positions, so they break ties between equal texts.
+    const QList<QStringView> texts = rowTexts();
+    const QList<int> newOrder = onlyTurned ? turnedRound(texts) : sortedCaseInsensitive(texts, m_rows, order);
+    QList<int> rows(m_rows.size());
+    QList<int> newRowOf(m_rows.size());
+    for (int row = 0; row < newOrder.size(); ++row) {
+        rows[row] = m_rows.at(newOrder.at(row));
+        newRowOf[newOrder.at(row)] = row;
+    }
+    m_rows = std::move(rows);
+    // Selected and current items go where their rows went.
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (const QModelIndex& index : before) {
+        after.append(this->index(newRowOf.at(index.row()), index.column()));
+    }
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+QList<QStringView> FileListModel::rowTexts() const {
+    QList<QStringView> texts;
+    texts.reserve(m_rows.size());
+    for (int position : m_rows) {
+        texts.append(QStringView(m_nodes.text(position)).trimmed());
+    }
+    return texts;
+}
+
+QList<int> FileListModel::turnedRound(const QList<QStringView>& texts) {
+    // The rows in reverse, except that equal texts keep tree order, so each run of them is turned back.
+    // Linear, where a new sort is not.
+    QList<int> rows(texts.size());
+    std::iota(rows.rbegin(), rows.rend(), 0);
+    for (qsizetype first = 0; first < rows.size();) {
+        qsizetype last = first + 1;
+        while (last < rows.size() && compareCaseInsensitive(texts[rows[first]], texts[rows[last]]) == 0) {
+            ++last;
+        }
+        std::reverse(rows.begin() + first, rows.begin() + last);
+        first = last;
+    }
+    return rows;
+}
+
+} // namespace zentoria

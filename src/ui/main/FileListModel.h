@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QIcon>
+
+namespace zentoria {
+
+class NodeCollection;
+
+// The file list as an item model: the children of one tree node, each row standing for a tree
+// position. Key and text are derived from the node collection when asked for, so a kind of sixteen
+// thousand files is listed by copying its positions. Rows are in tree order unless sorted; a sort
+// orders by the text, letter case aside, and keeps tree order among equal texts.
+class FileListModel : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    // The item's key, for Qt::UserRole; the column's key in the header data.
+    static constexpr int KeyRole = Qt::UserRole;
+    // The large icon; items have no small one (no Qt::DecorationRole).
+    static constexpr int LargeIconRole = Qt::UserRole + 1;
+
+    // The collection must outlive the model; a rebuilt collection is followed by clear().
+    explicit FileListModel(const NodeCollection& nodes, QObject* parent = nullptr);
+
+    // Removes every item; the column stays.
+    void clear();
+    // Lists the nodes at these positions (ascending) as the children of the node keyed parentKey.
+    void setItems(const QString& parentKey, QList<int> positions, const QIcon& largeIcon);
+    // Replaces every column by one.
+    void setSingleColumn(const QString& key, const QString& caption);
+
+    int position(int row) const { return m_rows.at(row); }
+    QString key(int row) const;
+    QString text(int row) const;
+
+    // Sorting is off until the first sort; from then on every new set of items is sorted too.
+    bool isSorted() const { return m_sorted; }
+    int sortColumn() const { return m_sortColumn; }
+    Qt::SortOrder sortOrder() const { return m_sortOrder; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+
+private:
+    // The rows' texts as listed, in row order.
+    QList<QStringView> rowTexts() const;
+    // The new order of a sorted list's rows (new row to old row) when its direction turns round.
+    static QList<int> turnedRound(const QList<QStringView>& texts);
+
+    const NodeCollection& m_nodes;
+    QString m_parentKey;
+    QList<int> m_rows;
+    QIcon m_largeIcon;
+    bool m_hasColumn = false;
+    QString m_columnKey;
+    QString m_columnCaption;
+    bool m_sorted = false;
+    int m_sortColumn = 0;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+};
+
+} // namespace zentoria

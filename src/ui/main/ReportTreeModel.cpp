@@ -1,0 +1,148 @@
+#include "ReportTreeModel.h"
+
+namespace zentoria {
+
+ReportTreeModel::ReportTreeModel(QObject* parent)
+    : QAbstractItemModel(parent) {}
+
+void ReportTreeModel::clear() {
+    beginResetModel();
+    m_nodes.clear();
+    m_announced.clear();
+    endResetModel();
+}
+
+int ReportTreeModel::addNode(int parent, const QString& key, const QString& text) {
+    if (!m_nodes.acceptsFolder(parent, key)) {
+        return 0;
+    }
+    const int row = m_nodes.childCount(parent);
+    beginInsertRows(indexOf(parent), row, row);
+    const int position = m_nodes.add(parent, key, text);
+    m_announced.append(0);
+    if (parent) {
+        ++m_announced[parent - 1];
+    }
+    endInsertRows();
+    return position;
+}
+
+int ReportTreeModel::addNode(const QString& parentKey, const QString& key, const QString& text) {
+    const int parent = parentKey.isEmpty() ? 0 : m_nodes.positionOf(parentKey);
+    if (!parentKey.isEmpty() && parent == 0) {
+        return 0;
+    }
+    return addNode(parent, key, text);
+}
+
+int ReportTreeModel::addEntry(ReportEntry entry) {
+    if (m_batching) {
+        return m_nodes.addEntry(std::move(entry));
+    }
+    if (!m_nodes.acceptsEntry(entry)) {
+        return 0;
+    }
+    const int parent = m_nodes.kindPosition(entry.Kind);
+    const int row = m_nodes.childCount(parent);
+    beginInsertRows(indexOf(parent), row, row);
+    const int position = m_nodes.addEntry(std::move(entry));
+    ++m_announced[parent - 1];
+    endInsertRows();
+    return position;
+}
+
+ReportTreeModel::EntryBatch::EntryBatch(ReportTreeModel& model, qsizetype expectedEntries)
+    : m_model(model) {
+    Q_ASSERT(!m_model.m_batching);
+    m_model.m_batching = true;
+    m_model.m_nodes.reserveEntries(m_model.m_nodes.entryCount() + expectedEntries);
+}
+
+ReportTreeModel::EntryBatch::~EntryBatch() {
+    m_model.m_batching = false;
+    m_model.announcePendingEntries();
+}
+
+void ReportTreeModel::announcePendingEntries() {
+    for (int folder = 1; folder <= m_nodes.folderCount(); ++folder) {
+        const int announced = m_announced.at(folder - 1);
+        const int total = m_nodes.childCount(folder);
+        if (total > announced) {
+            beginInsertRows(indexOf(folder), announced, total - 1);
+            m_announced[folder - 1] = total;
+            endInsertRows();
+        }
+    }
+}
+
+int ReportTreeModel::announcedChildren(int position) const {
+    if (position == 0) {
+        return m_nodes.childCount(0);
+    }
+    return m_nodes.isEntry(position) ? 0 : m_announced.at(position - 1);
+}
+
+QModelIndex ReportTreeModel::indexOf(int position) const {
+    if (position < 1 || position > m_nodes.count()) {
+        return {};
+    }
+    const int row = m_nodes.row(position);
+    if (row >= announcedChildren(m_nodes.parentPosition(position))) {
+        return {};
+    }
+    return createIndex(row, 0, quintptr(position));
+}
+
+QModelIndex ReportTreeModel::index(int row, int column, const QModelIndex& parent) const {
+    const int parentPosition = positionOf(parent);
+    if (column != 0 || row < 0 || row >= announcedChildren(parentPosition)) {
+        return {};
+    }
+    return createIndex(row, 0, quintptr(m_nodes.children(parentPosition).at(row)));
+}
+
+QModelIndex ReportTreeModel::parent(const QModelIndex& child) const {
+    const int parentPosition = child.isValid() ? m_nodes.parentPosition(positionOf(child)) : 0;
+    return parentPosition ? createIndex(m_nodes.row(parentPosition), 0, quintptr(parentPosition))
+                          : QModelIndex();
+}
+
+int ReportTreeModel::rowCount(const QModelIndex& parent) const {
+    return parent.column() > 0 ? 0 : announcedChildren(positionOf(parent));
+}
+
+int ReportTreeModel::columnCount(const QModelIndex&) const {
+    return 1;
+}
+
+bool ReportTreeModel::hasChildren(const QModelIndex& parent) const {
+    return rowCount(parent) > 0;
+}
+
+QVariant ReportTreeModel::data(const QModelIndex& index, int role) const {
+    const int position = positionOf(index);
+    if (position == 0) {
+        return {};
+    }
+    switch (role) {
+    case Qt::DisplayRole:
+        return m_nodes.text(position);
+    case Qt::DecorationRole:
+        return m_nodes.isEntry(position) ? QVariant() : QVariant(m_folderIcon);
+    case KeyRole:
+        return m_nodes.key(position);
+    default:
+        return {};
+    }
+}
+
+Qt::ItemFlags ReportTreeModel::flags(const QModelIndex& index) const {
+    const int position = positionOf(index);
+    if (position == 0) {
+        return Qt::NoItemFlags;
+    }
+    const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+    return m_nodes.isEntry(position) ? flags | Qt::ItemNeverHasChildren : flags;
+}
+
+} // namespace zentoria

@@ -25,9 +25,9 @@ struct Views : MainWindowFixture {
     FileListView* list = child<FileListView>("LV");
     CaptionLabel* title = child<CaptionLabel>("lblWebFolder");
 
-    explicit Views(const char* report = "mixed.vzt") {
+    explicit Views(const QString& report = dataFile("mixed.vzt")) {
         show();
-        open(dataFile(report));
+        open(report);
     }
     QModelIndex node(const char* key) const { return indexOfKey(tree, QLatin1StringView(key)); }
     QModelIndex item(int row) const { return rowIndex(list, row); }
@@ -82,6 +82,7 @@ private Q_SLOTS:
     void doubleClickKeepsTheList();
     void reportDataIsPlainText();
     void longPathsAreReadable();
+    void longPathScrolledIntoView();
     void walkStopsAtPosition32767();
     void mp3ImageWhenThereIsOne();
 };
@@ -436,7 +437,7 @@ void tst_ReportViews::doubleClickKeepsTheList() {
 }
 
 void tst_ReportViews::reportDataIsPlainText() {
-    Views v("markup.vzt");
+    Views v(dataFile("markup.vzt"));
     clickIndex(v.tree, v.node("ID3v1"));
     QCOMPARE(texts(v.list), (QStringList{"<b>x</b>.mp3", "C:\\Rock & Roll\\<i>y</i>.mp3"}));
     clickExpandButton(v.tree, v.node("ID3v1"));
@@ -447,7 +448,7 @@ void tst_ReportViews::reportDataIsPlainText() {
 }
 
 void tst_ReportViews::longPathsAreReadable() {
-    Views v("longpaths.vzt");
+    Views v(dataFile("longpaths.vzt"));
     const NodeCollection& nodes = v.tree->nodes();
     const QString longPath = nodes.text(5);
     const QString markupPath = nodes.text(7);
@@ -469,6 +470,33 @@ void tst_ReportViews::longPathsAreReadable() {
     QCOMPARE(toolTipAt(v.list, indexPoint(v.list, v.item(0))), longPath);
     QCOMPARE(toolTipAt(v.list, indexPoint(v.list, v.item(1))), QString());
     QCOMPARE(toolTipAt(v.list, indexPoint(v.list, v.item(2))), markupPath);
+}
+
+void tst_ReportViews::longPathScrolledIntoView() {
+    QTemporaryDir dir;
+    QFile file(dir.filePath("long-at-the-end.vzt"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QByteArray bytes = "   This file was created with Melvadex (By Orsolt)\r\n\r\n\r\n\r\n\r\n\r\n\r\n";
+    const QByteArray longPath = "C:\\Music\\" + QByteArray("A long folder name\\").repeated(12) + "end.mp3";
+    for (int i = 1; i <= 200; ++i) {
+        bytes += (i < 200 ? "C:\\" + QByteArray::number(i) + ".mp3" : longPath) +
+                 "\r\n  Melvadex could not get the ID3v1 information\r\n\r\n";
+    }
+    file.write(bytes + "Date of creation: today\r\n");
+    file.close();
+
+    Views v(file.fileName());
+    QCOMPARE(v.messages, QStringList());
+    clickExpandButton(v.tree, v.node("ID3v1"));
+    QCoreApplication::processEvents(); // the expanded tree is laid out, as before any scrolling
+    const int longWidth = v.tree->fontMetrics().horizontalAdvance(QString::fromLatin1(longPath));
+    QVERIFY(v.tree->columnWidth(0) < longWidth); // out of view, not measured
+    v.tree->scrollToBottom();
+    QVERIFY(v.tree->columnWidth(0) >= longWidth);
+    QTRY_VERIFY(v.tree->horizontalScrollBar()->maximum() > 0);
+    // Scrolling back keeps the width, so the sideways scroll bar does not jump under the user.
+    v.tree->scrollToTop();
+    QVERIFY(v.tree->columnWidth(0) >= longWidth);
 }
 
 void tst_ReportViews::walkStopsAtPosition32767() {

@@ -25,10 +25,7 @@ void FileListModel::setItems(const QString& parentKey, QList<int> positions, con
     m_rows = std::move(positions);
     m_largeIcon = largeIcon;
     if (m_sorted && m_sortColumn == 0) {
-        const QList<int> order = sortedCaseInsensitive(rowTexts(), m_rows, m_sortOrder);
-        QList<int> sorted(m_rows.size());
-        std::transform(order.cbegin(), order.cend(), sorted.begin(), [this](int row) { return m_rows[row]; });
-        m_rows = std::move(sorted);
+        m_rows = rowsInOrder(sortedCaseInsensitive(rowTexts(), m_rows, m_sortOrder));
     }
     endResetModel();
 }
@@ -106,13 +103,11 @@ void FileListModel::sort(int column, Qt::SortOrder order) {
     // Tree order is the order of the positions, so they break ties between equal texts.
     const QList<QStringView> texts = rowTexts();
     const QList<int> newOrder = onlyTurned ? turnedRound(texts) : sortedCaseInsensitive(texts, m_rows, order);
-    QList<int> rows(m_rows.size());
     QList<int> newRowOf(m_rows.size());
     for (int row = 0; row < newOrder.size(); ++row) {
-        rows[row] = m_rows.at(newOrder.at(row));
         newRowOf[newOrder.at(row)] = row;
     }
-    m_rows = std::move(rows);
+    m_rows = rowsInOrder(newOrder);
     // Selected and current items go where their rows went.
     const QModelIndexList before = persistentIndexList();
     QModelIndexList after;
@@ -122,6 +117,12 @@ void FileListModel::sort(int column, Qt::SortOrder order) {
     }
     changePersistentIndexList(before, after);
     Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+QList<int> FileListModel::rowsInOrder(const QList<int>& order) const {
+    QList<int> rows(order.size());
+    std::transform(order.cbegin(), order.cend(), rows.begin(), [this](int row) { return m_rows.at(row); });
+    return rows;
 }
 
 QList<QStringView> FileListModel::rowTexts() const {

@@ -47,6 +47,8 @@ public:
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
 private:
+    // The rows in a new order, given as the old row of each new one.
+    QList<int> rowsInOrder(const QList<int>& order) const;
     // The rows' texts as listed, in row order.
     QList<QStringView> rowTexts() const;
     // The new order of a sorted list's rows (new row to old row) when its direction turns round.

@@ -13,8 +13,10 @@ ReportTree::ReportTree(QWidget* parent)
     setHeaderHidden(true);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setUniformRowHeights(true);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     header()->setStretchLastSection(false);
+    // The column is measured on the rows in view only: a kind of sixteen thousand paths would
+    // otherwise cost a text layout for each of a thousand rows at every expansion.
+    header()->setResizeContentsPrecision(0);
     setItemDelegate(new FullTextDelegate(this));
     connect(this, &QTreeView::collapsed, this, &ReportTree::selectCollapsedAncestor);
     connect(this, &QTreeView::expanded, this, [this] { m_expandedOrCollapsed = true; });
@@ -62,13 +64,28 @@ void ReportTree::keyPressEvent(QKeyEvent* event) {
 
 void ReportTree::updateGeometries() {
     QTreeView::updateGeometries();
+    fitColumn(false);
+}
+
+void ReportTree::scrollContentsBy(int dx, int dy) {
+    QTreeView::scrollContentsBy(dx, dy);
+    // Longer paths coming into view widen the column; it does not narrow under the user's scrolling.
+    if (dy != 0) {
+        fitColumn(true);
+    }
+}
+
+void ReportTree::fitColumn(bool growOnly) {
     if (m_fittingColumn || !model()) {
         return;
     }
     // At least the view's width, so that a click anywhere on a row is on its node; wider when the
-    // texts are, so that they scroll sideways rather than being cut.
+    // texts in view are, so that they scroll sideways rather than being cut.
     const QScopedValueRollback fitting(m_fittingColumn, true);
-    const int width = qMax(viewport()->width(), sizeHintForColumn(0));
+    int width = qMax(viewport()->width(), sizeHintForColumn(0));
+    if (growOnly) {
+        width = qMax(width, header()->sectionSize(0));
+    }
     if (header()->sectionSize(0) != width) {
         header()->resizeSection(0, width);
     }

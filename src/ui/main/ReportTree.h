@@ -9,8 +9,8 @@ namespace zentoria {
 // The report tree control: a view over the report's tree model. Like the tree controls report tools
 // are used to, it tells about every click inside it (after the node-click of the same click), a click
 // beside the nodes or with the right button keeps the selection, and collapsing a node that holds the
-// selection selects that node. Its one column is as wide as the widest text shown, so long paths
-// scroll sideways; a path cut off at the view's edge shows whole as a tooltip.
+// selection selects that node. Its one column is as wide as the widest text in view, so long paths
+// scroll sideways; a path cut off shows whole as a tooltip.
 class ReportTree : public QTreeView {
     Q_OBJECT
 
@@ -36,8 +36,11 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void updateGeometries() override;
+    void scrollContentsBy(int dx, int dy) override;
 
 private:
+    // Fits the column to the view and the texts in view; growOnly keeps any larger width it has.
+    void fitColumn(bool growOnly);
     void selectCollapsedAncestor(const QModelIndex& collapsed);
 
     ReportTreeModel* m_model = nullptr;

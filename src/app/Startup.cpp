@@ -7,7 +7,6 @@
 #include "ui/common/Twips.h"
 #include "ui/main/frmMain.h"
 
-#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 

@@ -4,6 +4,7 @@
 #include "settings/Globals.h"
 #include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
+#include "ui/common/ScreenFit.h"
 #include "ui/common/Twips.h"
 #include "ui/main/frmMain.h"
 
@@ -25,30 +26,24 @@ void AddFileTypeIcon(const QString& extension) {
 // started from the tree's design top, this one from where that pass put it. A placement that cannot be
 // applied (a negative size written by another tool) is replaced by the last safe one, once.
 void restorePlacementAndShow(frmMain& window) {
-    const double dpi = logicalDpi(&window);
-    QSize outer;
     runRepairing(
         [&] {
             const WindowPlacement placement = readPlacement();
             if (placement.Width < 0 || placement.Height < 0) {
                 return StepResult::InvalidArgument;
             }
-            window.move(twipsToPixels(placement.Left, dpi), twipsToPixels(placement.Top, dpi));
-            outer = QSize(twipsToPixels(placement.Width, dpi), twipsToPixels(placement.Height, dpi));
-            window.resize(outer);
+            const QRect outer =
+                twipsRectOnScreen(placement.Left, placement.Top, placement.Width, placement.Height);
+            window.move(outer.topLeft());
+            window.resize(outer.size());
             return StepResult::Done;
         },
         [] {
             restorePlacementFromLastSafe();
             return true;
         });
-    window.show();
-    // The stored size is the outer one, frame included, and the frame is known only now that the
-    // window is on screen: the inside gives up what the frame takes.
-    const QSize frame = window.frameGeometry().size() - window.size();
-    if (!frame.isNull() && outer.isValid()) {
-        window.resize(outer - frame);
-    }
+    // The stored size is the outer one, frame included; the frame is known once the window is shown.
+    showFitted(&window);
     window.ReDrawForm();
 }
 
@@ -92,7 +87,7 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
     const double dpi = logicalDpi(main.get());
     const double listRight = pixelsToTwips(list->x() + list->width(), dpi);
     const double treeBottom = pixelsToTwips(tree->y() + tree->height(), dpi);
-    main->resize(twipsToPixels(listRight + 200, dpi), twipsToPixels(treeBottom + 500, dpi));
+    main->resize(twipsRectOnScreen(0, 0, listRight + 200, treeBottom + 500).size());
 
     AddFileTypeIcon(QStringLiteral(".mp3"));
     AddFileTypeIcon(QStringLiteral(".m3u"));

@@ -89,6 +89,11 @@ void tst_StartUp::preferencesAtStartUp_data() {
                           << "True" << 2502 << true;
     QTest::newRow("unreadable") << "wide"
                                 << "maybe" << 3000 << true;
+    // Edited by hand into widths no window can show: repaired by the first layout pass.
+    QTest::newRow("negative") << "-500"
+                              << "1" << 3000 << true;
+    QTest::newRow("huge") << "99999999"
+                          << "1" << 3000 << true;
 }
 
 void tst_StartUp::preferencesAtStartUp() {
@@ -104,6 +109,9 @@ void tst_StartUp::preferencesAtStartUp() {
     QStringList messages;
     const auto window = start({"zentoria"}, messages);
     QCOMPARE(globals().InitialTVWidth, expectedWidth);
+    // Start-up lays the window out, and a pass that completes saves the width it used.
+    QCOMPARE(readSetting(thisProgram(), "Preferences", "Initial TV Width", {}),
+             QString::number(expectedWidth));
     QCOMPARE(window->WebStyle, expectedWebStyle);
     QCOMPARE(window->findChild<QAction*>("submnuWebStyle")->isChecked(), expectedWebStyle);
 }

@@ -8,7 +8,9 @@
 #include "ui/main/FileListView.h"
 #include "ui/main/ReportTree.h"
 
+#include <QApplication>
 #include <QFile>
+#include <QLabel>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -46,6 +48,12 @@ struct Frame : MainWindowFixture {
     }
     bool settingsWritten() const { return QFile::exists(settingsFilePath(thisProgram())); }
     void forgetSettings() { QFile::remove(settingsFilePath(thisProgram())); }
+    // Forgets every setting but one, which it writes back.
+    void forgetSettingsBut(const Setting& kept) {
+        const QString value = read(kept);
+        forgetSettings();
+        write(kept, value);
+    }
 };
 
 } // namespace
@@ -61,7 +69,11 @@ private Q_SLOTS:
     void minimizedWindowChangesNothing();
     void treeWidthThatCannotBeApplied_data();
     void treeWidthThatCannotBeApplied();
-    void windowTooShortEndsThePassUnsaved();
+    void panelStacksAboveTheList_data();
+    void panelStacksAboveTheList();
+    void narrowWindowKeepsThePanesReachable_data();
+    void narrowWindowKeepsThePanesReachable();
+    void minimumSize();
     void panelTallerThanTheList();
     void classicViewLeavesThePanelAlone();
     void panelTitleDoublesAmpersands();
@@ -186,9 +198,11 @@ void tst_Frame::treeWidthThatCannotBeApplied_data() {
     QTest::addColumn<QString>("safe");
     QTest::addColumn<int>("recovered");
 
-    QTest::newRow("wider than the window") << 100000 << "2500" << 2500;
+    QTest::newRow("wider than any screen") << 100000 << "2500" << 2500;
     QTest::newRow("negative") << -500 << "2500" << 2500;
     QTest::newRow("no safe configuration yet") << -500 << "" << 3000;
+    QTest::newRow("the last safe one no better") << 100000 << "-20" << 3000;
+    QTest::newRow("too wide for this window") << 9000 << "2500" << 2500;
 }
 
 void tst_Frame::treeWidthThatCannotBeApplied() {
@@ -214,13 +228,111 @@ void tst_Frame::treeWidthThatCannotBeApplied() {
     QCOMPARE(geometryTwips(f.separator).Left, double(recovered));
 }
 
-void tst_Frame::windowTooShortEndsThePassUnsaved() {
+void tst_Frame::panelStacksAboveTheList_data() {
+    QTest::addColumn<bool>("webStyle");
+    QTest::addColumn<bool>("afterPasses");
+
+    QTest::newRow("as created") << true << false;
+    QTest::newRow("after passes") << true << true;
+    QTest::newRow("classic view") << false << true;
+}
+
+void tst_Frame::panelStacksAboveTheList() {
+    QFETCH(bool, webStyle);
+    QFETCH(bool, afterPasses);
+
+    MainWindowFixture w;
+    auto* borders = w.child<QWidget>("pctBorders");
+    auto* panel = w.child<QWidget>("pctWeb");
+    auto* list = w.child<QWidget>("LV");
+    auto* scroll = w.child<QScrollBar>("vsbBack");
+    QVERIFY(borders->children().indexOf(list) < borders->children().indexOf(panel));
+    QVERIFY(borders->children().indexOf(panel) < borders->children().indexOf(scroll));
+
+    w.show();
+    if (afterPasses) {
+        if (!webStyle) {
+            w.trigger("submnuWebStyle");
+        }
+        w.window.resize(w.window.size() + QSize(40, 30));
+        w.window.ReDrawForm();
+    }
+    scroll->show();
+    // The scroll bar takes the mouse over its whole height, even where the list lies beneath it.
+    const QPoint scrollCentre = scroll->geometry().center();
+    QVERIFY(list->geometry().contains(scrollCentre) || !webStyle);
+    QCOMPARE(borders->childAt(scrollCentre), scroll);
+    QCOMPARE(QApplication::widgetAt(borders->mapToGlobal(scrollCentre)), scroll);
+    if (webStyle) {
+        // The list's left edge runs under the panel.
+        const QRect overlap = list->geometry().intersected(panel->geometry());
+        QVERIFY(!overlap.isEmpty());
+        QCOMPARE(borders->childAt(overlap.center()), panel);
+    }
+}
+
+void tst_Frame::narrowWindowKeepsThePanesReachable_data() {
+    QTest::addColumn<QString>("safe");
+    QTest::addColumn<int>("kept");
+    QTest::addColumn<bool>("saved");
+
+    // The last safe width, if it fits, replaces the one that does not, as a repair does.
+    QTest::newRow("the last safe width fits") << "2500" << 2500 << true;
+    QTest::newRow("nothing fits") << "6000" << 6000 << false;
+}
+
+void tst_Frame::narrowWindowKeepsThePanesReachable() {
+    QFETCH(QString, safe);
+    QFETCH(int, kept);
+    QFETCH(bool, saved);
+
     Frame f;
-    f.forgetSettings();
-    // The panes' height comes out negative; the last safe tree width (3000) cannot cure that.
-    f.resizeTwips(12000, 1200);
+    globals().InitialTVWidth = 6000;
+    f.resizeEventAgain();
+    QCOMPARE(geometryTwips(f.tree).Width, 6000.0);
+    write(settings::SafeInitialTVWidth, safe);
+    f.forgetSettingsBut(settings::SafeInitialTVWidth);
+
+    // Too narrow for a 6000-twip tree beside the panel and a list.
+    f.resizeTwips(8000, 7000);
+    QCOMPARE(globals().InitialTVWidth, kept);
+    QCOMPARE(!readSetting(thisProgram(), "Last Safe Configuration", "Width", {}).isEmpty(), saved);
+    const double client = f.clientWidthTwips();
+    const TwipsRect separator = geometryTwips(f.separator);
+    QVERIFY(separator.Left + separator.Width <= client);
+    QVERIFY(f.separator->isVisible());
+    // The list keeps at least an inch beside the panel (a pixel's rounding aside).
+    const TwipsRect list = geometryTwips(f.list);
+    QVERIFY2(list.Width >= 1440 - 15, qPrintable(QString::number(list.Width)));
+    QVERIFY(f.list->isVisible());
+    QVERIFY(f.list->mapTo(&f.window, QPoint(f.list->width(), 0)).x() <= f.window.width());
+
+    // Grown again, the window shows the width the user keeps.
+    f.resizeTwips(12000, 7350);
+    QCOMPARE(geometryTwips(f.tree).Width, double(kept));
+    QCOMPARE(read(settings::InitialTVWidth), QString::number(kept));
+}
+
+void tst_Frame::minimumSize() {
+    Frame f;
+    f.resizeTwips(1500, 1500);
+    const QSize least = f.window.size();
+    QVERIFY(least.width() > 100 && least.height() > 100);
+    QCOMPARE(f.window.minimumSizeHint().boundedTo(least), f.window.minimumSizeHint());
+
+    // At the least size every pane shows: the tree at its default width, the separator, a list of an
+    // inch, and the status bar's "About" text inside the window.
     QCOMPARE(globals().InitialTVWidth, 3000);
-    QVERIFY(!f.settingsWritten());
+    QCOMPARE(geometryTwips(f.tree).Width, 3000.0);
+    QVERIFY(geometryTwips(f.list).Width >= 1440 - 15);
+    QVERIFY(geometryTwips(f.list).Height >= 1440 - 15);
+    auto* about = f.child<QWidget>("SB")->findChild<QLabel*>("About");
+    QVERIFY(about);
+    QVERIFY(about->isVisible());
+    const QRect aboutInWindow(about->mapTo(&f.window, QPoint(0, 0)), about->size());
+    QVERIFY2(f.window.rect().contains(aboutInWindow),
+             qPrintable(QStringLiteral("%1 of %2").arg(aboutInWindow.right()).arg(f.window.width())));
+    QVERIFY(f.settingsWritten());
 }
 
 void tst_Frame::panelTallerThanTheList() {

@@ -128,7 +128,9 @@ void tst_frmMain::creationOrder_data() {
 
     QTest::newRow("client") << "client"
                             << QStringList{"pctBorders", "SB", "pctToLoad", "TBAddress", "Separator", "TV"};
-    QTest::newRow("pctBorders") << "pctBorders" << QStringList{"vsbBack", "pctWeb", "LV"};
+    // Created as vsbBack, pctWeb, LV; stacked bottom to top as the list, the panel over it and the
+    // panel's scroll bar over both (children() lists them bottom to top).
+    QTest::newRow("pctBorders") << "pctBorders" << QStringList{"LV", "pctWeb", "vsbBack"};
     QTest::newRow("pctWeb") << "pctWeb"
                             << QStringList{"pctWebLine",  "ImgOthers",  "lblInfo",     "lblWebFolder",
                                            "WebItemType", "WebToolTip", "WebItemName", "ImgIcon"};

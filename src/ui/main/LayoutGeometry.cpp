@@ -1,6 +1,7 @@
 #include "LayoutGeometry.h"
 
 #include <cmath>
+#include <optional>
 
 namespace zentoria {
 
@@ -52,6 +53,63 @@ LayoutResult ComputeLayout(const LayoutInput& in) {
         out.ScrollSmallChange = qMax(1, roundHalfEven(out.ScrollMaximum / 100.0));
     }
     return out;
+}
+
+namespace {
+
+// Whether the panes' controls take the layout of this tree width: none of them gets a negative width.
+bool leavesRoom(LayoutInput in, qint32 width) {
+    in.TreeWidth = width;
+    const LayoutResult out = ComputeLayout(in);
+    return out.Tree.Width >= 0 && out.Borders.Width >= 0 && out.List.Width >= 0;
+}
+
+// The widest tree, at most width, that leaves the list its least width; the list narrows as the tree
+// widens, twip for twip.
+qint32 widestFittingTree(LayoutInput in, qint32 width) {
+    in.TreeWidth = 0;
+    const double room = ComputeLayout(in).List.Width - kMinimumListWidth;
+    return qBound(0, static_cast<qint32>(std::floor(room)), qMax(width, 0));
+}
+
+} // namespace
+
+TreeWidthPlan PlanTreeWidth(const LayoutInput& in, const std::function<qint32()>& lastSafeWidth,
+                            double widestScreen) {
+    const auto plausible = [widestScreen](qint32 width) { return width >= 0 && width <= widestScreen; };
+    qint32 width = in.TreeWidth;
+    std::optional<qint32> safe;
+    if (!plausible(width)) {
+        safe = lastSafeWidth();
+        width = plausible(*safe) ? *safe : kDefaultTreeWidth;
+    }
+    if (leavesRoom(in, width)) {
+        return {width, width, true};
+    }
+    if (!safe) {
+        safe = lastSafeWidth();
+    }
+    if (*safe != width && plausible(*safe) && leavesRoom(in, *safe)) {
+        return {*safe, *safe, true};
+    }
+    return {width, widestFittingTree(in, width), false};
+}
+
+TwipsSize MinimumWindowSize(const LayoutInput& in) {
+    LayoutInput narrowest = in;
+    narrowest.TreeWidth = kDefaultTreeWidth;
+    narrowest.WebStyle = true;
+    // The list and the status bar shrink twip for twip with the window: grow it by what they lack.
+    narrowest.WindowWidth = 0;
+    narrowest.ClientWidth = in.ClientWidth - in.WindowWidth;
+    const LayoutResult zero = ComputeLayout(narrowest);
+    const double forList = kMinimumListWidth - zero.List.Width;
+    const double forStatusBar = -zero.Blank;
+    // Heights as from the second pass on, when the tree stands at its steady top.
+    narrowest.TreeTop = zero.A + 100;
+    narrowest.WindowHeight = 0;
+    const double forListHeight = kMinimumListHeight - ComputeLayout(narrowest).List.Height;
+    return {std::ceil(qMax(forList, forStatusBar)), std::ceil(forListHeight)};
 }
 
 } // namespace zentoria

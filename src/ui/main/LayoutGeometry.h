@@ -4,6 +4,8 @@
 
 #include <QtGlobal>
 
+#include <functional>
+
 namespace zentoria {
 
 // Everything the main window's layout reads, in twips.
@@ -62,6 +64,43 @@ struct LayoutResult {
     qint32 ScrollLargeChange = 0;
     qint32 ScrollSmallChange = 0;
 };
+
+// The tree width of a first run and of a repair with nothing better to go on, as the settings have it.
+inline constexpr qint32 kDefaultTreeWidth = 3000;
+// The least list a window must leave beside the tree: an inch each way shows the header, a few rows
+// and the start of their paths, and leaves the separator something to be dragged back from.
+inline constexpr float kMinimumListWidth = 1440;
+inline constexpr float kMinimumListHeight = 1440;
+
+// What a pass does with the tree width.
+struct TreeWidthPlan {
+    // The tree width kept as the user's (InitialTVWidth after the pass).
+    qint32 Kept = 0;
+    // The width the panes are placed with in this pass.
+    qint32 Placed = 0;
+    // False when Placed only stands in for a width this window cannot show: then nothing is saved.
+    bool Save = true;
+};
+
+// Plans the tree width of a pass. A width no screen could show (negative, or wider than the widest
+// screen) is nobody's choice and is replaced for good by the last safe width, or the default when that
+// one is no better. A width that leaves the right pane no room gives way to the last safe width when
+// that one fits. When neither fits, the panes are placed with the widest tree that leaves a usable
+// list, and the user's width is kept for when the window grows again. lastSafeWidth is asked only when
+// it is needed.
+TreeWidthPlan PlanTreeWidth(const LayoutInput& in, const std::function<qint32()>& lastSafeWidth,
+                            double widestScreen);
+
+// The least outer window size (in the layout's terms) at which the default tree, the separator, a
+// usable list and the status bar's "About" text all show, in web style, which needs more room than
+// the classic view.
+struct TwipsSize {
+    double Width = 0;
+    double Height = 0;
+
+    friend bool operator==(const TwipsSize&, const TwipsSize&) = default;
+};
+TwipsSize MinimumWindowSize(const LayoutInput& in);
 
 // Rounds to the nearest integer, halves to the even one.
 qint32 roundHalfEven(double value);

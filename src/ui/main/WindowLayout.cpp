@@ -8,6 +8,7 @@
 #include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/PictureBox.h"
+#include "ui/common/ScreenFit.h"
 #include "ui/common/Twips.h"
 
 #include <QCoreApplication>
@@ -70,7 +71,11 @@ void frmMain::ReDrawForm() {
     if (in.Minimized) {
         return;
     }
-    LayoutResult out = ComputeLayout(in);
+    updateMinimumSize(in);
+    const TreeWidthPlan plan = PlanTreeWidth(in, lastSafeTreeWidth, widestScreenTwips());
+    globals().InitialTVWidth = plan.Kept;
+    in.TreeWidth = plan.Placed;
+    const LayoutResult out = ComputeLayout(in);
     setTopTwips(TBAddress, out.AddressBarTop);
 
     SB->setPanelWidth(QStringLiteral("Playing"), out.Playing);
@@ -79,6 +84,8 @@ void frmMain::ReDrawForm() {
     // Refused when negative (a very narrow window): the panel keeps its width and the pass goes on.
     SB->setPanelWidth(QStringLiteral("Blank"), out.Blank);
 
+    // The tree width is settled by the plan; what can still fail is a height, in a window too short for
+    // the panes, and no tree width cures that: the pass ends there and saves nothing.
     const std::function<StepResult()> steps[] = {
         [&] { return place(TV, out.Tree); },
         [&] {
@@ -119,26 +126,18 @@ void frmMain::ReDrawForm() {
         },
     };
     for (const auto& step : steps) {
-        const qint32 failedWidth = globals().InitialTVWidth;
-        const StepResult result = runRepairing(step, [&] {
-            // Only a tree width the last safe configuration can change is worth another try.
-            const qint32 safeWidth = lastSafeTreeWidth();
-            if (safeWidth == failedWidth) {
-                return false;
-            }
-            globals().InitialTVWidth = safeWidth;
-            in.TreeWidth = safeWidth;
-            out = ComputeLayout(in);
-            return true;
-        });
-        if (result != StepResult::Done) {
-            return; // the pass ends here and saves nothing
+        if (step() != StepResult::Done) {
+            return;
         }
     }
 
     // Repaints and queued input run now; a resize among them runs a nested pass of its own.
     QCoreApplication::processEvents();
 
+    // A tree width that only stands in for this window's is no configuration to come back to.
+    if (!plan.Save) {
+        return;
+    }
     // The placement saved is the real one, frame included, as the window manager reports it.
     const double dpi = logicalDpi(this);
     const QRect frame = frameGeometry();
@@ -146,6 +145,17 @@ void frmMain::ReDrawForm() {
         globals().InitialTVWidth,
         WindowPlacement{float(pixelsToTwips(frame.x(), dpi)), float(pixelsToTwips(frame.y(), dpi)),
                         float(pixelsToTwips(frame.width(), dpi)), float(pixelsToTwips(frame.height(), dpi))});
+}
+
+void frmMain::updateMinimumSize(const LayoutInput& in) {
+    // The layout reckons with fixed frame allowances around the client area (see readLayoutInput).
+    const TwipsSize window = MinimumWindowSize(in);
+    const double dpi = logicalDpi(this);
+    const QSize client(twipsToPixels(window.Width - kClassicSideFrames, dpi),
+                       twipsToPixels(window.Height - kClassicCaptionMenuAndBorders, dpi));
+    if (m_client->minimumSize() != client) {
+        m_client->setMinimumSize(client);
+    }
 }
 
 } // namespace zentoria

@@ -1,6 +1,7 @@
 #include "frmMain.h"
 
 #include "FileListView.h"
+#include "LayoutGeometry.h"
 #include "MenuDecorator.h"
 #include "ReportTree.h"
 #include "ReportTreeModel.h"
@@ -58,6 +59,7 @@ frmMain::frmMain(QWidget* parent)
     setWindowIcon(QIcon(QStringLiteral(":/zentoria/zentoria.png")));
     createControls();
     createMenus();
+    updateMinimumSize(readLayoutInput());
     const QRect client = twipsRectToPixels(0, 0, kClientWidth, kClientHeight, logicalDpi(this));
     resize(client.width(), client.height() + menuBar()->sizeHint().height());
 }
@@ -153,6 +155,8 @@ void frmMain::createControls() {
                 LV_MouseDown(button, position);
             });
     connect(LV, &QAbstractItemView::doubleClicked, this, &frmMain::LV_DblClick);
+
+    RestorePanelOrder();
 
     mMenu = named(new MenuDecorator(this), "mMenu");
 
@@ -309,6 +313,12 @@ void frmMain::translateMenus() {
 
 void frmMain::SetMenuIcon(const QString& menuName, const QString& imageKey) {
     mMenu->setItemImage(menuName, Mns->indexOf(imageKey) - 1);
+}
+
+void frmMain::RestorePanelOrder() {
+    LV->raise();
+    pctWeb->raise();
+    vsbBack->raise();
 }
 
 void frmMain::showMessage(const QString& text) {

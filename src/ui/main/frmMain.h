@@ -60,6 +60,9 @@ public:
     void ReDrawForm();
     // Sizes the web-style panel to its content and sets up its scroll bar against the list.
     void FitWebPanel(FileListView* list);
+    // Stacks the right pane's children bottom to top: the list, the panel over it (it covers the
+    // list's left edge), the panel's scroll bar over both.
+    void RestorePanelOrder();
 
     MessageBoxes& messageBoxes() { return m_messages; }
 
@@ -109,6 +112,8 @@ private:
     void lblWebFolder_Change();
     void submnuWebStyle_Click();
     LayoutInput readLayoutInput() const;
+    // Keeps the client area at least as large as the layout needs for every pane to show.
+    void updateMinimumSize(const LayoutInput& in);
 
     void ResetWebItems(bool Visible);
     void LoadOtherImages(bool Others);

@@ -1,0 +1,137 @@
+#include "app/Startup.h"
+#include "settings/SettingsStore.h"
+#include "ui/main/frmMain.h"
+
+#include <QApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace zentoria;
+
+namespace {
+
+constexpr char kStartMode[] = "--start-and-report";
+
+// The child: starts the program as its executable does and prints where its window is, frame
+// included, and the available area of the screen it is on.
+int startAndReport(int argc, char** argv) {
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zentoria"));
+    const std::unique_ptr<frmMain> window = Main({QStringLiteral("zentoria")});
+    if (!QTest::qWaitForWindowExposed(window.get())) {
+        return 1;
+    }
+    QTest::qWait(50);
+    const QRect frame = window->frameGeometry();
+    const QRect area = window->screen()->availableGeometry();
+    std::printf("%d %d %d %d %d %d %d %d %s\n", frame.x(), frame.y(), frame.width(), frame.height(), area.x(),
+                area.y(), area.width(), area.height(), qPrintable(window->screen()->name()));
+    return 0;
+}
+
+QJsonObject screen(const QString& name, int x, int y, int width, int height) {
+    return {{"name", name},         {"x", x},           {"y", y},
+            {"width", width},       {"height", height}, {"logicalDpi", 96},
+            {"logicalBaseDpi", 96}, {"dpr", 1.0}};
+}
+
+} // namespace
+
+class tst_Screens : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void windowFitsItsScreen_data();
+    void windowFitsItsScreen();
+};
+
+void tst_Screens::windowFitsItsScreen_data() {
+    QTest::addColumn<QJsonArray>("screens");
+    QTest::addColumn<QString>("scale");
+    // The stored placement in twips: left, top, width, height; empty for a first run.
+    QTest::addColumn<QStringList>("placement");
+    QTest::addColumn<QString>("screenName");
+    // The window's outer size, or an empty size where only its fit matters.
+    QTest::addColumn<QSize>("size");
+
+    const QJsonArray laptop{screen("laptop", 0, 0, 1600, 1000)};
+    QTest::newRow("2x on 1600 x 1000, first run") << laptop << "2" << QStringList{} << "laptop" << QSize();
+    QTest::newRow("2x on 1600 x 1000, a placement from 1x")
+        << laptop << "2" << QStringList{"45", "465", "24000", "14700"} << "laptop" << QSize(800, 500);
+    QTest::newRow("larger than the screen")
+        << QJsonArray{screen("small", 0, 0, 1024, 600)} << "1" << QStringList{"0", "0", "30000", "20000"}
+        << "small" << QSize(1024, 600);
+    QTest::newRow("partly past the right edge")
+        << QJsonArray{screen("small", 0, 0, 1024, 768)} << "1" << QStringList{"13500", "300", "12000", "7350"}
+        << "small" << QSize(800, 490);
+    QTest::newRow("on the second screen")
+        << QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)} << "1"
+        << QStringList{"16500", "1500", "12000", "7350"} << "right" << QSize(800, 490);
+    QTest::newRow("past the second screen's bottom")
+        << QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)} << "1"
+        << QStringList{"16500", "12000", "12000", "7350"} << "right" << QSize(800, 490);
+}
+
+void tst_Screens::windowFitsItsScreen() {
+    QFETCH(QJsonArray, screens);
+    QFETCH(QString, scale);
+    QFETCH(QStringList, placement);
+    QFETCH(QString, screenName);
+    QFETCH(QSize, size);
+
+    QTemporaryDir home;
+    QFile config(home.filePath("screens.json"));
+    QVERIFY(config.open(QIODevice::WriteOnly));
+    config.write(QJsonDocument(QJsonObject{{"screens", screens}}).toJson());
+    config.close();
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    if (!placement.isEmpty()) {
+        const char* keys[] = {"Left", "Top", "Width", "Height"};
+        for (int i = 0; i < 4; ++i) {
+            writeSetting(thisProgram(), "Preferences", keys[i], placement[i]);
+        }
+    }
+
+    QProcess child;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + config.fileName());
+    environment.insert("QT_SCALE_FACTOR", scale);
+    child.setProcessEnvironment(environment);
+    child.start(QCoreApplication::applicationFilePath(), {kStartMode});
+    QVERIFY(child.waitForFinished(30000));
+    QVERIFY2(child.exitCode() == 0, child.readAllStandardError().constData());
+    const QList<QByteArray> figures = child.readAllStandardOutput().simplified().split(' ');
+    QCOMPARE(figures.size(), 9);
+    const QRect frame(figures[0].toInt(), figures[1].toInt(), figures[2].toInt(), figures[3].toInt());
+    const QRect area(figures[4].toInt(), figures[5].toInt(), figures[6].toInt(), figures[7].toInt());
+
+    QCOMPARE(QString::fromUtf8(figures[8]), screenName);
+    QVERIFY2(area.contains(frame), qPrintable(QStringLiteral("window %1,%2 %3x%4 on %5,%6 %7x%8")
+                                                  .arg(frame.x())
+                                                  .arg(frame.y())
+                                                  .arg(frame.width())
+                                                  .arg(frame.height())
+                                                  .arg(area.x())
+                                                  .arg(area.y())
+                                                  .arg(area.width())
+                                                  .arg(area.height())));
+    if (size.isValid()) {
+        QCOMPARE(frame.size(), size);
+    }
+}
+
+int main(int argc, char** argv) {
+    if (argc >= 2 && qstrcmp(argv[1], kStartMode) == 0) {
+        return startAndReport(argc, argv);
+    }
+    QCoreApplication app(argc, argv);
+    tst_Screens test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_screens.moc"

@@ -1,9 +1,11 @@
 #include "BenchmarkRatio.h"
 #include "LargestReport.h"
 #include "report/ReportReader.h"
+#include "ui/common/CaptionLabel.h"
 #include "ui/main/FileListView.h"
 #include "ui/main/ReportTree.h"
 #include "ui/main/frmMain.h"
+#include "ui/panel/WebPanel.h"
 
 #include <QApplication>
 #include <QFile>
@@ -20,7 +22,7 @@ namespace {
 struct LargestReport {
     QTemporaryDir dir;
     QString path = dir.filePath(QStringLiteral("largest.vzt"));
-    int largestKind = largestReportListedOfLargestKind();
+    int largestKind = kLargestKindFiles;
 
     LargestReport() {
         QFile file(path);
@@ -207,6 +209,25 @@ void BM_HeaderClickTurnsRound(benchmark::State& state) {
     }
 }
 
+// The panel's refresh after Ctrl+A in the list of the largest kind: a count line and 16,383 names.
+void BM_PanelRefreshAfterSelectAll(benchmark::State& state) {
+    Shown shown(true);
+    shown.list->setFocus();
+    for (auto _ : state) {
+        state.PauseTiming();
+        shown.list->clearSelection();
+        QTest::keyClick(shown.list, Qt::Key_A, Qt::ControlModifier);
+        settle();
+        state.ResumeTiming();
+        ShowSelectionInfo(shown.list, *shown.window);
+        settle();
+    }
+    const auto* names = shown.window->findChild<CaptionLabel*>(QStringLiteral("WebItemType"));
+    if (!names->caption().startsWith(QString::number(largestReport().largestKind) + u' ')) {
+        state.SkipWithError("the panel does not describe the selection");
+    }
+}
+
 // Ctrl+A in the list of the largest kind.
 void BM_SelectAllLargestKind(benchmark::State& state) {
     Shown shown(true);
@@ -235,6 +256,7 @@ BENCHMARK(BM_ListFloor)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HeaderClickSorts)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HeaderClickTurnsRound)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SelectAllLargestKind)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PanelRefreshAfterSelectAll)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
@@ -255,6 +277,7 @@ int main(int argc, char** argv) {
     reporter.printTimes("BM_HeaderClickTurnsRound", "BM_ListFloor");
     reporter.printTimes("BM_SelectAllLargestKind", "BM_ListFloor");
     reporter.printTimes("BM_ExpandLargestKind", "BM_ListFloor");
+    reporter.printTimes("BM_PanelRefreshAfterSelectAll", "BM_ListFloor");
     benchmark::Shutdown();
     return 0;
 }

@@ -3,13 +3,16 @@
 #include "HelpViewer.h"
 #include "settings/Globals.h"
 #include "settings/Preferences.h"
+#include "shell/FileTypeIcons.h"
 #include "ui/common/CaptionLabel.h"
+#include "ui/common/ImageList.h"
 #include "ui/common/ScreenFit.h"
 #include "ui/common/Twips.h"
 #include "ui/main/frmMain.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QLabel>
 
 namespace zentoria {
 
@@ -18,14 +21,23 @@ namespace {
 // Steps that come with later parts of the program; each is called where it belongs in the sequence.
 void SetAssociation() {}
 void ShowSplash() {}
-void AddFileTypeIcon(const QString& extension) {
-    Q_UNUSED(extension);
+
+// Adds the desktop's icon for files of the extension (or the program's own) to the tree's image list,
+// keyed by the extension in capitals.
+void AddFileTypeIcon(frmMain& window, const QString& extension) {
+    window.findChild<ImageList*>(QStringLiteral("ImgDirTree"))
+        ->add(fileTypeIconKey(extension), fileTypeIcon(extension));
 }
 
 // Moves the window to its saved placement, shows it and lays it out: the pass of the showing still
 // started from the tree's design top, this one from where that pass put it. A placement that cannot be
 // applied (a negative size written by another tool) is replaced by the last safe one, once.
 void restorePlacementAndShow(frmMain& window) {
+    // The panel as the program starts: the MP3 icon with its stack and the program's name as title.
+    const QIcon mp3 = window.findChild<ImageList*>(QStringLiteral("ImgDirTree"))->icon(QStringLiteral("MP3"));
+    window.findChild<QLabel*>(QStringLiteral("ImgIcon"))->setPixmap(mp3.pixmap(32, 32));
+    window.LoadOtherImages(true);
+    window.findChild<CaptionLabel*>(QStringLiteral("lblWebFolder"))->setCaption(QStringLiteral("Zentoria"));
     runRepairing(
         [&] {
             const WindowPlacement placement = readPlacement();
@@ -89,8 +101,8 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
     const double treeBottom = pixelsToTwips(tree->y() + tree->height(), dpi);
     main->resize(twipsRectOnScreen(0, 0, listRight + 200, treeBottom + 500).size());
 
-    AddFileTypeIcon(QStringLiteral(".mp3"));
-    AddFileTypeIcon(QStringLiteral(".m3u"));
+    AddFileTypeIcon(*main, QStringLiteral(".mp3"));
+    AddFileTypeIcon(*main, QStringLiteral(".m3u"));
     main->LoadTreeView();
     QString commandLine = rawCommandLine(arguments);
     if (commandLine.size() > 0) {

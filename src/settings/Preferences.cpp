@@ -66,12 +66,15 @@ void writePlacement(const WindowPlacement& placement) {
 }
 
 void saveLastSafeConfiguration(qint32 treeWidth, const WindowPlacement& window) {
-    write(settings::InitialTVWidth, fromInt32(treeWidth));
-    write(settings::SafeWidth, fromSingle(window.Width));
-    write(settings::SafeHeight, fromSingle(window.Height));
-    write(settings::SafeTop, fromSingle(window.Top));
-    write(settings::SafeLeft, fromSingle(window.Left));
-    write(settings::SafeInitialTVWidth, fromInt32(treeWidth));
+    const auto value = [](const Setting& setting, const QString& text) {
+        return SettingValue{setting.section, setting.key, text};
+    };
+    writeSettings(thisProgram(), {value(settings::InitialTVWidth, fromInt32(treeWidth)),
+                                  value(settings::SafeWidth, fromSingle(window.Width)),
+                                  value(settings::SafeHeight, fromSingle(window.Height)),
+                                  value(settings::SafeTop, fromSingle(window.Top)),
+                                  value(settings::SafeLeft, fromSingle(window.Left)),
+                                  value(settings::SafeInitialTVWidth, fromInt32(treeWidth))});
 }
 
 qint32 lastSafeTreeWidth() {

@@ -35,13 +35,25 @@ QString readSetting(const QString& application, const QString& section, const QS
 
 void writeSetting(const QString& application, const QString& section, const QString& key,
                   const QString& value) {
+    writeSettings(application, {{section, key, value}});
+}
+
+void writeSettings(const QString& application, const QList<SettingValue>& values) {
     QSettings store(settingsFilePath(application), QSettings::IniFormat);
     // QSettings writes through a QSaveFile and never falls back to writing in place.
     store.setAtomicSyncRequired(true);
-    store.beginGroup(section);
-    store.setValue(key, value);
-    store.endGroup();
-    store.sync();
+    bool changed = false;
+    for (const SettingValue& setting : values) {
+        const QString key = setting.section + u'/' + setting.key;
+        const QVariant stored = store.value(key);
+        if (!stored.isValid() || stored.toString() != setting.value) {
+            store.setValue(key, setting.value);
+            changed = true;
+        }
+    }
+    if (changed) {
+        store.sync();
+    }
 }
 
 } // namespace zentoria

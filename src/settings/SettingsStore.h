@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 namespace zentoria {
@@ -15,6 +16,16 @@ QString readSetting(const QString& application, const QString& section, const QS
 // examined: a preference that cannot be saved is not worth stopping the program for.
 void writeSetting(const QString& application, const QString& section, const QString& key,
                   const QString& value);
+
+// One value of a write of several.
+struct SettingValue {
+    QString section;
+    QString key;
+    QString value;
+};
+// Writes several values of one application in one replacement of its file, and only when one of
+// them differs from what is stored: the layout saves its configuration after every pass.
+void writeSettings(const QString& application, const QList<SettingValue>& values);
 
 // Where an application's settings live.
 QString settingsFilePath(const QString& application);

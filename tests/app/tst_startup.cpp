@@ -4,11 +4,13 @@
 #include "settings/Globals.h"
 #include "settings/SettingsStore.h"
 #include "ui/common/CaptionLabel.h"
+#include "ui/common/ImageList.h"
 #include "ui/main/frmMain.h"
 
 #include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
@@ -200,6 +202,19 @@ void tst_StartUp::startsWithoutReport() {
     QCOMPARE(globals().InitialTVWidth, 3000);
     QVERIFY(window->WebStyle);
     QVERIFY(window->findChild<QAction*>("submnuWebStyle")->isChecked());
+    // The file-type icons follow the eight images of the design, whatever the desktop offers.
+    const auto* images = window->findChild<ImageList*>("ImgDirTree");
+    QCOMPARE(images->count(), 10);
+    QCOMPARE(images->indexOf("MP3"), 9);
+    QCOMPARE(images->indexOf("M3U"), 10);
+    QVERIFY(!images->icon("MP3").isNull());
+    QVERIFY(!images->icon("M3U").isNull());
+    // The panel as the program starts: the MP3 icon with its stack, the program's name, no item text.
+    QVERIFY(!window->findChild<QLabel*>("ImgIcon")->pixmap().isNull());
+    QCOMPARE(window->findChild<CaptionLabel*>("lblWebFolder")->caption(), QStringLiteral("Zentoria"));
+    for (const char* field : {"WebItemName", "WebItemType", "WebToolTip", "lblInfo"}) {
+        QVERIFY2(window->findChild<CaptionLabel*>(field)->caption().isEmpty(), field);
+    }
     QCOMPARE(window->findChild<CaptionLabel*>("WEPath")->caption(), QString());
     QVERIFY(window->findChild<QWidget*>("TV")->isVisible());
     QVERIFY(window->findChild<QWidget*>("LV")->isVisible());

@@ -6,8 +6,10 @@
 #include "settings/Preferences.h"
 #include "settings/SettingsStore.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -240,6 +242,17 @@ void tst_Settings::lastSafeConfiguration() {
     writePlacement(WindowPlacement{1, 2, -500, 4});
     restorePlacementFromLastSafe();
     QCOMPARE(readPlacement(), (WindowPlacement{10, 20, 9000.5f, 6000}));
+
+    // The same configuration again leaves the file as it is: a layout pass runs at every click.
+    QFile file(settingsFilePath(thisProgram()));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime(QDate(2001, 1, 1), QTime(0, 0)), QFileDevice::FileModificationTime));
+    file.close();
+    saveLastSafeConfiguration(2800, WindowPlacement{10, 20, 9000.5f, 6000});
+    QCOMPARE(QFileInfo(file).lastModified().date().year(), 2001);
+    saveLastSafeConfiguration(2801, WindowPlacement{10, 20, 9000.5f, 6000});
+    QVERIFY(QFileInfo(file).lastModified().date().year() > 2001);
+    QCOMPARE(read(settings::SafeInitialTVWidth), QStringLiteral("2801"));
 }
 
 void tst_Settings::repairIsBounded_data() {

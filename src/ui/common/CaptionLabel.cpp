@@ -1,5 +1,9 @@
 #include "CaptionLabel.h"
 
+#include <QEvent>
+#include <QPaintEvent>
+#include <QPainter>
+
 namespace zentoria {
 
 CaptionLabel::CaptionLabel(QWidget* parent)
@@ -29,6 +33,7 @@ void CaptionLabel::setCaption(const QString& caption) {
     const bool changed = caption != m_caption;
     m_caption = caption;
     setText(displayText(caption));
+    m_wrappedWidth = -1;
     fitToCaption();
     if (changed) {
         Q_EMIT captionChanged();
@@ -53,12 +58,87 @@ void CaptionLabel::setSingleBorder(bool on) {
 
 void CaptionLabel::fitToCaption() {
     if (!m_autoSize) {
+        if (wordWrap()) {
+            update();
+        }
         return;
     }
     if (wordWrap()) {
-        resize(width(), qMax(heightForWidth(width()), fontMetrics().height()));
+        wrapToWidth();
+        resize(width(), wrappedHeight(m_wrapped.rows().size()));
     } else {
         resize(sizeHint());
+    }
+}
+
+void CaptionLabel::wrapToWidth() {
+    const int width = contentsRect().width();
+    if (width != m_wrappedWidth) {
+        m_wrapped.layout(text(), font(), width);
+        m_wrappedWidth = width;
+    }
+}
+
+int CaptionLabel::wrappedHeight(qsizetype rows) const {
+    const QMargins frame = contentsMargins();
+    return int(rows) * fontMetrics().lineSpacing() + frame.top() + frame.bottom();
+}
+
+int CaptionLabel::heightForWidth(int width) const {
+    if (!wordWrap()) {
+        return QLabel::heightForWidth(width);
+    }
+    const QMargins frame = contentsMargins();
+    WrappedText wrapped;
+    wrapped.layout(text(), font(), width - frame.left() - frame.right());
+    return wrappedHeight(wrapped.rows().size());
+}
+
+QSize CaptionLabel::sizeHint() const {
+    // A wrapping label's width is fixed; its height is that of its lines. QLabel would lay out all of
+    // them with the rich-text engine.
+    return wordWrap() ? QSize(width(), heightForWidth(width())) : QLabel::sizeHint();
+}
+
+QSize CaptionLabel::minimumSizeHint() const {
+    return wordWrap() ? QSize(0, fontMetrics().lineSpacing()) : QLabel::minimumSizeHint();
+}
+
+void CaptionLabel::resizeEvent(QResizeEvent* event) {
+    QLabel::resizeEvent(event);
+    if (wordWrap()) {
+        wrapToWidth();
+    }
+}
+
+void CaptionLabel::changeEvent(QEvent* event) {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange && wordWrap()) {
+        m_wrappedWidth = -1;
+        fitToCaption();
+    }
+}
+
+void CaptionLabel::paintEvent(QPaintEvent* event) {
+    if (!wordWrap()) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    wrapToWidth();
+    QPainter painter(this);
+    drawFrame(&painter);
+    const QRect area = contentsRect();
+    painter.setClipRect(area.intersected(event->rect()));
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
+    const QFontMetrics metrics = fontMetrics();
+    const int line = metrics.lineSpacing();
+    const qsizetype rows = m_wrapped.rows().size();
+    // Only the lines the repaint covers: a panel of thousands of names shows a few dozen at a time.
+    const qsizetype first = qMax(0, (event->rect().top() - area.top()) / line);
+    const qsizetype last = qMin(rows - 1, qsizetype((event->rect().bottom() - area.top()) / line));
+    for (qsizetype row = first; row <= last; ++row) {
+        painter.drawText(QPointF(area.left(), area.top() + row * line + metrics.ascent()),
+                         m_wrapped.rowText(row).toString());
     }
 }
 

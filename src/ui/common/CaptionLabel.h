@@ -1,12 +1,16 @@
 #pragma once
 
+#include "WrappedText.h"
+
 #include <QLabel>
 
 namespace zentoria {
 
 // A label that reads its caption the way the desktop tools of Melvadex's world do: "&" marks an access
 // key and "&&" stands for one ampersand. Captions are never markup, so a file name like "<b>x</b>.mp3"
-// shows exactly those characters.
+// shows exactly those characters. A wrapping label shows each carriage return or line feed as a line
+// break, wraps its lines at its width (within a name too long for a line as well), and draws only the
+// lines in view, so a caption of thousands of lines costs little.
 class CaptionLabel : public QLabel {
     Q_OBJECT
 
@@ -27,14 +31,30 @@ public:
     // What the caption shows on screen: "&&" becomes "&" and a lone "&" (the access-key mark) disappears.
     static QString displayText(const QString& caption);
 
+    // A wrapping label's lines as shown, top to bottom.
+    const WrappedText& wrappedText() const { return m_wrapped; }
+
+    int heightForWidth(int width) const override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
 Q_SIGNALS:
     void captionChanged();
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private:
     void fitToCaption();
+    void wrapToWidth();
+    int wrappedHeight(qsizetype rows) const;
 
     QString m_caption;
     bool m_autoSize = false;
+    WrappedText m_wrapped;
+    int m_wrappedWidth = -1;
 };
 
 } // namespace zentoria

@@ -17,8 +17,11 @@ void frmMain::LV_ColumnClick(int column) {
 }
 
 void frmMain::LV_ItemClick() {
-    ResetWebItems(true);
-    ShowSelectedItems->start();
+    ResetWebItems(true, *this);
+    // Enabling the timer again does not put the refresh off: clicks within its interval give one.
+    if (!ShowSelectedItems->isActive()) {
+        ShowSelectedItems->start();
+    }
 }
 
 void frmMain::LV_Click() {
@@ -40,11 +43,6 @@ void frmMain::LV_MouseDown(Qt::MouseButton button, const QPoint& position) {
 
 void frmMain::LV_DblClick() {
     ItemClick(LV);
-}
-
-void frmMain::ResetWebItems(bool Visible) {
-    // The panel's item fields arrive with the details panel; until then there is nothing to reset.
-    Q_UNUSED(Visible);
 }
 
 } // namespace zentoria

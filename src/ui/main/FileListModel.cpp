@@ -24,22 +24,25 @@ void FileListModel::setItems(const QString& parentKey, QList<int> positions, con
     m_parentKey = parentKey;
     m_rows = std::move(positions);
     m_largeIcon = largeIcon;
-    if (m_sorted && m_sortColumn == 0) {
-        m_rows = rowsInOrder(sortedCaseInsensitive(rowTexts(), m_rows, m_sortOrder));
+    m_subItems.clear();
+    if (m_sorted && m_sortColumn < columnCount()) {
+        m_rows = rowsInOrder(sortedCaseInsensitive(columnTexts(m_sortColumn), m_rows, m_sortOrder));
     }
     endResetModel();
 }
 
 void FileListModel::setSingleColumn(const QString& key, const QString& caption) {
-    m_columnKey = key;
-    m_columnCaption = caption;
-    if (m_hasColumn) {
-        Q_EMIT headerDataChanged(Qt::Horizontal, 0, 0);
+    if (m_columns.size() > 1) {
+        removeColumns(1, int(m_columns.size()) - 1);
+    }
+    if (m_columns.isEmpty()) {
+        beginInsertColumns({}, 0, 0);
+        m_columns.append({key, caption});
+        endInsertColumns();
         return;
     }
-    beginInsertColumns({}, 0, 0);
-    m_hasColumn = true;
-    endInsertColumns();
+    m_columns.first() = {key, caption};
+    Q_EMIT headerDataChanged(Qt::Horizontal, 0, 0);
 }
 
 QString FileListModel::key(int row) const {
@@ -50,17 +53,24 @@ QString FileListModel::text(int row) const {
     return m_nodes.text(m_rows.at(row)).trimmed();
 }
 
+QString FileListModel::subItem(int row, int column) const {
+    return m_subItems.value(m_rows.at(row)).value(column - 1);
+}
+
 int FileListModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
 int FileListModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() || !m_hasColumn ? 0 : 1;
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
 }
 
 QVariant FileListModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || index.column() != 0) {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
+    }
+    if (index.column() > 0) {
+        return role == Qt::DisplayRole ? QVariant(subItem(index.row(), index.column())) : QVariant();
     }
     switch (role) {
     case Qt::DisplayRole:
@@ -74,14 +84,75 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+bool FileListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    // The path comes from the report; only the further columns take values.
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || index.column() == 0 ||
+        (role != Qt::EditRole && role != Qt::DisplayRole)) {
+        return false;
+    }
+    QStringList& values = m_subItems[m_rows.at(index.row())];
+    if (values.size() < index.column()) {
+        values.resize(index.column());
+    }
+    values[index.column() - 1] = value.toString();
+    Q_EMIT dataChanged(index, index, {Qt::DisplayRole});
+    return true;
+}
+
 QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || section != 0 || !m_hasColumn) {
+    if (orientation != Qt::Horizontal || section < 0 || section >= m_columns.size()) {
         return QAbstractTableModel::headerData(section, orientation, role);
     }
     if (role == Qt::DisplayRole) {
-        return m_columnCaption;
+        return m_columns.at(section).caption;
     }
-    return role == KeyRole ? QVariant(m_columnKey) : QVariant();
+    return role == KeyRole ? QVariant(m_columns.at(section).key) : QVariant();
+}
+
+bool FileListModel::setHeaderData(int section, Qt::Orientation orientation, const QVariant& value, int role) {
+    if (orientation != Qt::Horizontal || section < 0 || section >= m_columns.size()) {
+        return false;
+    }
+    if (role == Qt::DisplayRole || role == Qt::EditRole) {
+        m_columns[section].caption = value.toString();
+    } else if (role == KeyRole) {
+        m_columns[section].key = value.toString();
+    } else {
+        return false;
+    }
+    Q_EMIT headerDataChanged(orientation, section, section);
+    return true;
+}
+
+bool FileListModel::insertColumns(int column, int count, const QModelIndex& parent) {
+    // A column before the path's would move the path out of the first column.
+    if (parent.isValid() || count < 1 || column < 0 || column > m_columns.size() ||
+        (column == 0 && !m_columns.isEmpty())) {
+        return false;
+    }
+    beginInsertColumns({}, column, column + count - 1);
+    m_columns.insert(column, count, Column{});
+    for (QStringList& values : m_subItems) {
+        if (column >= 1 && values.size() >= column - 1) {
+            values.insert(column - 1, count, QString());
+        }
+    }
+    endInsertColumns();
+    return true;
+}
+
+bool FileListModel::removeColumns(int column, int count, const QModelIndex& parent) {
+    // The path's column stays; setSingleColumn renames it.
+    if (parent.isValid() || count < 1 || column < 1 || column + count > m_columns.size()) {
+        return false;
+    }
+    beginRemoveColumns({}, column, column + count - 1);
+    m_columns.remove(column, count);
+    for (QStringList& values : m_subItems) {
+        values.remove(column - 1, qMax<qsizetype>(0, qMin<qsizetype>(count, values.size() - (column - 1))));
+    }
+    endRemoveColumns();
+    return true;
 }
 
 Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
@@ -94,14 +165,14 @@ void FileListModel::sort(int column, Qt::SortOrder order) {
     m_sorted = true;
     m_sortColumn = column;
     m_sortOrder = order;
-    // A single column: a sort by any other one finds only empty, equal texts and keeps tree order.
-    if (column != 0) {
+    // A column the list does not have holds only empty, equal texts: tree order stays.
+    if (column < 0 || column >= columnCount()) {
         return;
     }
 
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     // Tree order is the order of the positions, so they break ties between equal texts.
-    const QList<QStringView> texts = rowTexts();
+    const QList<QStringView> texts = columnTexts(column);
     const QList<int> newOrder = onlyTurned ? turnedRound(texts) : sortedCaseInsensitive(texts, m_rows, order);
     QList<int> newRowOf(m_rows.size());
     for (int row = 0; row < newOrder.size(); ++row) {
@@ -125,11 +196,18 @@ QList<int> FileListModel::rowsInOrder(const QList<int>& order) const {
     return rows;
 }
 
-QList<QStringView> FileListModel::rowTexts() const {
+QList<QStringView> FileListModel::columnTexts(int column) const {
     QList<QStringView> texts;
     texts.reserve(m_rows.size());
     for (int position : m_rows) {
-        texts.append(QStringView(m_nodes.text(position)).trimmed());
+        if (column == 0) {
+            texts.append(QStringView(m_nodes.text(position)).trimmed());
+        } else {
+            const auto values = m_subItems.constFind(position);
+            texts.append(values != m_subItems.cend() && column <= values->size()
+                             ? QStringView(values->at(column - 1))
+                             : QStringView());
+        }
     }
     return texts;
 }

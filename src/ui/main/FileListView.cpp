@@ -3,6 +3,7 @@
 #include "ui/common/FullTextDelegate.h"
 
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QMouseEvent>
 
 namespace zentoria {
@@ -21,6 +22,8 @@ FileListView::FileListView(const NodeCollection& nodes, QWidget* parent)
     header()->setSectionsClickable(true);
     header()->setSortIndicatorShown(false);
     header()->setStretchLastSection(false);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { m_selectionChanged = true; });
 }
 
 void FileListView::setSingleColumn(const QString& key, const QString& caption, int width) {
@@ -52,6 +55,14 @@ void FileListView::mousePressEvent(QMouseEvent* event) {
         QTreeView::mousePressEvent(event);
     }
     Q_EMIT mouseDown(event->button(), event->modifiers(), event->position().toPoint());
+}
+
+void FileListView::keyPressEvent(QKeyEvent* event) {
+    m_selectionChanged = false;
+    QTreeView::keyPressEvent(event);
+    if (m_selectionChanged) {
+        Q_EMIT selectionChangedByKey();
+    }
 }
 
 void FileListView::mouseReleaseEvent(QMouseEvent* event) {

@@ -33,15 +33,20 @@ Q_SIGNALS:
     void clickedAnywhere();
     // A mouse button went down; the list has already handled it.
     void mouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, const QPoint& position);
+    // A key changed which items are selected (arrows, Shift+arrows, Ctrl+A, Space).
+    void selectionChangedByKey();
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void showSortIndicator();
 
     FileListModel* m_model;
+    // Set by the selection model while a key press is handled.
+    bool m_selectionChanged = false;
 };
 
 } // namespace zentoria

@@ -78,11 +78,11 @@ void frmMain::Separator_MouseMove(const QPointF& position) {
 }
 
 void frmMain::vsbBack_Scroll() {
-    setTopTwips(pctWeb, -vsbBack->sliderPosition());
+    setTopTwips(pctWeb, -vsbBack->sliderPosition() * m_panelScrollUnit);
 }
 
 void frmMain::vsbBack_Change() {
-    setTopTwips(pctWeb, -vsbBack->value());
+    setTopTwips(pctWeb, -vsbBack->value() * m_panelScrollUnit);
     LV->setFocus();
 }
 
@@ -111,6 +111,11 @@ void frmMain::lblWebFolder_Change() {
     if (!lblWebFolder->caption().isEmpty()) {
         const TwipsRect title = geometryTwips(lblWebFolder);
         setTopTwips(pctWebLine, title.Top + title.Height);
+        // A title of several lines moves the line and so everything under it.
+        if (WebItemName) {
+            StackWebItems(webPanel());
+            FitWebPanel(LV);
+        }
     }
 }
 
@@ -133,6 +138,8 @@ void frmMain::FitWebPanel(FileListView* list) {
         setLeftTwips(vsbBack, geometryTwips(pctWeb).Width);
         const double d = std::fabs(geometryTwips(pctWeb).Height - geometryTwips(list).Height);
         const qint32 maximum = d <= 32767 ? roundHalfEven(d) : 32767;
+        // Content taller than the scroll bar's range is scrolled in coarser steps, to its very end.
+        m_panelScrollUnit = d <= 32767 ? 1 : d / maximum;
         vsbBack->setMaximum(maximum);
         // A scroll bar takes change values from 1 up; a range too small for a tenth keeps at least 1.
         if (maximum / 10.0 > 0) {

@@ -4,6 +4,7 @@
 #include "frmMain.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/ImageList.h"
+#include "ui/common/PictureBox.h"
 #include "ui/common/Twips.h"
 
 #include <QLabel>
@@ -81,12 +82,28 @@ void frmMain::ItemClick(QWidget* Obj) {
 }
 
 void frmMain::LoadOtherImages(bool Others) {
-    // The images stacked behind the panel icon come with the file-type icons; without a panel icon
-    // there is nothing to stack them behind.
-    if (Others && ImgIcon->pixmap().isNull()) {
+    if (ImgOthers.size() < 2) {
+        auto* other = new QLabel(pctWeb);
+        other->setObjectName(QStringLiteral("ImgOthers"));
+        other->setProperty("index", 1);
+        setGeometryTwips(other, geometryTwips(ImgOthers.first()));
+        ImgOthers.append(other);
+    }
+    const QPixmap picture = ImgIcon->pixmap();
+    if (picture.isNull()) {
         for (QLabel* other : std::as_const(ImgOthers)) {
             other->hide();
         }
+        return;
+    }
+    ImgIcon->raise();
+    const TwipsRect icon = geometryTwips(ImgIcon);
+    for (int i = 0; i < 2; ++i) {
+        QLabel* other = ImgOthers[i];
+        other->setPixmap(picture);
+        setGeometryTwips(other, icon.Left + 100 * (i + 1), icon.Top - 50 * (i + 1), icon.Width, icon.Height);
+        other->lower();
+        other->setVisible(Others);
     }
 }
 

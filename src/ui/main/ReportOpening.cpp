@@ -5,10 +5,13 @@
 #include "frmMain.h"
 #include "report/ReportReader.h"
 #include "settings/Globals.h"
+#include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/ImageList.h"
 
 #include <QFile>
+#include <QLabel>
+#include <QTimer>
 
 namespace zentoria {
 
@@ -48,6 +51,7 @@ void frmMain::OpenFile(QString& File) {
             AddEntryNode(std::move(entry));
         }
     }
+    resetPanelForNewReport();
     if (result.Outcome == Outcome::NoProblems) {
         showMessage(QStringLiteral("The are no MP3 file with \"problems\" in this report."));
     }
@@ -84,6 +88,23 @@ void frmMain::AddEntryNode(ReportEntry&& entry) {
     // Every entry key starts with "ID3v1", whatever the entry's kind: the kind is the parent's. The
     // collection derives keys and parents from the entry itself.
     m_report->addEntry(std::move(entry));
+}
+
+void frmMain::resetPanelForNewReport() {
+    // Nothing of the previous report's selection stays. No layout pass here: at start-up the window is
+    // not placed yet, and a pass would save its unplaced geometry as the last safe one.
+    ShowSelectedItems->stop();
+    for (CaptionLabel* field : {WebItemName, WebItemType, WebToolTip, lblInfo}) {
+        field->setCaption({});
+    }
+    WebToolTip->hide();
+    lblWebFolder->setCaption(QStringLiteral("Zentoria"));
+    if (const QIcon mp3 = ImgDirTree->icon(QStringLiteral("MP3")); !mp3.isNull()) {
+        ImgIcon->setPixmap(mp3.pixmap(32, 32));
+    }
+    LoadOtherImages(true);
+    StackWebItems(webPanel());
+    FitWebPanel(LV);
 }
 
 void frmMain::submnuOpen_Click() {

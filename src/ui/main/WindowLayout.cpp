@@ -113,6 +113,7 @@ void frmMain::ReDrawForm() {
                 return StepResult::InvalidArgument;
             }
             setHeightTwips(vsbBack, out.ScrollHeight);
+            m_panelScrollUnit = 1;
             vsbBack->setMaximum(out.ScrollMaximum);
             if (vsbBack->maximum() > 0) {
                 vsbBack->setPageStep(out.ScrollLargeChange);

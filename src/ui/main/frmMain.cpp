@@ -155,6 +155,8 @@ void frmMain::createControls() {
                 LV_MouseDown(button, position);
             });
     connect(LV, &QAbstractItemView::doubleClicked, this, &frmMain::LV_DblClick);
+    // Keys that change the selection are item clicks to the panel, as list controls report them.
+    connect(LV, &FileListView::selectionChangedByKey, this, &frmMain::LV_ItemClick);
 
     RestorePanelOrder();
 
@@ -291,6 +293,8 @@ void frmMain::Form_Load() {
     LoadOtherImages(true);
     lblWebFolder->setCaption({});
     WebToolTip->setCaption({});
+    // Nothing is selected yet: the item fields end up empty, stacked under the line.
+    ShowItemInfo(LV, *this);
     ShowSelectedItems->start();
     translateMenus();
 
@@ -344,8 +348,11 @@ void frmMain::submnuShowHelp_Click() {
 }
 
 void frmMain::ShowSelectedItems_Timer() {
-    // The panel refresh this timer stands for has run; the timer is armed again by the next selection.
-    ShowSelectedItems->stop();
+    ShowSelectionInfo(LV, *this);
+}
+
+WebPanelControls frmMain::webPanel() const {
+    return {pctWebLine, WebItemName, WebItemType, WebToolTip, lblInfo, vsbBack, ShowSelectedItems};
 }
 
 } // namespace zentoria

@@ -2,6 +2,7 @@
 
 #include "report/ReportEntry.h"
 #include "ui/common/MessageBoxes.h"
+#include "ui/panel/WebPanel.h"
 
 #include <QMainWindow>
 
@@ -60,6 +61,12 @@ public:
     void ReDrawForm();
     // Sizes the web-style panel to its content and sets up its scroll bar against the list.
     void FitWebPanel(FileListView* list);
+    // Puts copies of the panel's icon behind it, a little to the right and higher up each, so the three
+    // look like a stack; shown when Others is true and the icon holds a picture.
+    void LoadOtherImages(bool Others);
+    // The controls the selection details write.
+    WebPanelControls webPanel() const;
+
     // Stacks the right pane's children bottom to top: the list, the panel over it (it covers the
     // list's left edge), the panel's scroll bar over both.
     void RestorePanelOrder();
@@ -115,8 +122,8 @@ private:
     // Keeps the client area at least as large as the layout needs for every pane to show.
     void updateMinimumSize(const LayoutInput& in);
 
-    void ResetWebItems(bool Visible);
-    void LoadOtherImages(bool Others);
+    // Empties the panel and the title as when the program has just started, for a new report.
+    void resetPanelForNewReport();
 
     // Set by the tree's expand and collapse notifications; the next activation from the tree takes them.
     bool CollapsePending = false;
@@ -126,6 +133,9 @@ private:
     // Re-entry guards of the caption handlers that write their own caption back.
     bool m_pathChanging = false;
     bool m_titleChanging = false;
+    // Twips the panel moves for each step of its scroll bar: 1, unless the panel's content is taller
+    // than the 32767 steps a scroll bar has.
+    double m_panelScrollUnit = 1;
     MessageBoxes m_messages;
     // The open report's nodes: the tree shows them, the list shows the activated node's children.
     ReportTreeModel* m_report = nullptr;

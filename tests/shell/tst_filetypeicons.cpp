@@ -1,0 +1,174 @@
+#include "TestData.h"
+#include "shell/DrawnFileIcons.h"
+#include "shell/FileTypeIcons.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace zentoria;
+
+namespace {
+
+// The per-user data folder of this run: a MIME package that gives MP3 files icon names of its own, and
+// three icon themes: one with the type's icon, one with only the generic one, one with neither.
+QTemporaryDir& dataHome() {
+    static QTemporaryDir folder;
+    return folder;
+}
+
+void writeFile(const QString& path, const QByteArray& bytes) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(bytes);
+    }
+}
+
+void writeTheme(const QString& name, const QList<std::pair<QString, QColor>>& icons) {
+    const QString theme = dataHome().filePath("icons/" + name);
+    writeFile(theme + "/index.theme",
+              "[Icon Theme]\nName=" + name.toUtf8() +
+                  "\nDirectories=32x32/mimetypes\n\n[32x32/mimetypes]\nSize=32\nType=Fixed\n");
+    for (const auto& [icon, colour] : icons) {
+        QImage image(32, 32, QImage::Format_ARGB32);
+        image.fill(colour);
+        QDir().mkpath(theme + "/32x32/mimetypes");
+        image.save(theme + "/32x32/mimetypes/" + icon + ".png");
+    }
+}
+
+void prepareDataHome() {
+    qputenv("XDG_DATA_HOME", dataHome().path().toLocal8Bit());
+    QDir().mkpath(dataHome().filePath("mime/packages"));
+    QFile::copy(dataFile("mime/test-audio.xml"), dataHome().filePath("mime/packages/test-audio.xml"));
+    writeTheme("full", {{"test-mp3", Qt::red},
+                        {"audio-x-mpegurl", Qt::blue},
+                        {"test-audio", Qt::green},
+                        {"audio-x-generic", Qt::green}});
+    writeTheme("generic", {{"test-audio", Qt::green}, {"audio-x-generic", Qt::green}});
+    writeTheme("bare", {});
+}
+
+QColor colourOf(const QIcon& icon) {
+    return icon.pixmap(32, 32).toImage().pixelColor(16, 16);
+}
+
+} // namespace
+
+class tst_FileTypeIcons : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void specification_data();
+    void specification();
+    void icon_data();
+    void icon();
+    void key_data();
+    void key();
+};
+
+void tst_FileTypeIcons::initTestCase() {
+    // Only the themes of this run, none of the machine's.
+    QIcon::setThemeSearchPaths({dataHome().filePath("icons")});
+    QIcon::setFallbackSearchPaths({});
+}
+
+void tst_FileTypeIcons::specification_data() {
+    QTest::addColumn<QString>("extension");
+    QTest::addColumn<QString>("iconName");
+    QTest::addColumn<QString>("genericIconName");
+
+    QTest::newRow("mp3, from the user's MIME package") << ".mp3"
+                                                       << "test-mp3"
+                                                       << "test-audio";
+    QTest::newRow("MP3 in capitals") << ".MP3"
+                                     << "test-mp3"
+                                     << "test-audio";
+    QTest::newRow("m3u, asked for by name") << ".m3u"
+                                            << "audio-x-mpegurl"
+                                            << "audio-x-generic";
+    QTest::newRow("unknown") << ".zentoria-unknown" << QString() << QString();
+}
+
+void tst_FileTypeIcons::specification() {
+    QFETCH(QString, extension);
+    QFETCH(QString, iconName);
+    QFETCH(QString, genericIconName);
+
+    const IconSpecification specification = GetDefaultIcon(extension);
+    QCOMPARE(specification.iconName, iconName);
+    QCOMPARE(specification.genericIconName, genericIconName);
+}
+
+void tst_FileTypeIcons::icon_data() {
+    QTest::addColumn<QString>("theme");
+    QTest::addColumn<QString>("extension");
+    QTest::addColumn<QColor>("colour");
+    QTest::addColumn<bool>("drawn");
+
+    QTest::newRow("the type's own icon") << "full"
+                                         << ".mp3" << QColor(Qt::red) << false;
+    QTest::newRow("the playlist's own icon") << "full"
+                                             << ".m3u" << QColor(Qt::blue) << false;
+    QTest::newRow("the generic icon next") << "generic"
+                                           << ".mp3" << QColor(Qt::green) << false;
+    QTest::newRow("the playlist's generic icon") << "generic"
+                                                 << ".m3u" << QColor(Qt::green) << false;
+    QTest::newRow("the program's own MP3 icon") << "bare"
+                                                << ".mp3" << QColor() << true;
+    QTest::newRow("the program's own playlist icon") << "bare"
+                                                     << ".m3u" << QColor() << true;
+}
+
+void tst_FileTypeIcons::icon() {
+    QFETCH(QString, theme);
+    QFETCH(QString, extension);
+    QFETCH(QColor, colour);
+    QFETCH(bool, drawn);
+
+    QIcon::setThemeName(theme);
+    const QIcon icon = fileTypeIcon(extension);
+    QVERIFY(!icon.isNull());
+    if (drawn) {
+        QVERIFY(IconToPicture(GetDefaultIcon(extension)).isNull());
+        const DrawnFile file = extension == ".mp3" ? DrawnFile::Mp3 : DrawnFile::Playlist;
+        QCOMPARE(icon.pixmap(32, 32).toImage(), drawnFileIcon(file).pixmap(32, 32).toImage());
+        // Drawn for every size asked for, not scaled from one.
+        for (int size : {16, 32, 48}) {
+            QCOMPARE(icon.pixmap(size, size).size(), QSize(size, size));
+        }
+    } else {
+        QCOMPARE(colourOf(icon), colour);
+    }
+}
+
+void tst_FileTypeIcons::key_data() {
+    QTest::addColumn<QString>("extension");
+    QTest::addColumn<QString>("key");
+
+    QTest::newRow("mp3") << ".mp3"
+                         << "MP3";
+    QTest::newRow("m3u") << ".m3u"
+                         << "M3U";
+    QTest::newRow("without a dot") << "vzt"
+                                   << "VZT";
+}
+
+void tst_FileTypeIcons::key() {
+    QFETCH(QString, extension);
+    QFETCH(QString, key);
+    QCOMPARE(fileTypeIconKey(extension), key);
+}
+
+int main(int argc, char** argv) {
+    prepareDataHome();
+    QGuiApplication app(argc, argv);
+    tst_FileTypeIcons test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_filetypeicons.moc"

@@ -1,0 +1,387 @@
+#include "MainWindowFixture.h"
+#include "settings/Globals.h"
+#include "ui/common/CaptionLabel.h"
+#include "ui/common/ImageList.h"
+#include "ui/common/Twips.h"
+#include "ui/main/FileListView.h"
+#include "ui/main/ReportTree.h"
+
+#include <QLabel>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTimer>
+
+using namespace zentoria;
+
+namespace {
+
+const QString kRockAndRoll = QStringLiteral("C:\\Music\\Rock & Roll\\Track.mp3");
+const QString kBold = QStringLiteral("C:\\Music\\<b>Bold</b>.mp3");
+const QString kPlain = QStringLiteral("C:\\Music\\Plain.mp3");
+
+// A shown main window with a report open and the panel's parts at hand.
+struct Panel : MainWindowFixture {
+    ReportTree* tree = child<ReportTree>("TV");
+    FileListView* list = child<FileListView>("LV");
+    QTimer* refresh = child<QTimer>("ShowSelectedItems");
+    CaptionLabel* title = child<CaptionLabel>("lblWebFolder");
+    CaptionLabel* name = child<CaptionLabel>("WebItemName");
+    CaptionLabel* kind = child<CaptionLabel>("WebItemType");
+    CaptionLabel* tip = child<CaptionLabel>("WebToolTip");
+    CaptionLabel* info = child<CaptionLabel>("lblInfo");
+    QWidget* line = child<QWidget>("pctWebLine");
+    QWidget* panel = child<QWidget>("pctWeb");
+    QScrollBar* scroll = child<QScrollBar>("vsbBack");
+
+    explicit Panel(const QString& report = dataFile("panel.vzt")) {
+        show();
+        open(report);
+        settle();
+    }
+    // Waits until no refresh is pending.
+    void settle() const { QTRY_VERIFY(!refresh->isActive()); }
+    void activate(const char* key) { clickIndex(tree, indexOfKey(tree, QLatin1StringView(key))); }
+    void clickRow(int row, Qt::KeyboardModifiers modifiers = {}) {
+        clickIndex(list, rowIndex(list, row), Qt::LeftButton, modifiers);
+    }
+    // Every label of the panel at or below the one above it, as a reader goes down the panel.
+    void verifyStacked() const {
+        const QList<QWidget*> topToBottom{title, line, name, kind, tip, info};
+        for (qsizetype i = 1; i < topToBottom.size(); ++i) {
+            const TwipsRect above = geometryTwips(topToBottom[i - 1]);
+            QVERIFY2(geometryTwips(topToBottom[i]).Top >= above.Top + above.Height - 0.5,
+                     qPrintable(topToBottom[i]->objectName()));
+        }
+    }
+};
+
+// A report of this many files of kind ID3v1, written to a file of the folder.
+QString generatedReport(const QTemporaryDir& dir, int files) {
+    QByteArray bytes = "   This file was created with Melvadex (By Orsolt)\r\n\r\n\r\n\r\n\r\n\r\n\r\n";
+    for (int i = 1; i <= files; ++i) {
+        bytes += "C:\\Music\\Artist " + QByteArray::number(i % 700) + "\\" + QByteArray::number(i) +
+                 " - Track.mp3\r\n  Melvadex could not get the ID3v1 information\r\n\r\n";
+    }
+    QFile file(dir.filePath("generated.vzt"));
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(bytes + "Date of creation: today\r\n");
+    }
+    return file.fileName();
+}
+
+} // namespace
+
+class tst_WebPanel : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsEmpty();
+    void oneFile_data();
+    void oneFile();
+    void severalFiles();
+    void clicksWithinTheIntervalGiveOneRefresh();
+    void emptySelection();
+    void secondReportResetsThePanel();
+    void longTitleMovesTheLabels();
+    void longNameWrapsAnywhere();
+    void pluralTextFromTheLanguageFile();
+    void columnDetails_data();
+    void columnDetails();
+    void keysArmTheRefresh_data();
+    void keysArmTheRefresh();
+    void largeSelection();
+    void iconStack();
+};
+
+void tst_WebPanel::startsEmpty() {
+    Panel p;
+    // The design captions never stay after start-up.
+    for (CaptionLabel* label : {p.name, p.kind, p.tip, p.info}) {
+        QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
+    }
+    QCOMPARE(p.title->caption(), QStringLiteral("Zentoria"));
+    p.verifyStacked();
+}
+
+void tst_WebPanel::oneFile_data() {
+    QTest::addColumn<QString>("kindKey");
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("caption");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("kind");
+
+    QTest::newRow("ampersand") << "ID3v1" << 0 << "C:\\Music\\Rock && Roll\\Track.mp3" << kRockAndRoll
+                               << "ID3v1 not found";
+    QTest::newRow("markup") << "ID3v1" << 1 << kBold << kBold << "ID3v1 not found";
+    QTest::newRow("kind 2, capital N") << "ID3v2" << 0 << "D:\\Other.mp3"
+                                       << "D:\\Other.mp3"
+                                       << "ID3v2 Not found";
+}
+
+void tst_WebPanel::oneFile() {
+    QFETCH(QString, kindKey);
+    QFETCH(int, row);
+    QFETCH(QString, caption);
+    QFETCH(QString, shown);
+    QFETCH(QString, kind);
+
+    Panel p;
+    p.activate(kindKey.toLatin1().constData());
+    p.clickRow(row);
+    // A click empties the fields at once and describes the file when the timer fires.
+    QVERIFY(p.refresh->isActive());
+    QCOMPARE(p.name->caption(), QString());
+    p.settle();
+    QCOMPARE(p.name->caption(), caption);
+    QCOMPARE(p.name->text(), shown);
+    QCOMPARE(p.name->textFormat(), Qt::PlainText);
+    QCOMPARE(p.kind->caption(), kind);
+    QCOMPARE(p.info->caption(), QString());
+    QVERIFY(!p.tip->isVisible());
+    QCOMPARE(geometryTwips(p.name).Top, geometryTwips(p.line).Top + geometryTwips(p.line).Height + 30);
+    QCOMPARE(geometryTwips(p.info).Width, 2515.0);
+    p.verifyStacked();
+}
+
+void tst_WebPanel::severalFiles() {
+    Panel p;
+    p.activate("ID3v1");
+    p.clickRow(0);
+    p.clickRow(1, Qt::ControlModifier);
+    p.clickRow(2, Qt::ControlModifier);
+    p.settle();
+    QCOMPARE(p.kind->caption(), "3 id3v1 not founds selected.\r\r\rC:\\Music\\Rock && Roll\\Track.mp3\r" +
+                                    kBold + '\r' + kPlain);
+    // Each carriage return is a line on screen: the count line, two empty ones, then a name a line.
+    const WrappedText& shown = p.kind->wrappedText();
+    QVERIFY(shown.rows().size() >= 6);
+    QString joined;
+    for (qsizetype row = 0; row < shown.rows().size(); ++row) {
+        joined += shown.rowText(row);
+    }
+    QCOMPARE(joined, p.kind->text().remove(u'\r'));
+    QCOMPARE(p.name->caption(), QString());
+    // The list has one column: the details add nothing, not an empty line per file.
+    QCOMPARE(p.info->caption(), QString());
+    p.verifyStacked();
+}
+
+void tst_WebPanel::clicksWithinTheIntervalGiveOneRefresh() {
+    Panel p;
+    p.activate("ID3v1");
+    QSignalSpy ticks(p.refresh, &QTimer::timeout);
+    p.clickRow(0);
+    p.clickRow(2);
+    QTRY_COMPARE(ticks.size(), 1);
+    QTest::qWait(2 * p.refresh->interval());
+    QCOMPARE(ticks.size(), 1);
+    // The refresh shows the selection as it is when it runs.
+    QCOMPARE(p.name->caption(), kPlain);
+}
+
+void tst_WebPanel::emptySelection() {
+    Panel p;
+    p.activate("ID3v1");
+    p.clickRow(0);
+    p.clickRow(1, Qt::ControlModifier);
+    p.settle();
+    QVERIFY(p.kind->caption().startsWith("2 "));
+    p.clickRow(0, Qt::ControlModifier);
+    p.clickRow(1, Qt::ControlModifier);
+    p.settle();
+    QCOMPARE(selectedRows(p.list), QList<int>{});
+    for (CaptionLabel* label : {p.name, p.kind, p.info}) {
+        QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
+    }
+    p.verifyStacked();
+}
+
+void tst_WebPanel::secondReportResetsThePanel() {
+    Panel p;
+    p.activate("ID3v1");
+    p.clickRow(0);
+    p.settle();
+    QVERIFY(!p.name->caption().isEmpty());
+    p.open(dataFile("mixed.vzt"));
+    QCOMPARE(p.title->caption(), QStringLiteral("Zentoria"));
+    for (CaptionLabel* label : {p.name, p.kind, p.tip, p.info}) {
+        QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
+    }
+    QVERIFY(!p.refresh->isActive());
+    p.verifyStacked();
+}
+
+void tst_WebPanel::longTitleMovesTheLabels() {
+    Panel p;
+    // An entry node titles the panel with its path, which wraps to several lines.
+    clickExpandButton(p.tree, indexOfKey(p.tree, "ID3v1"));
+    p.activate("ID3v14");
+    QVERIFY(p.title->wrappedText().rows().size() >= 3);
+    QCOMPARE(geometryTwips(p.line).Top, geometryTwips(p.title).Top + geometryTwips(p.title).Height);
+    p.verifyStacked();
+    p.activate("ID3v1");
+    p.clickRow(0);
+    p.settle();
+    p.verifyStacked();
+}
+
+void tst_WebPanel::longNameWrapsAnywhere() {
+    Panel p;
+    p.activate("ID3v1");
+    p.clickRow(3);
+    p.settle();
+    const WrappedText& shown = p.name->wrappedText();
+    QVERIFY(shown.rows().size() > 2);
+    QString whole;
+    const QFontMetrics metrics = p.name->fontMetrics();
+    for (qsizetype row = 0; row < shown.rows().size(); ++row) {
+        whole += shown.rowText(row);
+        QVERIFY(metrics.horizontalAdvance(shown.rowText(row).toString()) <=
+                p.name->contentsRect().width() + 1);
+    }
+    // Nothing is cut: the rows hold the whole name.
+    QCOMPARE(whole, p.name->text());
+}
+
+void tst_WebPanel::pluralTextFromTheLanguageFile() {
+    QTemporaryDir dir;
+    QFile language(dir.filePath("Test.ini"));
+    QVERIFY(language.open(QIODevice::WriteOnly));
+    language.write("[Status]\r\nPluralSelected=  Dateien gewaehlt.  \r\n");
+    language.close();
+    const QString before = globals().LanguageFile;
+    globals().LanguageFile = language.fileName();
+
+    Panel p;
+    p.activate("ID3v1");
+    p.clickRow(0);
+    p.clickRow(2, Qt::ControlModifier);
+    p.settle();
+    globals().LanguageFile = before;
+    QVERIFY2(p.kind->caption().startsWith("2 id3v1 not foundDateien gewaehlt.\r\r\r"),
+             qPrintable(p.kind->caption()));
+}
+
+void tst_WebPanel::columnDetails_data() {
+    QTest::addColumn<int>("length");
+    QTest::addColumn<QString>("shownValue");
+
+    const QString value = QString(1200, u'x');
+    QTest::newRow("1200 characters, whole") << 1200 << value;
+    QTest::newRow("1201 characters, cut") << 1201 << value + " ...\r";
+}
+
+void tst_WebPanel::columnDetails() {
+    QFETCH(int, length);
+    QFETCH(QString, shownValue);
+
+    Panel p;
+    p.activate("ID3v1");
+    QAbstractItemModel* model = p.list->model();
+    QVERIFY(model->insertColumns(1, 4));
+    const QStringList headers{"Artist & Band", "Comment", "Hidden", "Empty"};
+    for (int column = 1; column <= 4; ++column) {
+        QVERIFY(model->setHeaderData(column, Qt::Horizontal, headers[column - 1]));
+        p.list->setColumnWidth(column, 100);
+    }
+    p.list->setColumnWidth(3, 0);
+    QVERIFY(model->setData(model->index(2, 1), "AC&DC"));
+    QVERIFY(model->setData(model->index(2, 2), QString(length, u'x')));
+    QVERIFY(model->setData(model->index(2, 3), "a column of width 0"));
+    QVERIFY(model->setData(model->index(2, 4), QString()));
+    p.clickRow(2);
+    p.settle();
+    QCOMPARE(p.info->caption(), "Artist && Band: AC&&DC\r\n\r\nComment: " + shownValue + "\r\n\r\n");
+
+    // Several files: each one's second column on a line of its own.
+    p.clickRow(1, Qt::ControlModifier);
+    p.settle();
+    QCOMPARE(p.info->caption(), QStringLiteral("\r\rAC&&DC\r"));
+}
+
+void tst_WebPanel::keysArmTheRefresh_data() {
+    QTest::addColumn<QKeyCombination>("key");
+    QTest::addColumn<bool>("arms");
+
+    QTest::newRow("Down") << QKeyCombination(Qt::Key_Down) << true;
+    QTest::newRow("Shift+Down") << QKeyCombination(Qt::ShiftModifier, Qt::Key_Down) << true;
+    QTest::newRow("Ctrl+A") << QKeyCombination(Qt::ControlModifier, Qt::Key_A) << true;
+    QTest::newRow("Ctrl+Space") << QKeyCombination(Qt::ControlModifier, Qt::Key_Space) << true;
+    QTest::newRow("Ctrl+Down moves only the focus")
+        << QKeyCombination(Qt::ControlModifier, Qt::Key_Down) << false;
+}
+
+void tst_WebPanel::keysArmTheRefresh() {
+    QFETCH(QKeyCombination, key);
+    QFETCH(bool, arms);
+
+    Panel p;
+    p.activate("ID3v1");
+    p.clickRow(1);
+    p.settle();
+    QTest::keyClick(p.list, key.key(), key.keyboardModifiers());
+    QCOMPARE(p.refresh->isActive(), arms);
+    p.settle();
+    if (arms) {
+        QCOMPARE(p.name->caption().isEmpty() && p.kind->caption().isEmpty(), selectedRows(p.list).isEmpty());
+    }
+}
+
+void tst_WebPanel::largeSelection() {
+    QTemporaryDir dir;
+    Panel p(generatedReport(dir, 16383));
+    p.activate("ID3v1");
+    QCOMPARE(p.list->model()->rowCount(), 16383);
+    p.list->setFocus();
+    QTest::keyClick(p.list, Qt::Key_A, Qt::ControlModifier);
+    p.settle();
+    QVERIFY(p.kind->caption().startsWith(
+        "16383 id3v1 not founds selected.\r\r\rC:\\Music\\Artist 1\\1 - Track.mp3\r"));
+    QVERIFY(p.kind->caption().endsWith("\rC:\\Music\\Artist 283\\16383 - Track.mp3"));
+    QVERIFY(p.kind->wrappedText().rows().size() > 16383);
+
+    // The panel's scroll bar reaches the last name, in coarser steps than twips.
+    QVERIFY(p.scroll->isVisible());
+    QCOMPARE(p.scroll->maximum(), 32767);
+    p.scroll->setValue(p.scroll->maximum());
+    const auto* borders = p.panel->parentWidget();
+    const QPoint lastLine = p.kind->mapTo(borders, QPoint(0, p.kind->height() - 1));
+    QVERIFY2(lastLine.y() < borders->height() && lastLine.y() > 0, qPrintable(QString::number(lastLine.y())));
+}
+
+void tst_WebPanel::iconStack() {
+    MainWindowFixture w;
+    auto* icon = w.child<QLabel>("ImgIcon");
+    // Started without a picture: no copies behind it.
+    for (QLabel* other : w.window.findChildren<QLabel*>("ImgOthers")) {
+        QVERIFY(other->isHidden());
+    }
+    QPixmap note(32, 32);
+    note.fill(Qt::darkBlue);
+    icon->setPixmap(note);
+    for (bool others : {true, false, true}) {
+        w.window.LoadOtherImages(others);
+        const QList<QLabel*> copies = w.window.findChildren<QLabel*>("ImgOthers");
+        QCOMPARE(copies.size(), 2); // element 1 is made once and used again
+        const TwipsRect at = geometryTwips(icon);
+        for (QLabel* copy : copies) {
+            const int index = copy->property("index").toInt();
+            QCOMPARE(geometryTwips(copy).Left, at.Left + 100 * (index + 1));
+            QCOMPARE(geometryTwips(copy).Top, at.Top - 50 * (index + 1));
+            QCOMPARE(copy->pixmap().cacheKey(), icon->pixmap().cacheKey());
+            QCOMPARE(copy->isHidden(), !others);
+            // Behind the icon.
+            QVERIFY(icon->parentWidget()->children().indexOf(copy) <
+                    icon->parentWidget()->children().indexOf(icon));
+        }
+    }
+    icon->clear();
+    w.window.LoadOtherImages(true);
+    for (QLabel* other : w.window.findChildren<QLabel*>("ImgOthers")) {
+        QVERIFY(other->isHidden());
+    }
+}
+
+QTEST_MAIN(tst_WebPanel)
+#include "tst_webpanel.moc"

@@ -1,8 +1,24 @@
 #pragma once
 
+#include <QFile>
 #include <QString>
 
 // A fixture file in tests/data.
 inline QString dataFile(const char* name) {
     return QStringLiteral(ZENTORIA_TEST_DATA "/") + QLatin1StringView(name);
+}
+
+// Writes a report of this many files of kind ID3v1, "C:\Music\Artist <n mod 700>\<n> - Track.mp3" for
+// the n-th, to the path; returns the path.
+inline QString writeGeneratedReport(const QString& path, int files) {
+    QByteArray bytes = "   This file was created with Melvadex (By Orsolt)\r\n\r\n\r\n\r\n\r\n\r\n\r\n";
+    for (int i = 1; i <= files; ++i) {
+        bytes += "C:\\Music\\Artist " + QByteArray::number(i % 700) + "\\" + QByteArray::number(i) +
+                 " - Track.mp3\r\n  Melvadex could not get the ID3v1 information\r\n\r\n";
+    }
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(bytes + "Date of creation: today\r\n");
+    }
+    return path;
 }

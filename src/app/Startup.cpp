@@ -9,18 +9,18 @@
 #include "ui/common/ScreenFit.h"
 #include "ui/common/Twips.h"
 #include "ui/main/frmMain.h"
+#include "ui/splash/frmSplash.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QLabel>
+#include <QTimer>
 
 namespace zentoria {
 
 namespace {
 
-// Steps that come with later parts of the program; each is called where it belongs in the sequence.
+// Registers the report file type with the desktop; comes with the file-type association.
 void SetAssociation() {}
-void ShowSplash() {}
 
 // Adds the desktop's icon for files of the extension (or the program's own) to the tree's image list,
 // keyed by the extension in capitals.
@@ -29,45 +29,11 @@ void AddFileTypeIcon(frmMain& window, const QString& extension) {
         ->add(fileTypeIconKey(extension), fileTypeIcon(extension));
 }
 
-// Moves the window to its saved placement, shows it and lays it out: the pass of the showing still
-// started from the tree's design top, this one from where that pass put it. A placement that cannot be
-// applied (a negative size written by another tool) is replaced by the last safe one, once.
-void restorePlacementAndShow(frmMain& window) {
-    // The panel as the program starts: the MP3 icon with its stack and the program's name as title.
-    const QIcon mp3 = window.findChild<ImageList*>(QStringLiteral("ImgDirTree"))->icon(QStringLiteral("MP3"));
-    window.findChild<QLabel*>(QStringLiteral("ImgIcon"))->setPixmap(mp3.pixmap(32, 32));
-    window.LoadOtherImages(true);
-    window.findChild<CaptionLabel*>(QStringLiteral("lblWebFolder"))->setCaption(QStringLiteral("Zentoria"));
-    runRepairing(
-        [&] {
-            const WindowPlacement placement = readPlacement();
-            if (placement.Width < 0 || placement.Height < 0) {
-                return StepResult::InvalidArgument;
-            }
-            const QRect outer =
-                twipsRectOnScreen(placement.Left, placement.Top, placement.Width, placement.Height);
-            window.move(outer.topLeft());
-            window.resize(outer.size());
-            return StepResult::Done;
-        },
-        [] {
-            restorePlacementFromLastSafe();
-            return true;
-        });
-    // The stored size is the outer one, frame included; the frame is known once the window is shown.
-    showFitted(&window);
-    window.ReDrawForm();
-}
-
 void processPendingEvents() {
     QCoreApplication::processEvents();
 }
 
 } // namespace
-
-QString rawCommandLine(const QStringList& arguments) {
-    return arguments.mid(1).join(u' ');
-}
 
 std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& hooks) {
     Globals& shared = globals();
@@ -87,7 +53,9 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
     main->Form_Load();
     main->findChild<QAction*>(QStringLiteral("submnuWebStyle"))->setChecked(main->WebStyle);
     main->findChild<CaptionLabel*>(QStringLiteral("WEPath"))->setCaption({});
-    ShowSplash();
+    // Owned by the main window; it deletes itself when it closes and has shown the main window.
+    auto* splash = new frmSplash(main.get());
+    splash->ShowSplash(false);
     QApplication::setOverrideCursor(Qt::WaitCursor);
     processPendingEvents();
 
@@ -108,7 +76,10 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
     if (commandLine.size() > 0) {
         main->OpenFile(commandLine);
     }
-    restorePlacementAndShow(*main);
+    splash->CloseIt->start();
+    if (hooks.closeTimerArmed) {
+        hooks.closeTimerArmed();
+    }
 
     QApplication::restoreOverrideCursor();
     processPendingEvents();

@@ -1,10 +1,25 @@
 #include "Version.h"
+#include "app/CommandLine.h"
 #include "app/Startup.h"
+#include "app/TerminationSignals.h"
 #include "ui/main/frmMain.h"
 
 #include <QApplication>
 
+#include <cstdio>
+
 int main(int argc, char* argv[]) {
+    // Asked for the usage or the version: answered before a window, or a display, is needed.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments << QString::fromLocal8Bit(argv[i]);
+    }
+    if (const std::optional<QString> answer =
+            zentoria::commandLineAnswer(zentoria::rawCommandLine(arguments))) {
+        std::fputs(answer->toLocal8Bit().constData(), stdout);
+        return 0;
+    }
+
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zentoria"));
     QApplication::setApplicationDisplayName(QStringLiteral("Zentoria"));
@@ -12,5 +27,7 @@ int main(int argc, char* argv[]) {
     QApplication::setDesktopFileName(QStringLiteral(ZENTORIA_APP_ID));
 
     const std::unique_ptr<zentoria::frmMain> window = zentoria::Main(QApplication::arguments());
+    // A logout ends the program the way File > Quit does, settings kept.
+    zentoria::callOnTermination(window.get(), [&window] { window->close(); });
     return QApplication::exec();
 }

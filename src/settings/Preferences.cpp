@@ -18,6 +18,7 @@ const Setting Left{{}, kPreferences, QStringLiteral("Left"), QStringLiteral("45"
 const Setting Top{{}, kPreferences, QStringLiteral("Top"), QStringLiteral("465")};
 const Setting Width{{}, kPreferences, QStringLiteral("Width"), QStringLiteral("12000")};
 const Setting Height{{}, kPreferences, QStringLiteral("Height"), QStringLiteral("7350")};
+const Setting Maximized{{}, kPreferences, QStringLiteral("Maximized"), QStringLiteral("0")};
 const Setting SafeWidth{{}, kSafe, QStringLiteral("Width"), QStringLiteral("12000")};
 const Setting SafeHeight{{}, kSafe, QStringLiteral("Height"), QStringLiteral("7350")};
 const Setting SafeTop{{}, kSafe, QStringLiteral("Top"), QStringLiteral("465")};
@@ -65,10 +66,24 @@ void writePlacement(const WindowPlacement& placement) {
     write(settings::Left, fromSingle(placement.Left));
 }
 
+namespace {
+
+SettingValue value(const Setting& setting, const QString& text) {
+    return {setting.section, setting.key, text};
+}
+
+} // namespace
+
+void saveClosingState(qint32 treeWidth, const WindowPlacement& window, bool maximized) {
+    writeSettings(thisProgram(), {value(settings::InitialTVWidth, fromInt32(treeWidth)),
+                                  value(settings::Width, fromSingle(window.Width)),
+                                  value(settings::Height, fromSingle(window.Height)),
+                                  value(settings::Top, fromSingle(window.Top)),
+                                  value(settings::Left, fromSingle(window.Left)),
+                                  value(settings::Maximized, fromBoolean(maximized))});
+}
+
 void saveLastSafeConfiguration(qint32 treeWidth, const WindowPlacement& window) {
-    const auto value = [](const Setting& setting, const QString& text) {
-        return SettingValue{setting.section, setting.key, text};
-    };
     writeSettings(thisProgram(), {value(settings::InitialTVWidth, fromInt32(treeWidth)),
                                   value(settings::SafeWidth, fromSingle(window.Width)),
                                   value(settings::SafeHeight, fromSingle(window.Height)),

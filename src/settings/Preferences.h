@@ -24,6 +24,9 @@ extern const Setting Left;
 extern const Setting Top;
 extern const Setting Width;
 extern const Setting Height;
+// "1" when the window was maximized at its last closing; the four values above are then its size
+// and place when not maximized.
+extern const Setting Maximized;
 // The window and tree at the end of the last layout pass that completed.
 extern const Setting SafeWidth;
 extern const Setting SafeHeight;
@@ -53,6 +56,9 @@ struct WindowPlacement {
 WindowPlacement readPlacement();
 // Writes the placement to "Preferences": Width, Height, Top, Left.
 void writePlacement(const WindowPlacement& placement);
+// What closing the window keeps for the next start, in one write: the tree width, then Width,
+// Height, Top, Left, and whether the window was maximized.
+void saveClosingState(qint32 treeWidth, const WindowPlacement& window, bool maximized);
 
 // What a completed layout pass saves: the tree width to "Preferences", then the window's Width,
 // Height, Top, Left and the tree width to "Last Safe Configuration".

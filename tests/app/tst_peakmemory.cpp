@@ -44,6 +44,10 @@ int showAndMeasure(int argc, char** argv) {
     QStringList arguments{QStringLiteral("zentoria")};
     arguments += QApplication::arguments().mid(2);
     const std::unique_ptr<frmMain> window = Main(arguments);
+    // The main window shows when the splash closes.
+    if (!QTest::qWaitFor([&] { return window->isVisible(); }, 5000)) {
+        return 1;
+    }
     auto* tree = window->findChild<ReportTree*>(QStringLiteral("TV"));
     if (tree->nodes().entryCount() > 0) {
         const QModelIndex kind = tree->indexOf(tree->nodes().positionOf(u"ID3v2"));

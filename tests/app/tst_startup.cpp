@@ -20,13 +20,19 @@ using namespace zentoria;
 
 namespace {
 
-// Starts the program in-process; its messages are collected instead of shown.
+// Starts the program in-process and waits until its splash has closed and shown the main window;
+// its messages are collected instead of shown.
 std::unique_ptr<frmMain> start(const QStringList& arguments, QStringList& messages) {
     StartUpHooks hooks;
     hooks.mainWindowCreated = [&messages](frmMain& window) {
         window.messageBoxes().setAnswerer([&messages](const QString& text) { messages << text; });
     };
-    return Main(arguments, hooks);
+    std::unique_ptr<frmMain> window = Main(arguments, hooks);
+    // The main window is hidden until the splash closes: close it now, as Escape would.
+    if (auto* splash = window->findChild<QWidget*>("frmSplash")) {
+        QTest::keyClick(splash, Qt::Key_Escape);
+    }
+    return window;
 }
 
 } // namespace

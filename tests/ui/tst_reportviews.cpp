@@ -501,20 +501,11 @@ void tst_ReportViews::longPathScrolledIntoView() {
 
 void tst_ReportViews::walkStopsAtPosition32767() {
     QTemporaryDir dir;
-    QFile file(dir.filePath("largest.vzt"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QByteArray bytes = "   This file was created with Melvadex (By Orsolt)\r\n\r\n\r\n\r\n\r\n\r\n\r\n";
-    for (int i = 1; i <= 32766; ++i) {
-        bytes += "C:\\Music\\" + QByteArray::number(i) +
-                 ".mp3\r\n  Melvadex could not get the ID3v1 information\r\n\r\n";
-    }
-    bytes += "Date of creation: today\r\n";
-    file.write(bytes);
-    file.close();
+    const QString report = writeGeneratedReport(dir.filePath("largest.vzt"), 32766);
 
     MainWindowFixture w;
     w.show();
-    w.open(file.fileName());
+    w.open(report);
     auto* tree = w.child<ReportTree>("TV");
     auto* list = w.child<FileListView>("LV");
     QCOMPARE(tree->nodes().count(), 4 + 32766);
@@ -523,7 +514,8 @@ void tst_ReportViews::walkStopsAtPosition32767() {
     // Positions 5 to 32767 are listed; the three entries behind them are out of the walk's reach.
     QCOMPARE(list->model()->rowCount(), 32763);
     QCOMPARE(rowIndex(list, 32762).data(Qt::UserRole).toString(), QStringLiteral("ID3v132767"));
-    QCOMPARE(rowIndex(list, 32762).data().toString(), QStringLiteral("C:\\Music\\32763.mp3"));
+    QCOMPARE(rowIndex(list, 32762).data().toString(),
+             QStringLiteral("C:\\Music\\Artist 563\\32763 - Track.mp3"));
 }
 
 void tst_ReportViews::mp3ImageWhenThereIsOne() {

@@ -56,20 +56,6 @@ struct Panel : MainWindowFixture {
     }
 };
 
-// A report of this many files of kind ID3v1, written to a file of the folder.
-QString generatedReport(const QTemporaryDir& dir, int files) {
-    QByteArray bytes = "   This file was created with Melvadex (By Orsolt)\r\n\r\n\r\n\r\n\r\n\r\n\r\n";
-    for (int i = 1; i <= files; ++i) {
-        bytes += "C:\\Music\\Artist " + QByteArray::number(i % 700) + "\\" + QByteArray::number(i) +
-                 " - Track.mp3\r\n  Melvadex could not get the ID3v1 information\r\n\r\n";
-    }
-    QFile file(dir.filePath("generated.vzt"));
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(bytes + "Date of creation: today\r\n");
-    }
-    return file.fileName();
-}
-
 } // namespace
 
 class tst_WebPanel : public QObject {
@@ -330,7 +316,7 @@ void tst_WebPanel::keysArmTheRefresh() {
 
 void tst_WebPanel::largeSelection() {
     QTemporaryDir dir;
-    Panel p(generatedReport(dir, 16383));
+    Panel p(writeGeneratedReport(dir.filePath("large.vzt"), 16383));
     p.activate("ID3v1");
     QCOMPARE(p.list->model()->rowCount(), 16383);
     p.list->setFocus();

@@ -60,8 +60,9 @@ void fitToScreen(QWidget* window) {
     window->move(fitted.topLeft());
 }
 
-void showFitted(QWidget* window) {
-    const QSize outer = window->size();
+void showFitted(QWidget* window, const QRect& outer) {
+    window->move(outer.topLeft());
+    window->resize(outer.size());
     window->show();
     QWindow* handle = window->windowHandle();
     QElapsedTimer waited;
@@ -70,9 +71,10 @@ void showFitted(QWidget* window) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
         QThread::msleep(5);
     }
-    const QSize frame = window->frameGeometry().size() - window->size();
+    const QMargins frame = frameMarginsOf(window);
     if (!frame.isNull()) {
-        window->resize(outer - frame);
+        window->resize(outer.size().shrunkBy(frame));
+        window->move(outer.topLeft());
     }
     fitToScreen(window);
 }

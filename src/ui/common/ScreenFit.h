@@ -22,10 +22,11 @@ QRect twipsRectOnScreen(double left, double top, double width, double height);
 // available area of its screen (a window cannot shrink below its minimum size).
 void fitToScreen(QWidget* window);
 
-// Shows a top-level window moved and sized to its outer rectangle (frame included), waits (a
-// second at most) until the window system has mapped it and its frame is known, gives the inside up to
-// what the frame takes, and fits the whole to its screen.
-void showFitted(QWidget* window);
+// Shows a top-level window with its outer rectangle (frame included) at the given one: it shows the
+// window there, waits (a second at most) until the window system has mapped it and its frame is known,
+// then gives the inside up to what the frame takes and places the frame, and fits the whole to its
+// screen.
+void showFitted(QWidget* window, const QRect& outer);
 
 // The width of the widest screen's available area, in twips: no window is wider.
 double widestScreenTwips();

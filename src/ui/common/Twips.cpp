@@ -23,6 +23,13 @@ double logicalDpi(const QWidget* widget) {
     return screen ? screen->logicalDotsPerInchX() : 96.0;
 }
 
+QMargins frameMarginsOf(const QWidget* window) {
+    const QRect frame = window->frameGeometry();
+    const QRect inside = window->geometry();
+    return {inside.left() - frame.left(), inside.top() - frame.top(), frame.right() - inside.right(),
+            frame.bottom() - inside.bottom()};
+}
+
 QRect twipsRectToPixels(double left, double top, double width, double height, double dpi) {
     return {twipsToPixels(left, dpi), twipsToPixels(top, dpi), twipsToPixels(width, dpi),
             twipsToPixels(height, dpi)};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMargins>
 #include <QRect>
 
 class QWidget;
@@ -15,6 +16,9 @@ double pixelsToTwips(int pixels, double dpi);
 
 // The logical DPI of the screen the widget is on (the primary screen without a widget).
 double logicalDpi(const QWidget* widget = nullptr);
+
+// The frame a top-level window's frame adds around its inside, in pixels.
+QMargins frameMarginsOf(const QWidget* window);
 
 // A rectangle given in twips, in pixels for the widget's screen.
 QRect twipsRectToPixels(double left, double top, double width, double height, double dpi);

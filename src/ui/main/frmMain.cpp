@@ -8,6 +8,7 @@
 #include "StatusBar.h"
 #include "settings/Globals.h"
 #include "settings/LanguageCatalog.h"
+#include "shell/ListScrollHook.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/Icons.h"
@@ -64,7 +65,10 @@ frmMain::frmMain(QWidget* parent)
     resize(client.width(), client.height() + menuBar()->sizeHint().height());
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+    // A window destroyed without being closed (in tests) takes its hook along, before its list goes.
+    UnhookWindow(LV);
+}
 
 void frmMain::createControls() {
     m_report = new ReportTreeModel(this);
@@ -305,6 +309,8 @@ void frmMain::Form_Load() {
     SetMenuIcon(QStringLiteral("submnuExit"), QStringLiteral("Exit"));
     lblAddress->setCaption(Translate(QStringLiteral("ControlsCaptions"), QStringLiteral("AddressBar"),
                                      QStringLiteral("Address")));
+    // Scrolling the list keeps the panel and its scroll bar above it.
+    HookWindow(LV, [this] { RestorePanelOrder(); });
 }
 
 void frmMain::translateMenus() {
@@ -320,9 +326,7 @@ void frmMain::SetMenuIcon(const QString& menuName, const QString& imageKey) {
 }
 
 void frmMain::RestorePanelOrder() {
-    LV->raise();
-    pctWeb->raise();
-    vsbBack->raise();
+    zentoria::RestorePanelOrder(LV, pctWeb, vsbBack);
 }
 
 void frmMain::showMessage(const QString& text) {
@@ -331,16 +335,6 @@ void frmMain::showMessage(const QString& text) {
 
 void frmMain::submnuExit_Click() {
     close();
-}
-
-void frmMain::closeEvent(QCloseEvent* event) {
-    // Closing the main window ends the program, so the windows it owns (the help) close with it.
-    for (QWidget* child : findChildren<QWidget*>()) {
-        if (child->isWindow() && child->isVisible()) {
-            child->close();
-        }
-    }
-    QMainWindow::closeEvent(event);
 }
 
 void frmMain::submnuShowHelp_Click() {

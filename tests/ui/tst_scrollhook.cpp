@@ -1,0 +1,114 @@
+#include "MainWindowFixture.h"
+#include "shell/ListScrollHook.h"
+#include "ui/main/FileListView.h"
+#include "ui/main/ReportTree.h"
+
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QWheelEvent>
+
+using namespace zentoria;
+
+namespace {
+
+// A window whose list shows a report's largest kind, long enough to scroll.
+struct Hooked : MainWindowFixture {
+    QTemporaryDir dir;
+    FileListView* list = child<FileListView>("LV");
+    QWidget* panel = child<QWidget>("pctWeb");
+    QWidget* scroll = child<QWidget>("vsbBack");
+
+    Hooked() {
+        show();
+        open(writeGeneratedReport(dir.filePath("report.vzt"), 200));
+        clickIndex(child<ReportTree>("TV"), indexOfKey(child<ReportTree>("TV"), "ID3v1"));
+        window.resize(window.width(), window.minimumSizeHint().height());
+    }
+    bool panelAboveList() const {
+        const QObjectList order = list->parentWidget()->children();
+        return order.indexOf(list) < order.indexOf(panel) && order.indexOf(panel) < order.indexOf(scroll);
+    }
+};
+
+void wheel(QWidget* target, QPoint angle) {
+    const QPointF at(target->width() / 2.0, target->height() / 2.0);
+    QWheelEvent event(at, target->mapToGlobal(at), {}, angle, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(target, &event);
+}
+
+} // namespace
+
+class tst_ScrollHook : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void reordersBeforeTheListScrolls_data();
+    void reordersBeforeTheListScrolls();
+    void reorderingComesFirst();
+    void removedWhenTheWindowCloses();
+};
+
+void tst_ScrollHook::reordersBeforeTheListScrolls_data() {
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<bool>("reorders");
+
+    QTest::newRow("wheel over the list") << "wheel" << true;
+    QTest::newRow("wheel over its scroll bar") << "wheel on the bar" << true;
+    QTest::newRow("a press on its scroll bar") << "press on the bar" << true;
+    QTest::newRow("Page Down") << "page down" << true;
+    QTest::newRow("sideways wheel") << "sideways wheel" << false;
+    QTest::newRow("a press on the sideways scroll bar") << "press on the sideways bar" << false;
+    QTest::newRow("a letter") << "letter" << false;
+}
+
+void tst_ScrollHook::reordersBeforeTheListScrolls() {
+    QFETCH(QString, action);
+    QFETCH(bool, reorders);
+
+    Hooked h;
+    QVERIFY(isHooked(h.list));
+    h.list->raise(); // as other code may leave it
+    QVERIFY(!h.panelAboveList());
+    if (action == "wheel") {
+        wheel(h.list->viewport(), QPoint(0, -120));
+    } else if (action == "wheel on the bar") {
+        wheel(h.list->verticalScrollBar(), QPoint(0, -120));
+    } else if (action == "press on the bar") {
+        QTest::mouseClick(h.list->verticalScrollBar(), Qt::LeftButton, {}, QPoint(2, 2));
+    } else if (action == "page down") {
+        QTest::keyClick(h.list, Qt::Key_PageDown);
+    } else if (action == "sideways wheel") {
+        wheel(h.list->viewport(), QPoint(-120, 0));
+    } else if (action == "press on the sideways bar") {
+        QTest::mouseClick(h.list->horizontalScrollBar(), Qt::LeftButton, {}, QPoint(2, 2));
+    } else {
+        QTest::keyClick(h.list, Qt::Key_W);
+    }
+    QCOMPARE(h.panelAboveList(), reorders);
+}
+
+void tst_ScrollHook::reorderingComesFirst() {
+    Hooked h;
+    h.list->raise();
+    bool orderWhenScrolled = false;
+    QObject::connect(h.list->verticalScrollBar(), &QScrollBar::valueChanged, h.list,
+                     [&] { orderWhenScrolled = h.panelAboveList(); });
+    QVERIFY(h.list->verticalScrollBar()->maximum() > 0);
+    wheel(h.list->viewport(), QPoint(0, -120));
+    QVERIFY(h.list->verticalScrollBar()->value() > 0);
+    QVERIFY(orderWhenScrolled);
+}
+
+void tst_ScrollHook::removedWhenTheWindowCloses() {
+    Hooked h;
+    QVERIFY(isHooked(h.list));
+    h.trigger("submnuExit");
+    // Gone while the list still exists.
+    QVERIFY(!isHooked(h.list));
+    h.list->raise();
+    wheel(h.list->viewport(), QPoint(0, -120));
+    QVERIFY(!h.panelAboveList());
+}
+
+QTEST_MAIN(tst_ScrollHook)
+#include "tst_scrollhook.moc"

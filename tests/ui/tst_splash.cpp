@@ -1,0 +1,236 @@
+#include "TestData.h"
+#include "Version.h"
+#include "app/Startup.h"
+#include "settings/Globals.h"
+#include "settings/SettingsStore.h"
+#include "ui/common/CaptionLabel.h"
+#include "ui/common/Twips.h"
+#include "ui/main/frmMain.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QGroupBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace zentoria;
+
+namespace {
+
+// The program as started, with its splash up, in a per-user folder of its own.
+struct Started {
+    QTemporaryDir home;
+    std::unique_ptr<frmMain> window;
+    QPointer<QWidget> splash;
+
+    explicit Started(const QStringList& placement = {}, const QStringList& safe = {}) {
+        qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+        const char* keys[] = {"Width", "Height", "Top", "Left"};
+        for (qsizetype i = 0; i < placement.size(); ++i) {
+            writeSetting(thisProgram(), "Preferences", keys[i], placement[i]);
+        }
+        for (qsizetype i = 0; i < safe.size(); ++i) {
+            writeSetting(thisProgram(), "Last Safe Configuration", keys[i], safe[i]);
+        }
+        window = Main({"zentoria"});
+        splash = window->findChild<QWidget*>("frmSplash");
+    }
+    // The main window's outer rectangle once the splash has shown it, in twips.
+    QRectF shownPlacement() const {
+        if (!QTest::qWaitFor([this] { return window->isVisible(); })) {
+            return {};
+        }
+        const QRect frame = window->frameGeometry();
+        const double dpi = logicalDpi(window.get());
+        return {pixelsToTwips(frame.x(), dpi), pixelsToTwips(frame.y(), dpi),
+                pixelsToTwips(frame.width(), dpi), pixelsToTwips(frame.height(), dpi)};
+    }
+    QString stored(const char* section, const char* key) const {
+        return readSetting(thisProgram(), section, key, {});
+    }
+};
+
+CaptionLabel* versionLabel(QWidget* splash, int index) {
+    for (auto* label : splash->findChildren<CaptionLabel*>("LabVers")) {
+        if (label->property("index").toInt() == index) {
+            return label;
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+class tst_Splash : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void showsWhileTheMainWindowWaits();
+    void closes_data();
+    void closes();
+    void placement_data();
+    void placement();
+    void reopensMaximized();
+    void captionsFromTheLanguageFile_data();
+    void captionsFromTheLanguageFile();
+};
+
+void tst_Splash::init() {
+    globals().LanguageFile.clear();
+}
+
+void tst_Splash::showsWhileTheMainWindowWaits() {
+    Started s;
+    QVERIFY(s.splash);
+    QVERIFY(s.splash->isVisible());
+    QVERIFY(!s.window->isVisible());
+    // Centred on the 800 x 600 screen, at 15 twips a pixel.
+    QCOMPARE(geometryTwips(s.splash), (TwipsRect{2257.5, 2010, 7485, 4980}));
+    QVERIFY(s.splash->windowFlags() & Qt::FramelessWindowHint);
+
+    const QString version = QStringLiteral("Ver.:%1.%2.%3")
+                                .arg(ZENTORIA_VERSION_MAJOR)
+                                .arg(ZENTORIA_VERSION_MINOR)
+                                .arg(ZENTORIA_VERSION_PATCH);
+    CaptionLabel* orange = versionLabel(s.splash, 0);
+    CaptionLabel* black = versionLabel(s.splash, 1);
+    QVERIFY(orange && black);
+    QCOMPARE(orange->caption(), version);
+    QCOMPARE(black->caption(), version);
+    QCOMPARE(geometryTwips(black).Left - geometryTwips(orange).Left, 35.0);
+    QCOMPARE(geometryTwips(black).Top - geometryTwips(orange).Top, 10.0);
+    QCOMPARE(orange->palette().color(QPalette::WindowText), QColor(0xff, 0xc0, 0x80));
+    QCOMPARE(black->palette().color(QPalette::WindowText), QColor(Qt::black));
+    QVERIFY(s.splash->findChild<QWidget*>("lblProgress")->isVisible());
+    auto* timer = s.splash->findChild<QTimer*>("CloseIt");
+    QVERIFY(timer->isActive());
+    QCOMPARE(timer->interval(), 500);
+}
+
+void tst_Splash::closes_data() {
+    QTest::addColumn<int>("key");
+
+    QTest::newRow("the timer") << 0;
+    QTest::newRow("Escape") << int(Qt::Key_Escape);
+    QTest::newRow("Enter, on the Ok button") << int(Qt::Key_Return);
+    QTest::newRow("Space, on the Ok button") << int(Qt::Key_Space);
+}
+
+void tst_Splash::closes() {
+    QFETCH(int, key);
+
+    Started s;
+    QVERIFY(s.splash);
+    if (key != 0) {
+        QWidget* target = s.splash->focusWidget();
+        if (key != Qt::Key_Escape) {
+            // The Ok button has the keyboard, though it lies below the splash's visible part.
+            QCOMPARE(target, s.splash->findChild<QPushButton*>("cmdOk"));
+        }
+        QTest::keyClick(target ? target : s.splash.data(), Qt::Key(key));
+        QVERIFY(s.window->isVisible());
+    } else {
+        QVERIFY(!s.window->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(s.window->isVisible(), 2000);
+    }
+    QTRY_VERIFY(!s.splash);
+    // The main window as the program starts: its icon and title in the panel.
+    QCOMPARE(s.window->findChild<CaptionLabel*>("lblWebFolder")->caption(), QStringLiteral("Zentoria"));
+}
+
+void tst_Splash::placement_data() {
+    QTest::addColumn<QStringList>("placement"); // Width, Height, Top, Left in "Preferences"
+    QTest::addColumn<QStringList>("safe");      // the same in "Last Safe Configuration"
+    QTest::addColumn<QRectF>("shown");
+    QTest::addColumn<QString>("storedWidth");
+
+    // The defaults (45, 465, 12000, 7350) on this 12000-twip-wide screen: moved to its left edge.
+    const QRectF defaults(0, 465, 12000, 7350);
+    QTest::newRow("first run") << QStringList{} << QStringList{} << defaults << "";
+    QTest::newRow("stored") << QStringList{"9000", "6000", "300", "150"} << QStringList{}
+                            << QRectF(150, 300, 9000, 6000) << "9000";
+    QTest::newRow("rejected, repaired from the last safe one")
+        << QStringList{"-500", "6000", "300", "150"} << QStringList{"10500", "7005", "600", "300"}
+        << QRectF(300, 600, 10500, 7005) << "10500";
+    QTest::newRow("rejected, and the last safe one too: the defaults")
+        << QStringList{"-500", "6000", "300", "150"} << QStringList{"-300", "7000", "600", "300"} << defaults
+        << "-300";
+    QTest::newRow("off every screen counts as rejected")
+        << QStringList{"9000", "6000", "300", "60000"} << QStringList{} << defaults << "12000";
+}
+
+void tst_Splash::placement() {
+    QFETCH(QStringList, placement);
+    QFETCH(QStringList, safe);
+    QFETCH(QRectF, shown);
+    QFETCH(QString, storedWidth);
+
+    Started s(placement, safe);
+    QVERIFY(s.splash);
+    s.splash->close();
+    QCOMPARE(s.shownPlacement(), shown);
+    // A repair copies the last safe placement into "Preferences".
+    QCOMPARE(s.stored("Preferences", "Width"), storedWidth);
+}
+
+void tst_Splash::reopensMaximized() {
+    QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    writeSetting(thisProgram(), "Preferences", "Maximized", "1");
+    const std::unique_ptr<frmMain> window = Main({"zentoria"});
+    QTRY_VERIFY_WITH_TIMEOUT(window->isVisible(), 2000);
+    QTRY_VERIFY(window->isMaximized());
+}
+
+void tst_Splash::captionsFromTheLanguageFile_data() {
+    QTest::addColumn<QByteArray>("language");
+    QTest::addColumn<QString>("okCaption");
+    QTest::addColumn<bool>("translationShown");
+
+    QTest::newRow("no language file") << QByteArray() << "&Ok" << false;
+    QTest::newRow("translated")
+        << QByteArray("[Splash]\nOkButton=&Gut\n[TranslationInfo]\nTranslatedBy=Übersetzt von\n") << "&Gut"
+        << true;
+    QTest::newRow("translator left empty")
+        << QByteArray("[TranslationInfo]\nTranslatedBy=\n") << "&Ok" << false;
+}
+
+void tst_Splash::captionsFromTheLanguageFile() {
+    QFETCH(QByteArray, language);
+    QFETCH(QString, okCaption);
+    QFETCH(bool, translationShown);
+
+    QTemporaryDir dir;
+    if (!language.isEmpty()) {
+        QFile file(dir.filePath("Test.ini"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(language);
+        file.close();
+        qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
+        writeSetting("Melvadex", "Preferences", "Language",
+                     QDir(GetAppPath()).relativeFilePath(file.fileName()));
+    } else {
+        qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
+    }
+    const std::unique_ptr<frmMain> window = Main({"zentoria"});
+    auto* splash = window->findChild<QWidget*>("frmSplash");
+    QVERIFY(splash);
+    QCOMPARE(splash->findChild<QPushButton*>("cmdOk")->text(), okCaption);
+    QCOMPARE(splash->findChild<QGroupBox*>("frmTranslation")->isVisibleTo(splash), translationShown);
+    QCOMPARE(splash->findChild<CaptionLabel*>("lblProgrammed")->caption(), QStringLiteral("Programmed By:"));
+    splash->close();
+}
+
+int main(int argc, char** argv) {
+    // An 800 x 600 screen at 96 dpi: 15 twips a pixel.
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + dataFile("screens/800x600.json").toLocal8Bit());
+    QApplication app(argc, argv);
+    tst_Splash test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_splash.moc"

@@ -1,8 +1,11 @@
 #include "Startup.h"
 
 #include "HelpViewer.h"
+#include "Version.h"
 #include "settings/Globals.h"
+#include "settings/LanguageCatalog.h"
 #include "settings/Preferences.h"
+#include "shell/FileAssociation.h"
 #include "shell/FileTypeIcons.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/ImageList.h"
@@ -19,8 +22,14 @@ namespace zentoria {
 
 namespace {
 
-// Registers the report file type with the desktop; comes with the file-type association.
-void SetAssociation() {}
+// Makes this copy of the program the one that opens reports from the desktop, with the report icon.
+// Reports of earlier versions (".txt") are text files of every kind and stay the text editor's.
+void registerReportType() {
+    SetAssociation({QStringLiteral(".vzt"), QStringLiteral("application/x-melvadex-integrity-report"),
+                    QStringLiteral("Melvadex Integrity Report"),
+                    QStringLiteral("application-x-melvadex-integrity-report")},
+                   {QStringLiteral(ZENTORIA_APP_ID), QCoreApplication::applicationFilePath()});
+}
 
 // Adds the desktop's icon for files of the extension (or the program's own) to the tree's image list,
 // keyed by the extension in capitals.
@@ -38,8 +47,8 @@ void processPendingEvents() {
 std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& hooks) {
     Globals& shared = globals();
     shared.HelpFile = GetAppPath() + QStringLiteral("/Brantwell.hlp");
-    SetAssociation();
-    shared.LanguageFile = GetAppPath() + u'/' + read(settings::Language);
+    registerReportType();
+    shared.LanguageFile = languageFileFor(read(settings::Language));
     shared.InitialTVWidth = readInt32(settings::InitialTVWidth);
 
     auto main = std::make_unique<frmMain>();

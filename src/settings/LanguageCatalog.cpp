@@ -3,6 +3,9 @@
 #include "Globals.h"
 #include "IniReader.h"
 
+#include <QFileInfo>
+#include <QStandardPaths>
+
 namespace zentoria {
 
 namespace {
@@ -37,6 +40,17 @@ QString TrimNulls(const QString& text) {
         --end;
     }
     return text.first(end);
+}
+
+QString languageFileFor(const QString& languageSetting) {
+    const QString beside = GetAppPath() + u'/' + languageSetting;
+    if (languageSetting.isEmpty() || QFileInfo::exists(beside)) {
+        return beside;
+    }
+    const QString installed =
+        QStandardPaths::locate(QStandardPaths::GenericDataLocation,
+                               QStringLiteral("zentoria/languages/") + QFileInfo(languageSetting).fileName());
+    return installed.isEmpty() ? beside : installed;
 }
 
 QString Translate(const QString& section, const QString& key, const QString& defaultValue) {

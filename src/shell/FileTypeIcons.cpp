@@ -27,6 +27,16 @@ QIcon IconToPicture(const IconSpecification& specification) {
     return {};
 }
 
+QIcon programIcon() {
+    QIcon icon;
+    for (int size : {16, 32, 48, 64, 128, 256}) {
+        icon.addFile(
+            QStringLiteral(":/zentoria-theme-icons/hicolor/%1x%1/apps/org.melvadex.Zentoria.png").arg(size),
+            QSize(size, size));
+    }
+    return icon;
+}
+
 QString fileTypeIconKey(const QString& extension) {
     return (extension.startsWith(u'.') ? extension.mid(1) : extension).toUpper();
 }

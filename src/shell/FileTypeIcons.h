@@ -26,6 +26,9 @@ QIcon IconToPicture(const IconSpecification& specification);
 // "MP3").
 QString fileTypeIconKey(const QString& extension);
 
+// The program's own icon, at every size it comes in.
+QIcon programIcon();
+
 // The icon the program shows for files of the extension: the desktop's, else one of its own for ".mp3"
 // and ".m3u" (null for other extensions the desktop has no icon for).
 QIcon fileTypeIcon(const QString& extension);

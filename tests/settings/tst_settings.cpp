@@ -56,6 +56,8 @@ private Q_SLOTS:
     void catalogLookups_data();
     void catalogLookups();
     void catalogWithoutLanguageFile();
+    void languageFileOfAnInstalledProgram_data();
+    void languageFileOfAnInstalledProgram();
     void trimNulls_data();
     void trimNulls();
     void menuCatalogEntries_data();
@@ -417,6 +419,45 @@ void tst_Settings::catalogLookups() {
     globals().LanguageFile = dataFile(file.toLatin1().constData());
     QCOMPARE(ReadIniValue(section, key, "  &Default "), raw);
     QCOMPARE(Translate(section, key, "  &Default "), translated);
+}
+
+void tst_Settings::languageFileOfAnInstalledProgram_data() {
+    QTest::addColumn<QString>("setting");
+    QTest::addColumn<QString>("found"); // "beside", "installed", or "missing"
+
+    QTest::newRow("a name the data folders have") << "Zentoria-Test-Language.ini"
+                                                  << "installed";
+    QTest::newRow("a relative name: its file name counts") << "languages/Zentoria-Test-Language.ini"
+                                                           << "installed";
+    QTest::newRow("beside the program first") << "TestData-Beside.ini"
+                                              << "beside";
+    QTest::newRow("nowhere") << "Klingon.ini"
+                             << "missing";
+    QTest::newRow("no setting") << ""
+                                << "beside";
+}
+
+void tst_Settings::languageFileOfAnInstalledProgram() {
+    QFETCH(QString, setting);
+    QFETCH(QString, found);
+
+    QTemporaryDir data;
+    QDir().mkpath(data.filePath("zentoria/languages"));
+    QFile installed(data.filePath("zentoria/languages/Zentoria-Test-Language.ini"));
+    QVERIFY(installed.open(QIODevice::WriteOnly));
+    installed.close();
+    QFile beside(GetAppPath() + "/TestData-Beside.ini");
+    QVERIFY(beside.open(QIODevice::WriteOnly));
+    beside.close();
+    qputenv("XDG_DATA_DIRS", data.path().toLocal8Bit() + ":/usr/share");
+
+    const QString file = languageFileFor(setting);
+    beside.remove();
+    if (found == "installed") {
+        QCOMPARE(file, installed.fileName());
+    } else {
+        QCOMPARE(file, GetAppPath() + '/' + setting);
+    }
 }
 
 void tst_Settings::catalogWithoutLanguageFile() {

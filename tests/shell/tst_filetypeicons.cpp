@@ -3,6 +3,7 @@
 #include "shell/FileTypeIcons.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
 #include <QTemporaryDir>
@@ -69,6 +70,7 @@ private Q_SLOTS:
     void icon();
     void key_data();
     void key();
+    void noThemeInTheResources();
 };
 
 void tst_FileTypeIcons::initTestCase() {
@@ -162,6 +164,13 @@ void tst_FileTypeIcons::key() {
     QFETCH(QString, extension);
     QFETCH(QString, key);
     QCOMPARE(fileTypeIconKey(extension), key);
+}
+
+void tst_FileTypeIcons::noThemeInTheResources() {
+    // Qt looks for icon themes under ":/icons" too, file by file, at every lookup of every icon: the
+    // program's own icons live elsewhere, or each lookup costs milliseconds.
+    QVERIFY(!QFileInfo::exists(":/icons"));
+    QVERIFY(QFileInfo::exists(":/zentoria-theme-icons/hicolor/16x16/apps/org.melvadex.Zentoria.png"));
 }
 
 int main(int argc, char** argv) {

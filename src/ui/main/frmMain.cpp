@@ -8,6 +8,7 @@
 #include "StatusBar.h"
 #include "settings/Globals.h"
 #include "settings/LanguageCatalog.h"
+#include "shell/FileTypeIcons.h"
 #include "shell/ListScrollHook.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
@@ -57,7 +58,7 @@ frmMain::frmMain(QWidget* parent)
     : QMainWindow(parent) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Melvadex's Zentoria"));
-    setWindowIcon(QIcon(QStringLiteral(":/zentoria/zentoria.png")));
+    setWindowIcon(programIcon());
     createControls();
     createMenus();
     updateMinimumSize(readLayoutInput());
@@ -101,7 +102,7 @@ void frmMain::createControls() {
 
     auto* others = named(new QLabel(pctWeb), "ImgOthers");
     others->setProperty("index", 0);
-    others->setPixmap(QIcon(QStringLiteral(":/zentoria/zentoria.png")).pixmap(32, 32));
+    others->setPixmap(programIcon().pixmap(32, 32));
     setGeometryTwips(others, 720, 240, 480, 480);
     ImgOthers.append(others);
 
@@ -144,7 +145,7 @@ void frmMain::createControls() {
     WebItemName->setCaption(QStringLiteral("Item Name"));
 
     ImgIcon = named(new QLabel(pctWeb), "ImgIcon");
-    ImgIcon->setPixmap(QIcon(QStringLiteral(":/zentoria/zentoria.png")).pixmap(32, 32));
+    ImgIcon->setPixmap(programIcon().pixmap(32, 32));
     setGeometryTwips(ImgIcon, 195, 175, 480, 480);
 
     LV = named(new FileListView(m_report->nodes(), pctBorders), "LV");

@@ -1,0 +1,287 @@
+#include "Version.h"
+#include "app/Startup.h"
+#include "shell/FileAssociation.h"
+#include "ui/main/frmMain.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QMimeDatabase>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace zentoria;
+
+namespace {
+
+const FileType kReport{".vzt", "application/x-melvadex-integrity-report", "Melvadex Integrity Report",
+                       "application-x-melvadex-integrity-report"};
+const QString kAppId = QStringLiteral(ZENTORIA_APP_ID);
+
+// The arguments of a desktop entry's Exec value, read as the Desktop Entry rules read them: the escapes
+// of a string value first, then the quoting of arguments, then the field codes (%% a percent sign).
+QStringList execArguments(const QString& value) {
+    QString unescaped;
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        if (value[i] == u'\\' && i + 1 < value.size()) {
+            const QChar next = value[++i];
+            unescaped += next == u's'   ? u' '
+                         : next == u'n' ? u'\n'
+                         : next == u't' ? u'\t'
+                         : next == u'r' ? u'\r'
+                                        : next;
+        } else {
+            unescaped += value[i];
+        }
+    }
+    QStringList arguments;
+    QString current;
+    bool quoted = false;
+    bool started = false;
+    for (qsizetype i = 0; i < unescaped.size(); ++i) {
+        const QChar c = unescaped[i];
+        if (quoted) {
+            if (c == u'\\' && i + 1 < unescaped.size() &&
+                QStringLiteral("\"`$\\").contains(unescaped[i + 1])) {
+                current += unescaped[++i];
+            } else if (c == u'"') {
+                quoted = false;
+            } else {
+                current += c;
+            }
+        } else if (c == u'"') {
+            quoted = started = true;
+        } else if (c == u' ') {
+            if (started) {
+                arguments << current;
+            }
+            current.clear();
+            started = false;
+        } else {
+            current += c;
+            started = true;
+        }
+    }
+    if (started) {
+        arguments << current;
+    }
+    for (QString& argument : arguments) {
+        if (argument != QLatin1StringView("%f")) {
+            argument.replace(QStringLiteral("%%"), QStringLiteral("%"));
+        }
+    }
+    return arguments;
+}
+
+QString execValue(const QByteArray& entry) {
+    for (const QByteArray& line : entry.split('\n')) {
+        if (line.startsWith("Exec=")) {
+            return QString::fromUtf8(line.mid(5));
+        }
+    }
+    return {};
+}
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString run(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished(10000);
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+} // namespace
+
+class tst_Association : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void execArgument_data();
+    void execArgument();
+    void defaultApplication_data();
+    void defaultApplication();
+    void registers();
+    void writesOnlyWhatChanged();
+    void unwritableFoldersLetStartUpFinish();
+    void installedFilesSayTheSame();
+
+private:
+    std::unique_ptr<QTemporaryDir> m_home;
+    QString data() const { return m_home->filePath("data"); }
+    QString config() const { return m_home->filePath("config"); }
+};
+
+void tst_Association::init() {
+    m_home = std::make_unique<QTemporaryDir>();
+    qputenv("XDG_DATA_HOME", data().toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", config().toLocal8Bit());
+}
+
+void tst_Association::execArgument_data() {
+    QTest::addColumn<QString>("executable");
+
+    QTest::newRow("plain") << "/usr/bin/zentoria";
+    QTest::newRow("blanks") << "/home/ann/My Programs/zentoria";
+    QTest::newRow("quotes") << "/opt/\"quoted\" and 'single'/zentoria";
+    QTest::newRow("dollar and backtick") << "/opt/$HOME/`id`/zentoria";
+    QTest::newRow("percent signs") << "/opt/100%/%f %u/zentoria";
+    QTest::newRow("backslashes") << "/opt/back\\slash\\\\/zentoria";
+    QTest::newRow("everything") << "/tmp/a b\"c'd$e`f%g\\h;i&j|k<l>m*n?o#p(q)~r\tt/zentoria";
+}
+
+void tst_Association::execArgument() {
+    QFETCH(QString, executable);
+
+    const QByteArray entry = desktopEntry(kReport, {kAppId, executable});
+    QCOMPARE(execArguments(execValue(entry)), (QStringList{executable, "%f"}));
+}
+
+void tst_Association::defaultApplication_data() {
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+
+    const QByteArray ours = "application/x-melvadex-integrity-report=org.melvadex.Zentoria.desktop;";
+    QTest::newRow("no file") << QByteArray() << "[Default Applications]\n" + ours + "\n";
+    QTest::newRow("other sections only")
+        << QByteArray("[Added Associations]\ntext/plain=gedit.desktop;\n")
+        << "[Added Associations]\ntext/plain=gedit.desktop;\n[Default Applications]\n" + ours + "\n";
+    QTest::newRow("no final line break")
+        << QByteArray("[Added Associations]\ntext/plain=gedit.desktop;")
+        << "[Added Associations]\ntext/plain=gedit.desktop;\n[Default Applications]\n" + ours + "\n";
+    QTest::newRow("the section without our type")
+        << QByteArray("# kept\n[Default Applications]\ntext/plain=gedit.desktop;\n\n[Other]\nx=y\n")
+        << "# kept\n[Default Applications]\n" + ours + "\ntext/plain=gedit.desktop;\n\n[Other]\nx=y\n";
+    QTest::newRow("our type given to another program")
+        << QByteArray("[Default Applications]\ntext/plain=gedit.desktop;\n"
+                      "application/x-melvadex-integrity-report = other.desktop;\n")
+        << "[Default Applications]\ntext/plain=gedit.desktop;\n" + ours + "\n";
+    QTest::newRow("CR LF line ends") << QByteArray("[Default Applications]\r\ntext/plain=gedit.desktop;\r\n")
+                                     << "[Default Applications]\r\n" + ours +
+                                            "\r\ntext/plain=gedit.desktop;\r\n";
+}
+
+void tst_Association::defaultApplication() {
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+
+    QCOMPARE(withDefaultApplication(before, kReport.mimeType, kAppId + ".desktop"), after);
+}
+
+void tst_Association::registers() {
+    const QByteArray others = "[Added Associations]\r\ntext/plain=gedit.desktop;\r\n\r\n"
+                              "[Default Applications]\ntext/plain=gedit.desktop;\n";
+    QDir().mkpath(config());
+    QFile existing(config() + "/mimeapps.list");
+    QVERIFY(existing.open(QIODevice::WriteOnly));
+    existing.write(others);
+    existing.close();
+
+    const QString executable = QCoreApplication::applicationFilePath();
+    const AssociationResult result = SetAssociation(kReport, {kAppId, executable});
+    QVERIFY(result.toolsStarted.contains("update-mime-database"));
+    const QString entry = data() + "/applications/" + kAppId + ".desktop";
+    QCOMPARE(execArguments(execValue(contents(entry))), (QStringList{executable, "%f"}));
+    // Every other line of the user's list stays as it was.
+    QCOMPARE(contents(config() + "/mimeapps.list"),
+             "[Added Associations]\r\ntext/plain=gedit.desktop;\r\n\r\n[Default Applications]\n"
+             "application/x-melvadex-integrity-report=org.melvadex.Zentoria.desktop;\ntext/"
+             "plain=gedit.desktop;\n");
+    for (const char* icon : {"icons/hicolor/16x16/mimetypes/application-x-melvadex-integrity-report.png",
+                             "icons/hicolor/256x256/mimetypes/application-x-melvadex-integrity-report.png",
+                             "icons/hicolor/scalable/mimetypes/application-x-melvadex-integrity-report.svg",
+                             "icons/hicolor/48x48/apps/org.melvadex.Zentoria.png"}) {
+        QVERIFY2(QFileInfo(data() + '/' + icon).size() > 0, icon);
+    }
+
+    // The desktop reads the type from the database its tool has just updated.
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(data() + "/mime/mime.cache").exists(), 10000);
+    const QMimeDatabase types;
+    QCOMPARE(types.mimeTypeForFile("x.vzt", QMimeDatabase::MatchExtension).name(), kReport.mimeType);
+    QCOMPARE(types.mimeTypeForName(kReport.mimeType).comment(), kReport.description);
+    QCOMPARE(types.mimeTypeForName(kReport.mimeType).iconName(), kReport.iconName);
+    QVERIFY(types.mimeTypeForFile("old.txt", QMimeDatabase::MatchExtension).name() != kReport.mimeType);
+
+    if (const QString validate = QStandardPaths::findExecutable("desktop-file-validate");
+        !validate.isEmpty()) {
+        QProcess check;
+        check.start(validate, {entry});
+        QVERIFY(check.waitForFinished());
+        QVERIFY2(check.exitCode() == 0, check.readAllStandardOutput().constData());
+    }
+    if (const QString gio = QStandardPaths::findExecutable("gio"); !gio.isEmpty()) {
+        QFile report(m_home->filePath("report.vzt"));
+        QVERIFY(report.open(QIODevice::WriteOnly));
+        report.write("   This file was created with Melvadex (By Orsolt)\r\n");
+        report.close();
+        QVERIFY(
+            run(gio, {"info", "-a", "standard::content-type", report.fileName()}).contains(kReport.mimeType));
+        QVERIFY(run(gio, {"mime", kReport.mimeType}).contains(kAppId + ".desktop"));
+    } else {
+        qWarning("gio is missing (scripts/bootstrap installs it): the desktop's own view is not checked");
+    }
+}
+
+void tst_Association::writesOnlyWhatChanged() {
+    const QString executable = QStringLiteral("/opt/zentoria/bin/zentoria");
+    QVERIFY(!SetAssociation(kReport, {kAppId, executable}).written.isEmpty());
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(data() + "/mime/mime.cache").exists(), 10000);
+    if (!QStandardPaths::findExecutable("gtk-update-icon-cache").isEmpty()) {
+        // Icon lookups of every program of the user stay quick: the theme folder has its cache.
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(data() + "/icons/hicolor/icon-theme.cache").exists(), 10000);
+    }
+
+    // Everything in place: a second start writes nothing and starts nothing.
+    const QString entry = data() + "/applications/" + kAppId + ".desktop";
+    QFile file(entry);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime(QDate(2001, 1, 1), QTime(0, 0)), QFileDevice::FileModificationTime));
+    file.close();
+    const AssociationResult again = SetAssociation(kReport, {kAppId, executable});
+    QCOMPARE(again.written, QStringList());
+    QCOMPARE(again.toolsStarted, QStringList());
+    QCOMPARE(QFileInfo(entry).lastModified().date().year(), 2001);
+
+    // A program moved to another folder: its command is written again, nothing else.
+    const AssociationResult moved = SetAssociation(kReport, {kAppId, "/home/ann/Zentoria/zentoria"});
+    QCOMPARE(moved.written, QStringList{entry});
+    QCOMPARE(execArguments(execValue(contents(entry))).first(),
+             QStringLiteral("/home/ann/Zentoria/zentoria"));
+    QVERIFY(!moved.toolsStarted.contains("update-mime-database"));
+}
+
+void tst_Association::unwritableFoldersLetStartUpFinish() {
+    // Folders under a plain file can never be made, whoever runs the test (root ignores permissions).
+    QFile blocker(m_home->filePath("not-a-folder"));
+    QVERIFY(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    qputenv("XDG_DATA_HOME", blocker.fileName().toLocal8Bit() + "/data");
+    qputenv("XDG_CONFIG_HOME", blocker.fileName().toLocal8Bit() + "/config");
+    const AssociationResult result = SetAssociation(kReport, {kAppId, "/usr/bin/zentoria"});
+    QCOMPARE(result.written, QStringList());
+    QCOMPARE(result.toolsStarted, QStringList());
+
+    const std::unique_ptr<frmMain> window = Main({"zentoria"});
+    QVERIFY(window);
+    QVERIFY(window->findChild<QWidget*>("frmSplash"));
+}
+
+void tst_Association::installedFilesSayTheSame() {
+    QCOMPARE(contents(ZENTORIA_SOURCE_DIR "/packaging/org.melvadex.Zentoria.xml"), mimePackage(kReport));
+    // The installed entry is the registered one, but for its command: the program found on the PATH.
+    QByteArray installed = contents(ZENTORIA_SOURCE_DIR "/packaging/zentoria.desktop.in");
+    installed.replace("@ZENTORIA_APP_ID@", kAppId.toUtf8());
+    QByteArray registered = desktopEntry(kReport, {kAppId, "zentoria"});
+    registered.replace("Exec=\"zentoria\" %f", "Exec=zentoria %f");
+    QCOMPARE(installed, registered);
+}
+
+QTEST_MAIN(tst_Association)
+#include "tst_association.moc"

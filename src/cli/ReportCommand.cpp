@@ -1,6 +1,7 @@
 #include "ReportCommand.h"
 
 #include "Version.h"
+#include "report/RegularFile.h"
 #include "report/ReportReader.h"
 
 #include <QFile>
@@ -8,74 +9,83 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <optional>
+
 namespace zentoria::cli {
 
 namespace {
 
-constexpr int kExitRead = 0;
-constexpr int kExitDamaged = 1;
-constexpr int kExitUsage = 2;
+const char kUsage[] =
+    "Usage: zentoria-report list [--json] REPORT\n"
+    "       zentoria-report check REPORT\n"
+    "\n"
+    "Reads a Melvadex integrity report (.vzt or .txt).\n"
+    "\n"
+    "  list     one line per problem file: ORDINAL<TAB>CODE<TAB>PATH\n"
+    "  --json   list as one JSON object instead\n"
+    "  check    one summary line: outcome, files per problem, skipped records\n"
+    "  --       ends the options: what follows is the report, even when it starts with '-'\n"
+    "\n"
+    "Exit status: 0 report read to its closing line, 1 report damaged or cut short (for check,\n"
+    "also when records were skipped), 2 usage error or unreadable file.\n";
 
-const char kUsage[] = "Usage: zentoria-report list [--json] REPORT\n"
-                      "       zentoria-report check REPORT\n"
-                      "\n"
-                      "Reads a Melvadex integrity report (.vzt or .txt).\n"
-                      "\n"
-                      "  list     one line per problem file: ORDINAL<TAB>CODE<TAB>PATH\n"
-                      "  --json   list as one JSON object instead\n"
-                      "  check    one summary line: outcome, files per problem, skipped records\n"
-                      "\n"
-                      "Exit status: 0 report read to its closing line, 1 report damaged or cut short,\n"
-                      "2 usage error or unreadable file.\n";
-
-CommandOutput usageError(const QString& message) {
-    return {kExitUsage, {}, "zentoria-report: " + message.toUtf8() + "\nTry 'zentoria-report --help'.\n"};
+int usageError(QIODevice& err, const QString& message) {
+    err.write("zentoria-report: " + message.toUtf8() + "\nTry 'zentoria-report --help'.\n");
+    return kExitUnreadable;
 }
 
-QByteArray listPlain(const ReportReadResult& result) {
-    QByteArray out;
-    for (const ReportEntry& entry : result.Entries) {
-        out += QByteArray::number(entry.Ordinal) + '\t' + kindCode(entry.Kind).toUtf8() + '\t' +
-               entry.Path.toUtf8() + '\n';
-    }
-    return out;
+QJsonObject entryObject(const ReportEntry& entry) {
+    return {{QStringLiteral("ordinal"), entry.Ordinal},
+            {QStringLiteral("kind"), kindNumber(entry.Kind)},
+            {QStringLiteral("code"), kindCode(entry.Kind)},
+            {QStringLiteral("path"), entry.Path}};
 }
 
-QByteArray listJson(const ReportReadResult& result) {
-    QJsonArray entries;
-    for (const ReportEntry& entry : result.Entries) {
-        entries.append(QJsonObject{{QStringLiteral("ordinal"), entry.Ordinal},
-                                   {QStringLiteral("kind"), kindNumber(entry.Kind)},
-                                   {QStringLiteral("code"), kindCode(entry.Kind)},
-                                   {QStringLiteral("path"), entry.Path}});
+QJsonArray lineArray(const QList<qint64>& lines) {
+    QJsonArray array;
+    for (qint64 line : lines) {
+        array.append(line);
     }
-    QJsonArray skipped;
-    for (qint64 line : result.SkippedLines) {
-        skipped.append(line);
-    }
-    QJsonObject root{{QStringLiteral("outcome"), outcomeName(result.Outcome)},
-                     {QStringLiteral("entries"), entries},
-                     {QStringLiteral("skippedLines"), skipped}};
-    if (result.StopLine > 0) {
-        root.insert(QStringLiteral("stopLine"), result.StopLine);
-    }
-    return QJsonDocument(root).toJson(QJsonDocument::Compact) + '\n';
+    return array;
 }
 
-QByteArray summary(const ReportReadResult& result) {
-    int perKind[3] = {0, 0, 0};
-    for (const ReportEntry& entry : result.Entries) {
-        ++perKind[kindNumber(entry.Kind)];
+QByteArray compact(const QJsonObject& object) {
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+// The JSON object is written as the entries arrive: its "entries" array first, the fields known only at
+// the end after it. Keys stay in the sorted order a whole document would have.
+class JsonWriter {
+public:
+    explicit JsonWriter(QIODevice& out)
+        : m_out(out) {
+        m_out.write("{\"entries\":[");
     }
-    QString line =
-        QStringLiteral("%1: %2 (ID3v1 %3, ID3v2 %4, ID3v0 %5), skipped records: %6")
-            .arg(outcomeName(result.Outcome))
-            .arg(result.Entries.size() == 1 ? QStringLiteral("1 file")
-                                            : QStringLiteral("%1 files").arg(result.Entries.size()))
-            .arg(perKind[1])
-            .arg(perKind[2])
-            .arg(perKind[0])
-            .arg(result.SkippedLines.size());
+    void entry(const ReportEntry& entry) {
+        if (m_count++ > 0) {
+            m_out.write(",");
+        }
+        m_out.write(compact(entryObject(entry)));
+    }
+    void finish(const QJsonObject& rest) {
+        m_out.write("],");
+        m_out.write(compact(rest).sliced(1)); // the rest's own opening brace is the one written first
+        m_out.write("\n");
+    }
+
+private:
+    QIODevice& m_out;
+    qsizetype m_count = 0;
+};
+
+QByteArray summary(const ReportReadResult& result, const int (&perKind)[3], qsizetype files) {
+    QString line = QStringLiteral("%1: %2 (ID3v1 %3, ID3v2 %4, ID3v0 %5), skipped records: %6")
+                       .arg(outcomeName(result.Outcome))
+                       .arg(files == 1 ? QStringLiteral("1 file") : QStringLiteral("%1 files").arg(files))
+                       .arg(perKind[1])
+                       .arg(perKind[2])
+                       .arg(perKind[0])
+                       .arg(result.SkippedLines.size());
     if (result.Outcome == Outcome::EndedEarly) {
         line += QStringLiteral(", ended before line %1").arg(result.StopLine);
     } else if (result.Outcome == Outcome::TooManyRecords) {
@@ -84,71 +94,129 @@ QByteArray summary(const ReportReadResult& result) {
     return line.toUtf8() + '\n';
 }
 
+QJsonObject unreadable(const QString& error) {
+    return {{QStringLiteral("outcome"), QStringLiteral("Unreadable")}, {QStringLiteral("error"), error}};
+}
+
 } // namespace
 
-CommandOutput runReportCommand(const QStringList& arguments) {
-    if (arguments.contains(QStringLiteral("--help")) || arguments.contains(QStringLiteral("-h"))) {
-        return {kExitRead, kUsage, {}};
+int writeListing(Listing listing, QIODevice& report, const QString& name, QIODevice& out, QIODevice& err) {
+    std::optional<JsonWriter> json;
+    if (listing == Listing::Json) {
+        json.emplace(out);
     }
-    if (arguments.contains(QStringLiteral("--version"))) {
-        return {kExitRead, QByteArray("zentoria-report ") + ZENTORIA_VERSION + '\n', {}};
-    }
-    if (arguments.isEmpty()) {
-        return usageError(QStringLiteral("missing command (list or check)"));
-    }
-    const QString command = arguments.first();
-    bool json = false;
-    QStringList files;
-    for (const QString& argument : arguments.mid(1)) {
-        if (argument == QStringLiteral("--json") && command == QStringLiteral("list")) {
-            json = true;
-        } else if (argument.startsWith(u'-') && argument.size() > 1) {
-            return usageError(QStringLiteral("unknown option '%1'").arg(argument));
-        } else {
-            files << argument;
+    int perKind[3] = {0, 0, 0};
+    qsizetype files = 0;
+    DeviceLineSource source(report);
+    const ReportReadResult result = ReadReport(source, [&](ReportEntry&& entry) {
+        ++files;
+        ++perKind[kindNumber(entry.Kind)];
+        if (json) {
+            json->entry(entry);
+        } else if (listing == Listing::Plain) {
+            out.write(QByteArray::number(entry.Ordinal) + '\t' + kindCode(entry.Kind).toUtf8() + '\t' +
+                      entry.Path.toUtf8() + '\n');
         }
-    }
-    if (command != QStringLiteral("list") && command != QStringLiteral("check")) {
-        return usageError(QStringLiteral("unknown command '%1'").arg(command));
-    }
-    if (files.size() != 1) {
-        return usageError(QStringLiteral("name exactly one report"));
-    }
+    });
 
-    QFile file(files.first());
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {kExitUsage,
-                {},
-                QStringLiteral("zentoria-report: cannot open \"%1\": %2\n")
-                    .arg(file.fileName(), file.errorString())
-                    .toUtf8()};
+    QJsonObject rest{{QStringLiteral("outcome"), outcomeName(result.Outcome)},
+                     {QStringLiteral("skippedLines"), lineArray(result.SkippedLines)}};
+    if (result.StopLine > 0) {
+        rest.insert(QStringLiteral("stopLine"), result.StopLine);
     }
-    DeviceLineSource source(file);
-    const ReportReadResult result = ReadReport(source);
     if (source.hadReadError()) {
-        return {kExitUsage,
-                {},
-                QStringLiteral("zentoria-report: reading \"%1\" failed: %2\n")
-                    .arg(file.fileName(), file.errorString())
-                    .toUtf8()};
+        // What was printed stays; the outcome says it is not the whole report.
+        const QString error = QStringLiteral("reading \"%1\" failed: %2").arg(name, report.errorString());
+        err.write("zentoria-report: " + error.toUtf8() + '\n');
+        if (json) {
+            rest.insert(QStringLiteral("outcome"), QStringLiteral("Unreadable"));
+            rest.insert(QStringLiteral("error"), error);
+            json->finish(rest);
+        }
+        return kExitUnreadable;
+    }
+    if (json) {
+        json->finish(rest);
+    } else if (listing == Listing::Summary) {
+        out.write(summary(result, perKind, files));
     }
 
-    CommandOutput output;
-    if (command == QStringLiteral("check")) {
-        output.standardOutput = summary(result);
-    } else {
-        output.standardOutput = json ? listJson(result) : listPlain(result);
+    if (result.Outcome == Outcome::Corrupted) {
+        const QByteArray why =
+            report.pos() == 0 ? "the file is empty, not a Melvadex report" : "not a Melvadex report";
+        err.write("zentoria-report: " + name.toUtf8() + ": " + why + '\n');
+    } else if (const QString problems = result.describeProblems(files); !problems.isEmpty()) {
+        err.write("zentoria-report: " + name.toUtf8() + ": " + problems.toUtf8() + '\n');
     }
     const bool complete = result.Outcome == Outcome::Loaded || result.Outcome == Outcome::NoProblems;
-    // Skipped records do not change the status: they are in the output and on standard error.
-    output.exitCode = complete ? kExitRead : kExitDamaged;
-    if (result.Outcome == Outcome::Corrupted) {
-        output.standardError = "zentoria-report: " + file.fileName().toUtf8() + ": not a Melvadex report\n";
-    } else if (const QString problems = result.describeProblems(); !problems.isEmpty()) {
-        output.standardError =
-            "zentoria-report: " + file.fileName().toUtf8() + ": " + problems.toUtf8() + '\n';
+    // A check is for finding damage, and a skipped record is damage; a listing shows them in its output.
+    if (!complete || (listing == Listing::Summary && !result.SkippedLines.isEmpty())) {
+        return kExitDamaged;
     }
-    return output;
+    return kExitRead;
+}
+
+int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& err) {
+    bool help = false;
+    bool version = false;
+    bool json = false;
+    QString unknownOption;
+    QStringList words;
+    bool optionsEnded = false;
+    for (const QString& argument : arguments) {
+        if (optionsEnded || !argument.startsWith(u'-') || argument.size() == 1) {
+            words << argument;
+        } else if (argument == QStringLiteral("--")) {
+            optionsEnded = true;
+        } else if (argument == QStringLiteral("--help") || argument == QStringLiteral("-h")) {
+            help = true;
+        } else if (argument == QStringLiteral("--version")) {
+            version = true;
+        } else if (argument == QStringLiteral("--json")) {
+            json = true;
+        } else if (unknownOption.isEmpty()) {
+            unknownOption = argument;
+        }
+    }
+    if (help) {
+        out.write(kUsage);
+        return kExitRead;
+    }
+    if (version) {
+        out.write(QByteArray("zentoria-report ") + ZENTORIA_VERSION + '\n');
+        return kExitRead;
+    }
+    if (words.isEmpty()) {
+        return usageError(err, QStringLiteral("missing command (list or check)"));
+    }
+    const QString command = words.takeFirst();
+    if (command != QStringLiteral("list") && command != QStringLiteral("check")) {
+        return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
+    }
+    if (json && command != QStringLiteral("list")) {
+        unknownOption = QStringLiteral("--json");
+    }
+    if (!unknownOption.isEmpty()) {
+        return usageError(err, QStringLiteral("unknown option '%1'").arg(unknownOption));
+    }
+    if (words.size() != 1) {
+        return usageError(err, QStringLiteral("name exactly one report"));
+    }
+
+    QFile report(words.first());
+    if (QString why; !openRegularFile(report, why)) {
+        const QString error = QStringLiteral("cannot open \"%1\": %2").arg(report.fileName(), why);
+        err.write("zentoria-report: " + error.toUtf8() + '\n');
+        // A script reading the JSON gets an object in every case.
+        if (json) {
+            out.write(compact(unreadable(error)) + '\n');
+        }
+        return kExitUnreadable;
+    }
+    const Listing listing = command == QStringLiteral("check") ? Listing::Summary
+                            : json                             ? Listing::Json
+                                                               : Listing::Plain;
+    return writeListing(listing, report, report.fileName(), out, err);
 }
 
 } // namespace zentoria::cli

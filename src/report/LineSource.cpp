@@ -169,19 +169,53 @@ bool DeviceLineSource::refill() {
         return false;
     }
     qsizetype content = 0;
+    qint64 total = got;
     if (!m_started) {
-        // The byte order mark is no content, so it must not reach the validator either.
+        // A device may hand out its first bytes one by one: the byte order mark is judged whole. It is no
+        // content, so it must not reach the validator either.
         m_started = true;
-        if (QByteArrayView(m_buffer.get(), got).startsWith(kByteOrderMark)) {
+        while (total < kByteOrderMark.size()) {
+            const qint64 more = m_device.read(m_buffer.get() + unread + total, kBufferSize - unread - total);
+            if (more <= 0) {
+                m_readError = more < 0;
+                break;
+            }
+            total += more;
+        }
+        if (QByteArrayView(m_end, total).startsWith(kByteOrderMark)) {
             content = kByteOrderMark.size();
         }
     }
-    m_validator.feed(m_end + content, got - content);
-    m_end += got;
+    m_validator.feed(m_end + content, total - content);
+    m_end += total;
     return true;
 }
 
 bool DeviceLineSource::isUtf8() {
+    if (m_utf8Ahead) {
+        return *m_utf8Ahead;
+    }
+    if (!m_validator.stillPossible() || m_atEnd) {
+        return m_validator.isValid();
+    }
+    if (!m_device.isSequential()) {
+        // A file can be read on ahead and then taken up again where the lines stopped: a reader that
+        // streams its entries asks in the middle of the input.
+        const qint64 resumeAt = m_device.pos();
+        Utf8Validator ahead = m_validator;
+        const auto chunk = std::make_unique_for_overwrite<char[]>(kChunkSize);
+        qint64 got = 0;
+        while (ahead.stillPossible() && (got = m_device.read(chunk.get(), kChunkSize)) > 0) {
+            ahead.feed(chunk.get(), got);
+        }
+        if (!m_device.seek(resumeAt)) {
+            m_readError = true;
+            m_atEnd = true;
+        }
+        // Bytes that cannot be read are no UTF-8 either; reading them again will say what is wrong.
+        m_utf8Ahead = got >= 0 && ahead.isValid();
+        return *m_utf8Ahead;
+    }
     // Validation runs as chunks arrive; read the rest only if the answer is still open.
     while (m_validator.stillPossible() && !m_atEnd) {
         m_pos = m_end;

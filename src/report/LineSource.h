@@ -6,14 +6,18 @@
 #include <QByteArrayView>
 
 #include <memory>
+#include <optional>
 
 class QIODevice;
 
 namespace zentoria {
 
-// The longest line a report can hold. A longer one is outside the format: only its first kMaxLineLength
-// bytes are handed on, and the rest is skipped without being kept in memory.
-inline constexpr qsizetype kMaxLineLength = 64 * 1024;
+// The longest path a Windows program can write, in UTF-16 code units: a report holds none longer.
+inline constexpr qsizetype kMaxPathLength = 32767;
+// The longest line a report can hold: such a path in UTF-8, three bytes a code unit at most. A longer
+// line is outside the format: only its first kMaxLineLength bytes are handed on, and the rest is skipped
+// without being kept in memory.
+inline constexpr qsizetype kMaxLineLength = 3 * kMaxPathLength;
 
 struct SourceLine {
     // The line without its terminator; valid until the next call of next().
@@ -30,7 +34,8 @@ public:
     // False once the input is exhausted.
     virtual bool next(SourceLine& line) = 0;
     // Whether the whole input, including what was not read yet, is valid UTF-8 (the byte order mark
-    // aside). Answering may read the rest of the input; call it after the last next().
+    // aside). Memory and files that can seek answer at any time; other sources may read the rest of the
+    // input to answer, so ask them after the last next().
     virtual bool isUtf8() = 0;
     // The size of the whole input in bytes, when known beforehand; otherwise -1.
     virtual qint64 sizeHint() const { return -1; }
@@ -89,6 +94,7 @@ private:
     bool m_started = false;
     bool m_atEnd = false;
     bool m_readError = false;
+    std::optional<bool> m_utf8Ahead; // answered by reading ahead, before the end
 };
 
 } // namespace zentoria

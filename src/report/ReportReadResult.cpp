@@ -46,12 +46,16 @@ QString lineList(const QList<qint64>& lines) {
 } // namespace
 
 QString ReportReadResult::describeProblems() const {
+    return describeProblems(Entries.size());
+}
+
+QString ReportReadResult::describeProblems(qsizetype entriesRead) const {
     QStringList parts;
     if (Outcome == zentoria::Outcome::EndedEarly) {
         parts << QStringLiteral("The report ends too early: it should go on at line %1 up to its closing "
                                 "\"Date of creation:\" line, but the file ends there. %2")
                      .arg(StopLine)
-                     .arg(filesRead(Entries.size()));
+                     .arg(filesRead(entriesRead));
     } else if (Outcome == zentoria::Outcome::TooManyRecords) {
         parts << QStringLiteral("The report lists more than %1 files, more than can be shown. Reading "
                                 "stopped at line %2; the files of the first %1 records were read.")

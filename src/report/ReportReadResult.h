@@ -30,6 +30,8 @@ struct ReportReadResult {
     // Explains what went wrong beyond the report's own outcomes (EndedEarly, TooManyRecords, skipped
     // records), in sentences for a person; empty when nothing did.
     QString describeProblems() const;
+    // The same for a result whose entries were handed on as they were read.
+    QString describeProblems(qsizetype entriesRead) const;
 };
 
 } // namespace zentoria

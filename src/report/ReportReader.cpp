@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 namespace zentoria {
@@ -40,6 +41,24 @@ bool isClosingLine(const SourceLine& line) {
                                  std::string_view::npos;
 }
 
+// How many UTF-16 code units a path line becomes: one a byte in Windows-1252, one a character in
+// UTF-8 (two for those beyond the BMP). Which one the file has is known only at its end; a line that is
+// valid UTF-8 counts as UTF-8.
+qsizetype utf16Length(QByteArrayView bytes) {
+    Utf8Validator validator;
+    validator.feed(bytes.data(), bytes.size());
+    if (!validator.isValid()) {
+        return bytes.size();
+    }
+    qsizetype units = 0;
+    for (char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        units += (byte & 0xC0) != 0x80; // not a continuation byte
+        units += byte >= 0xF0;          // four bytes: a surrogate pair
+    }
+    return units;
+}
+
 bool isAscii(QByteArrayView bytes) {
     const char* p = bytes.data();
     const char* const end = p + bytes.size();
@@ -60,14 +79,13 @@ bool isAscii(QByteArrayView bytes) {
 
 class Reader {
 public:
-    explicit Reader(LineSource& source)
-        : m_source(source) {}
+    Reader(LineSource& source, const EntrySink* sink)
+        : m_source(source)
+        , m_sink(sink) {}
 
     ReportReadResult run() {
-        if (!read()) {
-            return endedEarly();
-        }
-        if (m_line.overlong || m_line.bytes != kBanner) {
+        // An empty file holds no banner either: it is no report.
+        if (!read() || m_line.overlong || m_line.bytes != kBanner) {
             m_result.Outcome = Outcome::Corrupted;
             return std::move(m_result);
         }
@@ -77,7 +95,7 @@ public:
             }
         }
         // Every entry needs a detail line of at least 46 bytes, which bounds their number.
-        if (const qint64 size = m_source.sizeHint(); size > 0) {
+        if (const qint64 size = m_source.sizeHint(); size > 0 && !m_sink) {
             m_result.Entries.reserve(qMin<qint64>(size / qint64(kDetailID3v1.size() + 1), kMaxRecords));
         }
         m_result.Outcome = readRecords();
@@ -98,7 +116,9 @@ private:
                 m_result.StopLine = m_lineNumber;
                 return Outcome::TooManyRecords;
             }
-            const bool pathFits = !m_line.overlong;
+            const bool pathFits =
+                !m_line.overlong &&
+                (isAscii(m_line.bytes) ? m_line.bytes.size() : utf16Length(m_line.bytes)) <= kMaxPathLength;
             if (!pathFits) {
                 m_result.SkippedLines.append(m_lineNumber);
             }
@@ -137,7 +157,9 @@ private:
     }
 
     void addEntry(qint16 ordinal, ProblemKind kind) {
-        if (m_pathAscii) {
+        if (m_sink) {
+            (*m_sink)({ordinal, kind, m_pathAscii ? std::move(m_pathText) : decoder()(m_pathBytes)});
+        } else if (m_pathAscii) {
             m_result.Entries.append({ordinal, kind, std::move(m_pathText)});
         } else {
             m_pending.append({m_result.Entries.size(), std::move(m_pathBytes)});
@@ -149,10 +171,17 @@ private:
         if (m_pending.isEmpty()) {
             return;
         }
-        const TextDecoder decode(m_source.isUtf8() ? TextEncoding::Utf8 : TextEncoding::Windows1252);
         for (const PendingPath& pending : std::as_const(m_pending)) {
-            m_result.Entries[pending.entry].Path = decode(pending.bytes);
+            m_result.Entries[pending.entry].Path = decoder()(pending.bytes);
         }
+    }
+
+    // Asked for at the first path that is not ASCII: a file of ASCII paths is never read twice.
+    const TextDecoder& decoder() {
+        if (!m_decoder) {
+            m_decoder.emplace(m_source.isUtf8() ? TextEncoding::Utf8 : TextEncoding::Windows1252);
+        }
+        return *m_decoder;
     }
 
     bool read() {
@@ -179,6 +208,8 @@ private:
     };
 
     LineSource& m_source;
+    const EntrySink* m_sink;
+    std::optional<TextDecoder> m_decoder;
     SourceLine m_line;
     bool m_pathAscii = true;
     QString m_pathText;
@@ -191,7 +222,11 @@ private:
 } // namespace
 
 ReportReadResult ReadReport(LineSource& source) {
-    return Reader(source).run();
+    return Reader(source, nullptr).run();
+}
+
+ReportReadResult ReadReport(LineSource& source, const EntrySink& onEntry) {
+    return Reader(source, &onEntry).run();
 }
 
 } // namespace zentoria

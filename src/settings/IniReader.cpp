@@ -86,7 +86,12 @@ QString readIniString(const QString& path, const QString& section, const QString
     if (!path.isEmpty() && file.open(QIODevice::ReadOnly)) {
         value = lookUpIniValue(decodeText(file.readAll()), section, key);
     }
-    return value.value_or(defaultValue).left(maxLength);
+    QString text = value.value_or(defaultValue).left(maxLength);
+    // A character outside the BMP is two code units: one alone would be no character at all.
+    if (!text.isEmpty() && text.back().isHighSurrogate()) {
+        text.chop(1);
+    }
+    return text;
 }
 
 } // namespace zentoria

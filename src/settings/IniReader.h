@@ -15,7 +15,8 @@ namespace zentoria {
 std::optional<QString> lookUpIniValue(const QString& text, const QString& section, const QString& key);
 
 // Reads one value from an INI file, as GetPrivateProfileString does: the default when the file, the
-// section or the key is missing, and never more than maxLength characters of either. The file is read
+// section or the key is missing, and never more than maxLength UTF-16 code units of either; the cut never
+// splits a character. The file is read
 // anew on every call and decoded as UTF-8 when it is valid UTF-8, otherwise as Windows-1252.
 QString readIniString(const QString& path, const QString& section, const QString& key,
                       const QString& defaultValue, int maxLength = 199);

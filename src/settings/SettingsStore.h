@@ -8,11 +8,13 @@ namespace zentoria {
 // The per-user settings store: string values addressed by application name, section and key. Each
 // application keeps one INI file under the XDG config folder, one group per section: this program's
 // own under its executable name ("zentoria.conf"), Melvadex's in "Melvadex/Melvadex.conf". Every read
-// goes to the file; nothing is cached.
+// goes to the file; nothing is cached. Melvadex's file is not written by Qt, so it is read as plain
+// profile text (see IniReader.h).
 QString readSetting(const QString& application, const QString& section, const QString& key,
                     const QString& defaultValue);
 // Creates file and section as needed and replaces the value. The file is replaced whole and at once,
-// so a crash or a full disk leaves the previous file, never a half-written one. The result is not
+// so a crash or a full disk leaves the previous file, never a half-written one; a damaged file is first
+// copied to "<file>.damaged", since the rewrite keeps only what could be read. The result is not
 // examined: a preference that cannot be saved is not worth stopping the program for.
 void writeSetting(const QString& application, const QString& section, const QString& key,
                   const QString& value);

@@ -10,11 +10,15 @@
 #include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMenu>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
+
+#include <sys/stat.h>
 
 using namespace zentoria;
 
@@ -55,6 +59,8 @@ private Q_SLOTS:
     void translatedMainWindow();
     void placementAtStartUp_data();
     void placementAtStartUp();
+    void damagedSettingsFile();
+    void unusableConfigFolder();
     void init();
 
 private:
@@ -102,6 +108,13 @@ void tst_StartUp::preferencesAtStartUp_data() {
                               << "1" << 3000 << true;
     QTest::newRow("huge") << "99999999"
                           << "1" << 3000 << true;
+    // Values no conversion can take: the defaults, and the program starts all the same.
+    QTest::newRow("beyond any integer") << "1e308"
+                                        << "maybe" << 3000 << true;
+    QTest::newRow("not a number") << "NaN"
+                                  << "0" << 3000 << false;
+    QTest::newRow("below the smallest integer") << "-2147483649"
+                                                << "NaN" << 3000 << true;
 }
 
 void tst_StartUp::preferencesAtStartUp() {
@@ -243,6 +256,12 @@ void tst_StartUp::opensCommandLineReport_data() {
     QTest::newRow("quoted path with blanks, split")
         << QStringList{"zentoria", "\"" + dir->filePath("my"), "reports/old", "report.txt\""}
         << QStringList{"The file is corrupted"};
+    // The window must come up even when the command line names something that is not a file.
+    const QString pipe = dir->filePath("pipe.vzt");
+    ::mkfifo(QFile::encodeName(pipe).constData(), 0600);
+    QTest::newRow("named pipe") << QStringList{"zentoria", pipe}
+                                << QStringList{"The report \"" + pipe +
+                                               "\" cannot be opened: it is a named pipe, not a file."};
     QTest::newRow("two paths are one")
         << QStringList{"zentoria", dataFile("mixed.vzt"), dataFile("second.vzt")}
         << QStringList{"The report \"" + dataFile("mixed.vzt") + " " + dataFile("second.vzt") +
@@ -285,6 +304,10 @@ void tst_StartUp::placementAtStartUp_data() {
                                                                      << "10500" << 10500;
     QTest::newRow("negative, never saved safely: the defaults") << "-500"
                                                                 << "" << 12000;
+    QTest::newRow("not a number") << "NaN"
+                                  << "" << 12000;
+    QTest::newRow("beyond single precision") << "1e308"
+                                             << "" << 12000;
 }
 
 void tst_StartUp::placementAtStartUp() {
@@ -307,6 +330,57 @@ void tst_StartUp::placementAtStartUp() {
         QCOMPARE(readSetting(thisProgram(), "Preferences", "Width", {}),
                  safeWidth.isEmpty() ? QStringLiteral("12000") : safeWidth);
     }
+}
+
+void tst_StartUp::damagedSettingsFile() {
+    // Readable preferences among bytes of every value, NULs and line breaks included.
+    QRandomGenerator generator(7);
+    QByteArray junk(8000, Qt::Uninitialized);
+    for (char& byte : junk) {
+        byte = char(generator.bounded(256));
+    }
+    const QByteArray damaged = "[Preferences]\nWebStyle=0\nInitial%20TV%20Width=" + junk + "\n";
+    const QString path = settingsFilePath(thisProgram());
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(damaged);
+    file.close();
+
+    QStringList messages;
+    auto window = start({"zentoria"}, messages);
+    QVERIFY(window->isVisible());
+    QCOMPARE(globals().InitialTVWidth, 3000);
+    QCOMPARE(window->WebStyle, false);
+    window->close();
+    window.reset();
+
+    // The damaged file is kept beside the rewritten one, which holds what could be read and what the
+    // program saved.
+    QFile kept(path + ".damaged");
+    QVERIFY(kept.open(QIODevice::ReadOnly));
+    QCOMPARE(kept.readAll(), damaged);
+    QCOMPARE(readSetting(thisProgram(), "Preferences", "WebStyle", {}), QStringLiteral("0"));
+    QCOMPARE(readSetting(thisProgram(), "Preferences", "Initial TV Width", {}), QStringLiteral("3000"));
+    QCOMPARE(messages, QStringList());
+}
+
+void tst_StartUp::unusableConfigFolder() {
+    // A plain file stands where the config folder would be made: nothing can be read or written there.
+    // (Permissions would not do: the tests may run as root.)
+    QFile plain(m_home->filePath("plain"));
+    QVERIFY(plain.open(QIODevice::WriteOnly));
+    plain.close();
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(plain.fileName() + "/config"));
+
+    QStringList messages;
+    auto window = start({"zentoria", dataFile("mixed.vzt")}, messages);
+    QVERIFY(window->isVisible());
+    QCOMPARE(globals().InitialTVWidth, 3000);
+    QCOMPARE(window->WebStyle, true);
+    QCOMPARE(messages, QStringList());
+    window->close();
+    QCOMPARE(plain.size(), 0);
 }
 
 QTEST_MAIN(tst_StartUp)

@@ -9,6 +9,13 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstring>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
 namespace {
 
 struct Run {
@@ -17,11 +24,15 @@ struct Run {
     QByteArray err;
 };
 
-Run runTool(const QStringList& arguments) {
+// Runs the tool and waits at most `seconds` for it; a tool that hangs is killed and fails the caller.
+Run runTool(const QStringList& arguments, const QString& folder = {}, int seconds = 60) {
     QProcess tool;
+    tool.setWorkingDirectory(folder);
     tool.start(QStringLiteral(ZENTORIA_REPORT_TOOL), arguments);
     Run run;
-    if (!tool.waitForFinished(60000) || tool.exitStatus() != QProcess::NormalExit) {
+    if (!tool.waitForFinished(seconds * 1000) || tool.exitStatus() != QProcess::NormalExit) {
+        tool.kill();
+        tool.waitForFinished();
         return run;
     }
     run.exitCode = tool.exitCode();
@@ -36,6 +47,7 @@ class tst_Cli : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void usage_data();
     void usage();
     void listPlain();
@@ -44,7 +56,30 @@ private Q_SLOTS:
     void check_data();
     void check();
     void hugeFileWithoutLineBreak();
+    void unreadableReportInJson_data();
+    void unreadableReportInJson();
+    void optionsEnd();
+    void outputStreamsInBoundedMemory();
+    void cleanupTestCase() { ::close(m_socket); }
+
+private:
+    QTemporaryDir m_dir;
+    int m_socket = -1;
 };
+
+void tst_Cli::initTestCase() {
+    // Things that are no files, made once for every test that names them.
+    QVERIFY(::mkfifo(QFile::encodeName(m_dir.filePath("pipe.vzt")).constData(), 0600) == 0);
+    m_socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const QByteArray socketPath = QFile::encodeName(m_dir.filePath("socket.vzt"));
+    QVERIFY(socketPath.size() < qsizetype(sizeof address.sun_path));
+    std::memcpy(address.sun_path, socketPath.constData(), size_t(socketPath.size()));
+    QVERIFY(::bind(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0);
+    QFile empty(m_dir.filePath("empty.vzt"));
+    QVERIFY(empty.open(QIODevice::WriteOnly));
+}
 
 void tst_Cli::usage_data() {
     QTest::addColumn<QStringList>("arguments");
@@ -67,10 +102,24 @@ void tst_Cli::usage_data() {
                                  << "name exactly one report";
     QTest::newRow("json with check") << QStringList{"check", "--json", dataFile("mixed.vzt")} << 2 << ""
                                      << "unknown option '--json'";
-    QTest::newRow("missing file") << QStringList{"list", "--json", "/nonexistent/report.vzt"} << 2 << ""
-                                  << "cannot open \"/nonexistent/report.vzt\"";
+    QTest::newRow("missing file") << QStringList{"list", "/nonexistent/report.vzt"} << 2 << ""
+                                  << "cannot open \"/nonexistent/report.vzt\": No such file or directory";
     QTest::newRow("folder") << QStringList{"list", QStringLiteral(ZENTORIA_TEST_DATA)} << 2 << ""
-                            << "cannot open";
+                            << "it is a folder, not a file";
+    // Opening a pipe that nobody writes to would wait for ever.
+    QTest::newRow("named pipe") << QStringList{"check", m_dir.filePath("pipe.vzt")} << 2 << ""
+                                << "it is a named pipe, not a file";
+    QTest::newRow("character device") << QStringList{"list", "/dev/zero"} << 2 << ""
+                                      << "cannot open \"/dev/zero\": it is a character device, not a file";
+    QTest::newRow("socket") << QStringList{"list", m_dir.filePath("socket.vzt")} << 2 << ""
+                            << "it is a socket, not a file";
+    QTest::newRow("empty file") << QStringList{"list", m_dir.filePath("empty.vzt")} << 1 << ""
+                                << "the file is empty, not a Melvadex report";
+    QTest::newRow("option after the report")
+        << QStringList{"list", dataFile("mixed.vzt"), "--verbose"} << 2 << ""
+        << "unknown option '--verbose'";
+    QTest::newRow("help after the options end") << QStringList{"list", "--", "--help"} << 2 << ""
+                                                << "cannot open \"--help\"";
 }
 
 void tst_Cli::usage() {
@@ -79,7 +128,7 @@ void tst_Cli::usage() {
     QFETCH(QString, stdoutHas);
     QFETCH(QString, stderrHas);
 
-    const Run run = runTool(arguments);
+    const Run run = runTool(arguments, {}, 10);
     QCOMPARE(run.exitCode, exitCode);
     QVERIFY2(run.out.contains(stdoutHas.toUtf8()), run.out.constData());
     QVERIFY2(run.err.contains(stderrHas.toUtf8()), run.err.constData());
@@ -151,21 +200,29 @@ void tst_Cli::listJson() {
 void tst_Cli::check_data() {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("summary");
+    QTest::addColumn<int>("exitCode");
 
     QTest::newRow("loaded") << dataFile("mixed.vzt")
-                            << "Loaded: 5 files (ID3v1 1, ID3v2 3, ID3v0 1), skipped records: 0\n";
+                            << "Loaded: 5 files (ID3v1 1, ID3v2 3, ID3v0 1), skipped records: 0\n"
+                            << 0;
     QTest::newRow("ended early")
         << dataFile("endedearly.vzt")
         << "EndedEarly: 2 files (ID3v1 1, ID3v2 1, ID3v0 0), skipped records: 0, ended "
-           "before line 15\n";
+           "before line 15\n"
+        << 1;
+    // A check looks for damage, and a skipped record is damage.
     QTest::newRow("one skipped") << dataFile("skipped.vzt")
-                                 << "Loaded: 1 file (ID3v1 1, ID3v2 0, ID3v0 0), skipped records: 1\n";
+                                 << "Loaded: 1 file (ID3v1 1, ID3v2 0, ID3v0 0), skipped records: 1\n"
+                                 << 1;
 }
 
 void tst_Cli::check() {
     QFETCH(QString, file);
     QFETCH(QString, summary);
-    QCOMPARE(QString::fromUtf8(runTool({"check", file}).out), summary);
+    QFETCH(int, exitCode);
+    const Run run = runTool({"check", file});
+    QCOMPARE(QString::fromUtf8(run.out), summary);
+    QCOMPARE(run.exitCode, exitCode);
 }
 
 void tst_Cli::hugeFileWithoutLineBreak() {
@@ -181,6 +238,79 @@ void tst_Cli::hugeFileWithoutLineBreak() {
     QCOMPARE(run.exitCode, 1);
     QCOMPARE(run.out, QByteArray("{\"entries\":[],\"outcome\":\"Corrupted\",\"skippedLines\":[]}\n"));
     QVERIFY2(timer.elapsed() < 10000, "the first line alone decides, so the rest must not be read");
+}
+
+void tst_Cli::unreadableReportInJson_data() {
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("error");
+
+    QTest::newRow("missing") << "/nonexistent/report.vzt"
+                             << "cannot open \"/nonexistent/report.vzt\": No such file or directory";
+    QTest::newRow("named pipe") << m_dir.filePath("pipe.vzt")
+                                << QStringLiteral("cannot open \"%1\": it is a named pipe, not a file")
+                                       .arg(m_dir.filePath("pipe.vzt"));
+}
+
+void tst_Cli::unreadableReportInJson() {
+    QFETCH(QString, file);
+    QFETCH(QString, error);
+
+    const Run run = runTool({"list", "--json", file}, {}, 10);
+    QCOMPARE(run.exitCode, 2);
+    QJsonParseError parsing;
+    const QJsonObject root = QJsonDocument::fromJson(run.out, &parsing).object();
+    QCOMPARE(parsing.error, QJsonParseError::NoError);
+    QCOMPARE(root.value("outcome").toString(), QStringLiteral("Unreadable"));
+    QCOMPARE(root.value("error").toString(), error);
+    QVERIFY(run.err.contains(error.toUtf8()));
+}
+
+void tst_Cli::optionsEnd() {
+    // A report whose name starts with a dash, named relative to the working folder.
+    QVERIFY(QFile::copy(dataFile("mixed.vzt"), m_dir.filePath("-mixed.vzt")));
+    const Run run = runTool({"check", "--", "-mixed.vzt"}, m_dir.path());
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(run.out, QByteArray("Loaded: 5 files (ID3v1 1, ID3v2 3, ID3v0 1), skipped records: 0\n"));
+
+    const Run unknown = runTool({"check", "-mixed.vzt"}, m_dir.path());
+    QCOMPARE(unknown.exitCode, 2);
+    QVERIFY(unknown.err.contains("unknown option '-mixed.vzt'"));
+}
+
+void tst_Cli::outputStreamsInBoundedMemory() {
+    // The most records a report can have, with long paths: about 50 MB of paths, which a tool holding
+    // the whole report keeps twice over (as text and as output).
+    const int records = 32766;
+    const QByteArray folder = "C:\\M\xC3\xBCsik\\" + QByteArray(1500, 'a') + "\\";
+    QFile report(m_dir.filePath("large.vzt"));
+    QVERIFY(report.open(QIODevice::WriteOnly));
+    report.write(ReportBuilder().start().bytes());
+    for (int i = 1; i <= records; ++i) {
+        report.write(ReportBuilder()
+                         .record(folder + QByteArray::number(i) + ".mp3",
+                                 "  Melvadex could not get the ID3v2 information")
+                         .bytes());
+    }
+    report.write(ReportBuilder().closing().bytes());
+    report.close();
+
+    QProcess tool;
+    tool.setStandardOutputFile(m_dir.filePath("large.json"));
+    tool.start(QStringLiteral(ZENTORIA_REPORT_TOOL), {"list", "--json", report.fileName()});
+    QVERIFY(tool.waitForFinished(120000));
+    QCOMPARE(tool.exitCode(), 0);
+    // The largest child this test has waited for; the others read small files.
+    rusage usage{};
+    QCOMPARE(::getrusage(RUSAGE_CHILDREN, &usage), 0);
+    qInfo("peak memory of zentoria-report: %ld KiB", usage.ru_maxrss);
+    QVERIFY2(usage.ru_maxrss <= 32 * 1024, "the output must stream, not wait for the whole report");
+
+    QFile output(m_dir.filePath("large.json"));
+    QVERIFY(output.open(QIODevice::ReadOnly));
+    const QJsonArray entries = QJsonDocument::fromJson(output.readAll()).object().value("entries").toArray();
+    QCOMPARE(entries.size(), records);
+    QCOMPARE(entries.last().toObject().value("path").toString(),
+             QString::fromUtf8(folder) + QStringLiteral("32766.mp3"));
 }
 
 QTEST_GUILESS_MAIN(tst_Cli)

@@ -1,3 +1,4 @@
+#include "ShortReadDevice.h"
 #include "report/LineSource.h"
 #include "report/TextDecoding.h"
 #include "report/Utf8Validator.h"
@@ -46,6 +47,8 @@ void tst_LineSource::splitting_data() {
     QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF"
                                                    "a\r\n")
                                      << QList<QByteArray>{"a"};
+    QTest::newRow("byte order mark alone") << QByteArray("\xEF\xBB\xBF") << QList<QByteArray>();
+    QTest::newRow("part of a byte order mark") << QByteArray("\xEF\xBB") << QList<QByteArray>{"\xEF\xBB"};
     QTest::newRow("byte order mark only at the start") << QByteArray("a\n\xEF\xBB\xBF"
                                                                      "b")
                                                        << QList<QByteArray>{"a", "\xEF\xBB\xBF"
@@ -77,6 +80,15 @@ void tst_LineSource::splitting() {
     QVERIFY(buffer.open(QIODevice::ReadOnly));
     DeviceLineSource device(buffer);
     QCOMPARE(allLines(device), lines);
+
+    // A device that hands out a byte or two at a time splits the byte order mark too.
+    if (bytes.size() < 1000) {
+        for (qint64 step : {1, 2, 5}) {
+            ShortReadDevice trickle(bytes, step);
+            DeviceLineSource trickling(trickle);
+            QCOMPARE(allLines(trickling), lines);
+        }
+    }
 }
 
 void tst_LineSource::utf8Validity_data() {

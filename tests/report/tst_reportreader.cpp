@@ -58,6 +58,8 @@ private Q_SLOTS:
     void overlongLines_data();
     void overlongLines();
     void fileAndMemoryAgree();
+    void streamingAgrees_data();
+    void streamingAgrees();
     void hugeFileWithoutLineBreak_data();
     void hugeFileWithoutLineBreak();
     void problemDescription();
@@ -178,7 +180,8 @@ void tst_ReportReader::formatRules_data() {
                                                    ReportBuilder().start().record("a", kV1).closing().bytes())
                                      << Outcome::Loaded << QStringList{"1 1 a"} << none << qint64(0);
 
-    QTest::newRow("empty file") << QByteArray() << Outcome::EndedEarly << QStringList() << none << qint64(1);
+    // No banner, so no report: the one on screen stays, as for any file without it.
+    QTest::newRow("empty file") << QByteArray() << Outcome::Corrupted << QStringList() << none << qint64(0);
     QTest::newRow("only three lines") << ReportBuilder().banner().line("").line("").bytes()
                                       << Outcome::EndedEarly << QStringList() << none << qint64(4);
     QTest::newRow("ends at a path position")
@@ -287,8 +290,10 @@ void tst_ReportReader::overlongLines_data() {
     QTest::addColumn<QStringList>("entries");
     QTest::addColumn<QList<qint64>>("skipped");
 
-    const QByteArray longest(kMaxLineLength, 'p');
+    const QByteArray longest(kMaxPathLength, 'p');
     const QByteArray tooLong(kMaxLineLength + 1, 'p');
+    const QByteArray euro = "\xE2\x82\xAC";     // three bytes, one code unit
+    const QByteArray note = "\xF0\x9F\x8E\xB5"; // four bytes, two code units
     const QByteArray tooLongMarker = tooLong + " Date of creation:";
     QTest::newRow("banner")
         << ReportBuilder().line(kBanner.toByteArray() + tooLong).header().closing().bytes()
@@ -308,6 +313,19 @@ void tst_ReportReader::overlongLines_data() {
     QTest::newRow("longest path that fits")
         << ReportBuilder().start().record(longest, kV1).closing().bytes() << Outcome::Loaded
         << QStringList{"1 1 " + QString::fromLatin1(longest)} << QList<qint64>();
+    QTest::newRow("a path one character too long")
+        << ReportBuilder().start().record(longest + "p", kV1).record("b", kV2).closing().bytes()
+        << Outcome::Loaded << QStringList{"2 2 b"} << QList<qint64>{8};
+    QTest::newRow("longest path in three-byte characters")
+        << ReportBuilder().start().record(euro.repeated(kMaxPathLength), kV1).closing().bytes()
+        << Outcome::Loaded << QStringList{"1 1 " + QString::fromUtf8(euro.repeated(kMaxPathLength))}
+        << QList<qint64>();
+    QTest::newRow("one three-byte character too many")
+        << ReportBuilder().start().record(euro.repeated(kMaxPathLength) + "p", kV1).closing().bytes()
+        << Outcome::Loaded << QStringList() << QList<qint64>{8};
+    QTest::newRow("characters beyond the BMP count twice")
+        << ReportBuilder().start().record(note.repeated(kMaxPathLength / 2 + 1), kV1).closing().bytes()
+        << Outcome::Loaded << QStringList() << QList<qint64>{8};
     QTest::newRow("path") << ReportBuilder().start().record(tooLong, kV1).record("b", kV2).closing().bytes()
                           << Outcome::Loaded << QStringList{"2 2 b"} << QList<qint64>{8};
     QTest::newRow("path with the marker far inside")
@@ -365,6 +383,75 @@ void tst_ReportReader::fileAndMemoryAgree() {
     QCOMPARE(fromFile.Outcome, Outcome::Loaded);
     QCOMPARE(fromFile.Entries.size(), 2000);
     QCOMPARE(fromFile.Entries, fromMemory.Entries);
+}
+
+void tst_ReportReader::streamingAgrees_data() {
+    QTest::addColumn<QByteArray>("bytes");
+
+    const QByteArray umlaut = "C:\\M\xC3\xBCsik\\a.mp3"; // UTF-8
+    const QByteArray latin = "C:\\M\xFCsik\\b.mp3";      // Windows-1252
+    // Lines long enough that the byte deciding the encoding lies chunks beyond the first path that needs it.
+    const QByteArray filler = QByteArray(400 * 1024, 'f');
+    QTest::newRow("UTF-8 throughout") << ReportBuilder()
+                                             .start()
+                                             .record(umlaut, kV1)
+                                             .record(filler, kV2)
+                                             .record(umlaut, kV2)
+                                             .closing()
+                                             .bytes();
+    QTest::newRow("Windows-1252 far behind the first UTF-8 path") << ReportBuilder()
+                                                                         .start()
+                                                                         .record(umlaut, kV1)
+                                                                         .record(filler, kV2)
+                                                                         .record(filler, kV2)
+                                                                         .record(latin, kV0)
+                                                                         .closing()
+                                                                         .bytes();
+    QTest::newRow("Windows-1252 after the closing line") << ReportBuilder()
+                                                                .start()
+                                                                .record(umlaut, kV1)
+                                                                .closing()
+                                                                .line(filler)
+                                                                .line(filler)
+                                                                .line(latin)
+                                                                .bytes();
+    QTest::newRow("ASCII only")
+        << ReportBuilder().start().record("a", kV1).record(filler, kV0).closing().bytes();
+    QTest::newRow("ended early") << ReportBuilder().start().record(umlaut, kV1).line(filler).bytes();
+}
+
+void tst_ReportReader::streamingAgrees() {
+    QFETCH(QByteArray, bytes);
+
+    const ReportReadResult whole = readBytes(bytes);
+    const auto streamed = [](LineSource& source) -> ReportReadResult {
+        QList<ReportEntry> entries;
+        ReportReadResult result =
+            ReadReport(source, [&entries](ReportEntry&& entry) { entries.append(std::move(entry)); });
+        if (!result.Entries.isEmpty()) {
+            return {}; // a streaming read keeps no entries: the comparison below fails
+        }
+        result.Entries = entries;
+        return result;
+    };
+
+    MemoryLineSource memory(bytes);
+    const ReportReadResult fromMemory = streamed(memory);
+    QTemporaryDir dir;
+    QFile file(dir.filePath("report.vzt"));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    file.write(bytes);
+    QVERIFY(file.seek(0));
+    DeviceLineSource device(file);
+    const ReportReadResult fromFile = streamed(device);
+    QVERIFY(!device.hadReadError());
+
+    for (const ReportReadResult* result : {&fromMemory, &fromFile}) {
+        QCOMPARE(outcomeName(result->Outcome), outcomeName(whole.Outcome));
+        QCOMPARE(result->Entries, whole.Entries);
+        QCOMPARE(result->SkippedLines, whole.SkippedLines);
+        QCOMPARE(result->StopLine, whole.StopLine);
+    }
 }
 
 void tst_ReportReader::hugeFileWithoutLineBreak_data() {

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -62,6 +63,12 @@ private Q_SLOTS:
     void trimNulls();
     void menuCatalogEntries_data();
     void menuCatalogEntries();
+    void melvadexLanguageIsPlainText_data();
+    void melvadexLanguageIsPlainText();
+    void cutKeepsCharactersWhole_data();
+    void cutKeepsCharactersWhole();
+    void damagedFileKeepsWhatCanBeRead();
+    void unwritableFolder();
 
 private:
     std::unique_ptr<QTemporaryDir> m_home;
@@ -520,6 +527,115 @@ void tst_Settings::menuCatalogEntries() {
         QCOMPARE(entry->section, section);
         QCOMPARE(entry->key, key);
     }
+}
+
+namespace {
+
+void writeFile(const QString& path, const QByteArray& bytes) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+QByteArray contentsOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Bytes of every value, NULs and line breaks included, the same on every run.
+QByteArray junk(int size) {
+    QRandomGenerator generator(13);
+    QByteArray bytes(size, Qt::Uninitialized);
+    for (char& byte : bytes) {
+        byte = char(generator.bounded(256));
+    }
+    return bytes;
+}
+
+} // namespace
+
+void tst_Settings::melvadexLanguageIsPlainText_data() {
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<QString>("language");
+
+    // Qt's own dialect would make a list of the first two and cut the third at the semicolon.
+    QTest::newRow("comma") << QByteArray("Language=Deutsch, neu.ini") << "Deutsch, neu.ini";
+    QTest::newRow("commas") << QByteArray("Language=a,b,c.ini") << "a,b,c.ini";
+    QTest::newRow("semicolon") << QByteArray("Language=Deutsch;2.ini") << "Deutsch;2.ini";
+    QTest::newRow("backslashes") << QByteArray("Language=Languages\\Deutsch.ini") << "Languages\\Deutsch.ini";
+    QTest::newRow("percent") << QByteArray("Language=100%20.ini") << "100%20.ini";
+    QTest::newRow("blanks around") << QByteArray("Language =  English.ini  ") << "English.ini";
+    QTest::newRow("non-ASCII") << QByteArray("Language=Fran\xC3\xA7"
+                                             "ais.ini")
+                               << QStringLiteral("Fran\u00E7ais.ini");
+}
+
+void tst_Settings::melvadexLanguageIsPlainText() {
+    QFETCH(QByteArray, line);
+    QFETCH(QString, language);
+
+    writeFile(settingsFilePath("Melvadex"), "[Preferences]\r\n" + line + "\r\n");
+    QCOMPARE(read(settings::Language), language);
+}
+
+void tst_Settings::cutKeepsCharactersWhole_data() {
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("read");
+
+    const QString note = QStringLiteral("\U0001F3B5"); // two UTF-16 code units
+    QTest::newRow("pair across the cut goes whole") << QString(198, u'a') + note << QString(198, u'a');
+    QTest::newRow("pair at the end stays whole") << QString(197, u'a') + note << QString(197, u'a') + note;
+    QTest::newRow("pair after the cut") << QString(199, u'a') + note << QString(199, u'a');
+    QTest::newRow("only pairs") << note.repeated(150) << note.repeated(99);
+}
+
+void tst_Settings::cutKeepsCharactersWhole() {
+    QFETCH(QString, value);
+    QFETCH(QString, read);
+
+    const QString path = m_home->filePath("Language.ini");
+    writeFile(path, "[Menus]\r\nFile=" + value.toUtf8() + "\r\n");
+    const QString got = readIniString(path, "Menus", "File", {});
+    QCOMPARE(got, read);
+    QVERIFY(got.isValidUtf16());
+}
+
+void tst_Settings::damagedFileKeepsWhatCanBeRead() {
+    const QString path = settingsFilePath(thisProgram());
+    const QByteArray damaged =
+        "[Preferences]\nWebStyle=0\nInitial%20TV%20Width=" + junk(64) + "\n" + junk(4000);
+    writeFile(path, damaged);
+
+    // What can be read is read; what cannot gives the default.
+    QCOMPARE(readBoolean(settings::WebStyle), false);
+    QCOMPARE(readInt32(settings::InitialTVWidth), 3000);
+
+    write(settings::Width, "9000");
+    QCOMPARE(read(settings::Width), QStringLiteral("9000"));
+    QCOMPARE(readBoolean(settings::WebStyle), false);
+    // The damaged file stays beside the new one, byte for byte, and nothing half-written is left.
+    QCOMPARE(contentsOf(path + ".damaged"), damaged);
+    QCOMPARE(QDir(m_home->path()).entryList(QDir::Files | QDir::Hidden),
+             (QStringList{thisProgram() + ".conf", thisProgram() + ".conf.damaged"}));
+
+    // The rewritten file is sound: the next write keeps no second copy.
+    QFile::remove(path + ".damaged");
+    write(settings::Width, "9100");
+    QVERIFY(!QFile::exists(path + ".damaged"));
+}
+
+void tst_Settings::unwritableFolder() {
+    // A config folder that cannot be made, since a plain file stands where it would be. (A read-only
+    // folder would do, but the tests may run as root, whom permissions do not stop.)
+    writeFile(m_home->filePath("plain"), "not a folder");
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home->filePath("plain/config")));
+
+    write(settings::InitialTVWidth, "2000");
+    saveClosingState(2000, {1, 2, 3, 4}, false);
+    QCOMPARE(readInt32(settings::InitialTVWidth), 3000);
+    QCOMPARE(readPlacement(), WindowPlacement());
+    QCOMPARE(contentsOf(m_home->filePath("plain")), QByteArray("not a folder"));
 }
 
 QTEST_GUILESS_MAIN(tst_Settings)

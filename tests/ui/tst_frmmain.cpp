@@ -11,9 +11,12 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
+
+#include <sys/stat.h>
 
 using namespace zentoria;
 
@@ -36,6 +39,8 @@ private Q_SLOTS:
     void openFileMessages_data();
     void openFileMessages();
     void openFileRemovesQuotes();
+    void refusedFilesKeepTheReport_data();
+    void refusedFilesKeepTheReport();
     void fileOpenDialog();
     void fileOpenCancelled();
     void quitClosesTheWindow();
@@ -288,6 +293,48 @@ void tst_frmMain::openFileMessages() {
     Window w;
     w.window.OpenFile(file);
     QCOMPARE(w.messages, messages);
+}
+
+void tst_frmMain::refusedFilesKeepTheReport_data() {
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("message");
+
+    static QTemporaryDir dir;
+    const QString pipe = dir.filePath("pipe.vzt");
+    QFile::remove(pipe);
+    QVERIFY(::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
+    QFile empty(dir.filePath("empty.vzt"));
+    QVERIFY(empty.open(QIODevice::WriteOnly));
+
+    // Opening a pipe that nobody writes to would wait for ever, with no window to close.
+    QTest::newRow("named pipe") << pipe
+                                << "The report \"" + pipe +
+                                       "\" cannot be opened: it is a named pipe, not a file.";
+    QTest::newRow("character device")
+        << "/dev/zero"
+        << "The report \"/dev/zero\" cannot be opened: it is a character device, not a file.";
+    QTest::newRow("folder") << QString(ZENTORIA_TEST_DATA)
+                            << "The report \"" ZENTORIA_TEST_DATA
+                               "\" cannot be opened: it is a folder, not a file.";
+    QTest::newRow("empty file") << empty.fileName()
+                                << "The file \"" + empty.fileName() + "\" is empty: it holds no report.";
+}
+
+void tst_frmMain::refusedFilesKeepTheReport() {
+    QFETCH(QString, file);
+    QFETCH(QString, message);
+
+    Window w;
+    QString report = dataFile("mixed.vzt");
+    w.window.OpenFile(report);
+    auto* tree = w.child<QTreeView>("TV");
+    const QModelIndex kinds = tree->model()->index(0, 0);
+    const int filesBefore = tree->model()->rowCount(tree->model()->index(0, 0, kinds));
+
+    w.window.OpenFile(file);
+    QCOMPARE(w.messages, QStringList{message});
+    QCOMPARE(tree->model()->rowCount(tree->model()->index(0, 0, kinds)), filesBefore);
+    QVERIFY(filesBefore > 0);
 }
 
 void tst_frmMain::openFileRemovesQuotes() {

@@ -3,6 +3,7 @@
 #include "ReportTree.h"
 #include "ReportTreeModel.h"
 #include "frmMain.h"
+#include "report/RegularFile.h"
 #include "report/ReportReader.h"
 #include "settings/Globals.h"
 #include "ui/common/CaptionLabel.h"
@@ -32,14 +33,21 @@ QIcon folderIcon(const ImageList& images) {
 void frmMain::OpenFile(QString& File) {
     File.remove(u'"');
     QFile file(File);
-    if (!file.open(QIODevice::ReadOnly)) {
-        showMessage(QStringLiteral("The report \"%1\" cannot be opened: %2.").arg(File, file.errorString()));
+    if (QString why; !openRegularFile(file, why)) {
+        showMessage(QStringLiteral("The report \"%1\" cannot be opened: %2.").arg(File, why));
         return;
     }
     DeviceLineSource source(file);
     ReportReadResult result = ReadReport(source);
     if (result.Outcome == Outcome::Corrupted) {
-        showMessage(QStringLiteral("The file is corrupted"));
+        // For a file with nothing in it, "corrupted" would send the user looking for damage.
+        if (source.hadReadError()) {
+            showMessage(QStringLiteral("Reading \"%1\" failed: %2.").arg(File, file.errorString()));
+        } else if (file.pos() == 0) {
+            showMessage(QStringLiteral("The file \"%1\" is empty: it holds no report.").arg(File));
+        } else {
+            showMessage(QStringLiteral("The file is corrupted"));
+        }
         return;
     }
     // Rebuilding the tree empties the file list too.

@@ -1,5 +1,6 @@
 #include "IniReader.h"
 
+#include "report/RegularFile.h"
 #include "report/TextDecoding.h"
 
 #include <QFile>
@@ -83,7 +84,8 @@ QString readIniString(const QString& path, const QString& section, const QString
                       const QString& defaultValue, int maxLength) {
     std::optional<QString> value;
     QFile file(path);
-    if (!path.isEmpty() && file.open(QIODevice::ReadOnly)) {
+    // A language file chosen by hand may be anything: a named pipe must not hold up the program.
+    if (QString why; !path.isEmpty() && openRegularFile(file, why)) {
         value = lookUpIniValue(decodeText(file.readAll()), section, key);
     }
     QString text = value.value_or(defaultValue).left(maxLength);

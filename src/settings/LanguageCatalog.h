@@ -15,13 +15,13 @@ QString ReadIniValue(const QString& section, const QString& key, const QString& 
 // The text up to and including its last character that is not NUL.
 QString TrimNulls(const QString& text);
 
-// The value of the key with leading and trailing blanks removed.
 // The language file for Melvadex's "Language" setting, a file name relative to this program's folder:
 // found there first (a program run from its folder or its build), else by its file name among the
 // language files an installed program keeps in $XDG_DATA_DIRS/zentoria/languages. Where neither has
 // it, the path beside the program, which every lookup then answers with its default.
 QString languageFileFor(const QString& languageSetting);
 
+// The value of the key with leading and trailing blanks removed.
 QString Translate(const QString& section, const QString& key, const QString& defaultValue);
 
 // Where a menu item's caption is looked up: "submnu" names give section "OptionMenus" and the rest of

@@ -15,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace zentoria;
 
 Q_DECLARE_METATYPE(std::optional<qint32>)
@@ -65,6 +67,7 @@ private Q_SLOTS:
     void menuCatalogEntries();
     void melvadexLanguageIsPlainText_data();
     void melvadexLanguageIsPlainText();
+    void languageFileThatIsNoFile();
     void cutKeepsCharactersWhole_data();
     void cutKeepsCharactersWhole();
     void damagedFileKeepsWhatCanBeRead();
@@ -577,6 +580,14 @@ void tst_Settings::melvadexLanguageIsPlainText() {
 
     writeFile(settingsFilePath("Melvadex"), "[Preferences]\r\n" + line + "\r\n");
     QCOMPARE(read(settings::Language), language);
+}
+
+void tst_Settings::languageFileThatIsNoFile() {
+    // Reading a named pipe that nobody writes to would wait for ever.
+    const QString pipe = m_home->filePath("Deutsch.ini");
+    QVERIFY(::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
+    QCOMPARE(readIniString(pipe, "Menus", "File", "&File"), QStringLiteral("&File"));
+    QCOMPARE(readIniString("/dev/zero", "Menus", "File", "&File"), QStringLiteral("&File"));
 }
 
 void tst_Settings::cutKeepsCharactersWhole_data() {

@@ -1,13 +1,17 @@
 #include "BenchmarkRatio.h"
 #include "LargestReport.h"
 #include "report/ReportReader.h"
+#include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
+#include "ui/common/CommonDialog.h"
 #include "ui/main/FileListView.h"
 #include "ui/main/ReportTree.h"
 #include "ui/main/frmMain.h"
 #include "ui/panel/WebPanel.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QFile>
 #include <QHeaderView>
 #include <QTemporaryDir>
@@ -245,6 +249,56 @@ void BM_SelectAllLargestKind(benchmark::State& state) {
     }
 }
 
+// Select All and Copy in the list of the largest kind: every path to the clipboard (no mapping, so no
+// file is looked for).
+void BM_SelectAllAndCopy(benchmark::State& state) {
+    Shown shown(true);
+    QAction* selectAll = shown.window->findChild<QAction*>(QStringLiteral("submnuSelectAll"));
+    QAction* copy = shown.window->findChild<QAction*>(QStringLiteral("submnuCopy"));
+    for (auto _ : state) {
+        state.PauseTiming();
+        shown.list->clearSelection();
+        QApplication::clipboard()->clear();
+        settle();
+        state.ResumeTiming();
+        selectAll->trigger();
+        copy->trigger();
+        settle();
+    }
+    if (QApplication::clipboard()->text().count(u'\n') != largestReport().largestKind - 1) {
+        state.SkipWithError("Copy did not copy every file");
+    }
+}
+
+// Select All and Export in the list of the largest kind, as a playlist written to a file.
+void BM_SelectAllAndExport(benchmark::State& state) {
+    Shown shown(true);
+    // Paths as they stand: the question of where the files are is answered.
+    write(settings::PathMap, QString());
+    QTemporaryDir dir;
+    const QString playlist = dir.filePath(QStringLiteral("largest.m3u8"));
+    shown.window->findChild<CommonDialog*>(QStringLiteral("CMDlg"))->setChooser([&](const CommonDialog&) {
+        return playlist;
+    });
+    QAction* selectAll = shown.window->findChild<QAction*>(QStringLiteral("submnuSelectAll"));
+    QAction* exportFiles = shown.window->findChild<QAction*>(QStringLiteral("submnuExport"));
+    for (auto _ : state) {
+        state.PauseTiming();
+        shown.list->clearSelection();
+        QFile::remove(playlist);
+        settle();
+        state.ResumeTiming();
+        selectAll->trigger();
+        exportFiles->trigger();
+        settle();
+    }
+    QFile written(playlist);
+    if (!written.open(QIODevice::ReadOnly) ||
+        written.readAll().count("#EXTINF") != largestReport().largestKind) {
+        state.SkipWithError("Export did not write every file");
+    }
+}
+
 } // namespace
 
 BENCHMARK(BM_ReadReport)->Unit(benchmark::kMillisecond);
@@ -257,6 +311,8 @@ BENCHMARK(BM_HeaderClickSorts)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HeaderClickTurnsRound)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_SelectAllLargestKind)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PanelRefreshAfterSelectAll)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SelectAllAndCopy)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SelectAllAndExport)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
@@ -278,6 +334,8 @@ int main(int argc, char** argv) {
     reporter.printTimes("BM_SelectAllLargestKind", "BM_ListFloor");
     reporter.printTimes("BM_ExpandLargestKind", "BM_ListFloor");
     reporter.printTimes("BM_PanelRefreshAfterSelectAll", "BM_ListFloor");
+    reporter.printTimes("BM_SelectAllAndCopy", "BM_ListFloor");
+    reporter.printTimes("BM_SelectAllAndExport", "BM_ListFloor");
     benchmark::Shutdown();
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "ReportCommand.h"
 
 #include "Version.h"
+#include "export/ExportWriter.h"
 #include "report/RegularFile.h"
 #include "report/ReportReader.h"
 
@@ -18,13 +19,21 @@ namespace {
 const char kUsage[] =
     "Usage: zentoria-report list [--json] REPORT\n"
     "       zentoria-report check REPORT\n"
+    "       zentoria-report export [--kind ID3v1|ID3v2|ID3v0] [--format m3u8|csv|txt]\n"
+    "                              [--map 'C:\\Music=/media/music'] REPORT\n"
     "\n"
     "Reads a Melvadex integrity report (.vzt or .txt).\n"
     "\n"
-    "  list     one line per problem file: ORDINAL<TAB>CODE<TAB>PATH\n"
-    "  --json   list as one JSON object instead\n"
-    "  check    one summary line: outcome, files per problem, skipped records\n"
-    "  --       ends the options: what follows is the report, even when it starts with '-'\n"
+    "  list      one line per problem file: ORDINAL<TAB>CODE<TAB>PATH\n"
+    "  --json    list as one JSON object instead\n"
+    "  check     one summary line: outcome, files per problem, skipped records\n"
+    "  export    the problem files as a playlist (m3u8, the default), as CSV (ordinal, kind code,\n"
+    "            problem, path) or as plain text (one path per line), in UTF-8\n"
+    "  --kind    export only the files with this problem\n"
+    "  --format  the form to export in\n"
+    "  --map     where a Windows folder of the report is on this computer: paths in it are\n"
+    "            exported with the local folder instead, with slashes\n"
+    "  --        ends the options: what follows is the report, even when it starts with '-'\n"
     "\n"
     "Exit status: 0 report read to its closing line, 1 report damaged or cut short (for check,\n"
     "also when records were skipped), 2 usage error or unreadable file.\n";
@@ -98,6 +107,19 @@ QJsonObject unreadable(const QString& error) {
     return {{QStringLiteral("outcome"), QStringLiteral("Unreadable")}, {QStringLiteral("error"), error}};
 }
 
+// Says on err what is wrong with a report that was read; true when it was read to its closing line.
+bool reportOutcome(const ReportReadResult& result, const QIODevice& report, const QString& name,
+                   qsizetype files, QIODevice& err) {
+    if (result.Outcome == Outcome::Corrupted) {
+        const QByteArray why =
+            report.pos() == 0 ? "the file is empty, not a Melvadex report" : "not a Melvadex report";
+        err.write("zentoria-report: " + name.toUtf8() + ": " + why + '\n');
+    } else if (const QString problems = result.describeProblems(files); !problems.isEmpty()) {
+        err.write("zentoria-report: " + name.toUtf8() + ": " + problems.toUtf8() + '\n');
+    }
+    return result.Outcome == Outcome::Loaded || result.Outcome == Outcome::NoProblems;
+}
+
 } // namespace
 
 int writeListing(Listing listing, QIODevice& report, const QString& name, QIODevice& out, QIODevice& err) {
@@ -141,14 +163,7 @@ int writeListing(Listing listing, QIODevice& report, const QString& name, QIODev
         out.write(summary(result, perKind, files));
     }
 
-    if (result.Outcome == Outcome::Corrupted) {
-        const QByteArray why =
-            report.pos() == 0 ? "the file is empty, not a Melvadex report" : "not a Melvadex report";
-        err.write("zentoria-report: " + name.toUtf8() + ": " + why + '\n');
-    } else if (const QString problems = result.describeProblems(files); !problems.isEmpty()) {
-        err.write("zentoria-report: " + name.toUtf8() + ": " + problems.toUtf8() + '\n');
-    }
-    const bool complete = result.Outcome == Outcome::Loaded || result.Outcome == Outcome::NoProblems;
+    const bool complete = reportOutcome(result, report, name, files, err);
     // A check is for finding damage, and a skipped record is damage; a listing shows them in its output.
     if (!complete || (listing == Listing::Summary && !result.SkippedLines.isEmpty())) {
         return kExitDamaged;
@@ -156,16 +171,76 @@ int writeListing(Listing listing, QIODevice& report, const QString& name, QIODev
     return kExitRead;
 }
 
+int writeExport(QIODevice& report, const QString& name, const ExportRequest& request, QIODevice& out,
+                QIODevice& err) {
+    ExportWriter writer(out, request.format, request.mapping);
+    writer.begin();
+    DeviceLineSource source(report);
+    qsizetype files = 0;
+    const ReportReadResult result = ReadReport(source, [&](ReportEntry&& entry) {
+        ++files;
+        if (!request.kind || entry.Kind == *request.kind) {
+            writer.add(entry);
+        }
+    });
+    if (source.hadReadError()) {
+        err.write("zentoria-report: reading \"" + name.toUtf8() +
+                  "\" failed: " + report.errorString().toUtf8() + '\n');
+        return kExitUnreadable;
+    }
+    return reportOutcome(result, report, name, files, err) ? kExitRead : kExitDamaged;
+}
+
 int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& err) {
     bool help = false;
     bool version = false;
     bool json = false;
     QString unknownOption;
+    QString badValue;
+    QStringList exportOptions;
+    ExportRequest request;
     QStringList words;
     bool optionsEnded = false;
-    for (const QString& argument : arguments) {
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString& argument = arguments.at(i);
         if (optionsEnded || !argument.startsWith(u'-') || argument.size() == 1) {
             words << argument;
+            continue;
+        }
+        // The options of export take a value, as the next argument or after "=".
+        QString option = argument;
+        std::optional<QString> value;
+        if (const qsizetype equals = argument.indexOf(u'=');
+            argument.startsWith(QStringLiteral("--")) && equals > 0) {
+            option = argument.left(equals);
+            value = argument.mid(equals + 1);
+        }
+        if (option == QStringLiteral("--kind") || option == QStringLiteral("--format") ||
+            option == QStringLiteral("--map")) {
+            if (!value && i + 1 < arguments.size()) {
+                value = arguments.at(++i);
+            }
+            exportOptions << option;
+            if (!value) {
+                badValue = QStringLiteral("option '%1' needs a value").arg(option);
+            } else if (option == QStringLiteral("--kind")) {
+                request.kind = problemKindNamed(*value);
+                if (!request.kind) {
+                    badValue = QStringLiteral("unknown kind '%1' (ID3v1, ID3v2 or ID3v0)").arg(*value);
+                }
+            } else if (option == QStringLiteral("--format")) {
+                const std::optional<ExportFormat> format = formatNamed(*value);
+                if (format) {
+                    request.format = *format;
+                } else {
+                    badValue = QStringLiteral("unknown format '%1' (m3u8, csv or txt)").arg(*value);
+                }
+            } else if (const std::optional<PathMapping> mapping = PathMapping::parse(*value)) {
+                request.mapping = *mapping;
+            } else {
+                badValue =
+                    QStringLiteral("'%1' is no mapping: write WINDOWS-FOLDER=/LOCAL/FOLDER").arg(*value);
+            }
         } else if (argument == QStringLiteral("--")) {
             optionsEnded = true;
         } else if (argument == QStringLiteral("--help") || argument == QStringLiteral("-h")) {
@@ -187,17 +262,24 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         return kExitRead;
     }
     if (words.isEmpty()) {
-        return usageError(err, QStringLiteral("missing command (list or check)"));
+        return usageError(err, QStringLiteral("missing command (list, check or export)"));
     }
     const QString command = words.takeFirst();
-    if (command != QStringLiteral("list") && command != QStringLiteral("check")) {
+    if (command != QStringLiteral("list") && command != QStringLiteral("check") &&
+        command != QStringLiteral("export")) {
         return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
     }
     if (json && command != QStringLiteral("list")) {
         unknownOption = QStringLiteral("--json");
     }
+    if (!exportOptions.isEmpty() && command != QStringLiteral("export") && unknownOption.isEmpty()) {
+        unknownOption = exportOptions.first();
+    }
     if (!unknownOption.isEmpty()) {
         return usageError(err, QStringLiteral("unknown option '%1'").arg(unknownOption));
+    }
+    if (!badValue.isEmpty()) {
+        return usageError(err, badValue);
     }
     if (words.size() != 1) {
         return usageError(err, QStringLiteral("name exactly one report"));
@@ -212,6 +294,9 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
             out.write(compact(unreadable(error)) + '\n');
         }
         return kExitUnreadable;
+    }
+    if (command == QStringLiteral("export")) {
+        return writeExport(report, report.fileName(), request, out, err);
     }
     const Listing listing = command == QStringLiteral("check") ? Listing::Summary
                             : json                             ? Listing::Json

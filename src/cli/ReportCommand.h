@@ -1,6 +1,10 @@
 #pragma once
 
+#include "export/ExportWriter.h"
+
 #include <QStringList>
+
+#include <optional>
 
 class QIODevice;
 
@@ -24,5 +28,17 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
 // Prints a listing of the report on `report`, entry by entry as it is read: the output never waits for
 // the whole report and memory does not grow with it. `name` is how messages call the report.
 int writeListing(Listing listing, QIODevice& report, const QString& name, QIODevice& out, QIODevice& err);
+
+// What "export" writes: the files of one kind or of all, in a format, with paths mapped or as they stand.
+struct ExportRequest {
+    std::optional<ProblemKind> kind;
+    ExportFormat format = ExportFormat::M3u8;
+    PathMapping mapping;
+};
+
+// Writes the report's files as the request says, entry by entry as they are read. Exit statuses as for
+// a listing.
+int writeExport(QIODevice& report, const QString& name, const ExportRequest& request, QIODevice& out,
+                QIODevice& err);
 
 } // namespace zentoria::cli

@@ -18,6 +18,15 @@ QString kindCaption(ProblemKind kind) {
     return {};
 }
 
+std::optional<ProblemKind> problemKindNamed(QStringView code) {
+    for (ProblemKind kind : {ProblemKind::ID3v1, ProblemKind::ID3v2, ProblemKind::ID3v0}) {
+        if (code.compare(kindCode(kind), Qt::CaseInsensitive) == 0) {
+            return kind;
+        }
+    }
+    return std::nullopt;
+}
+
 QString ProblemKindText(const QString& key) {
     const QStringView code = QStringView(key).left(5);
     if (code == u"ID3v1") {

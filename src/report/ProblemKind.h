@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace zentoria {
 
 // Which ID3 information Melvadex could not read for a file. The numbers are the ones in the
@@ -14,6 +16,8 @@ inline int kindNumber(ProblemKind kind) {
 
 // "ID3v" followed by the kind number.
 QString kindCode(ProblemKind kind);
+// The kind whose code this is, compared without regard to letter case; none for any other text.
+std::optional<ProblemKind> problemKindNamed(QStringView code);
 
 // The caption of the kind's node in the report tree: "ID3v1 not found", "ID3v2 not found", "No ID3 tags".
 QString kindCaption(ProblemKind kind);

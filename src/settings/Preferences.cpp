@@ -1,7 +1,10 @@
 #include "Preferences.h"
 
 #include "Conversions.h"
+#include "IniReader.h"
 #include "SettingsStore.h"
+
+#include <limits>
 
 namespace zentoria {
 
@@ -24,6 +27,8 @@ const Setting SafeHeight{{}, kSafe, QStringLiteral("Height"), QStringLiteral("73
 const Setting SafeTop{{}, kSafe, QStringLiteral("Top"), QStringLiteral("465")};
 const Setting SafeLeft{{}, kSafe, QStringLiteral("Left"), QStringLiteral("45")};
 const Setting SafeInitialTVWidth{{}, kSafe, QStringLiteral("Initial TV Width"), QStringLiteral("3000")};
+const Setting PathMap{{}, kPreferences, QStringLiteral("PathMap"), {}};
+const Setting TagEditor{{}, kPreferences, QStringLiteral("TagEditor"), {}};
 } // namespace settings
 
 namespace {
@@ -36,6 +41,18 @@ QString applicationOf(const Setting& setting) {
 
 QString read(const Setting& setting) {
     return readSetting(applicationOf(setting), setting.section, setting.key, setting.defaultValue);
+}
+
+QString readPathText(const Setting& setting) {
+    const QString parsed = read(setting);
+    const QString raw = readIniString(settingsFilePath(applicationOf(setting)), setting.section, setting.key,
+                                      setting.defaultValue, std::numeric_limits<int>::max());
+    // What this program wrote has its backslashes doubled; a single one was typed by hand.
+    return raw.contains(QStringLiteral("\\\\")) ? parsed : raw;
+}
+
+bool isStored(const Setting& setting) {
+    return hasSetting(applicationOf(setting), setting.section, setting.key);
 }
 
 void write(const Setting& setting, const QString& value) {

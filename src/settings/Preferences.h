@@ -33,9 +33,20 @@ extern const Setting SafeHeight;
 extern const Setting SafeTop;
 extern const Setting SafeLeft;
 extern const Setting SafeInitialTVWidth;
+// Where the report's Windows folder is on this computer ("C:\Music=/media/music"); empty: paths are
+// used as they stand. Missing until the user was asked.
+extern const Setting PathMap;
+// The command that opens files in a tag editor, Exec-line style ("kid3 %F"); empty: the first known
+// tag editor found.
+extern const Setting TagEditor;
 } // namespace settings
 
 QString read(const Setting& setting);
+// A setting that holds Windows paths: a value typed into the file by hand keeps its single backslashes
+// ("C:\Music"), which a plain read would take for escapes.
+QString readPathText(const Setting& setting);
+// Whether the setting holds a value, even an empty one.
+bool isStored(const Setting& setting);
 void write(const Setting& setting, const QString& value);
 // Converted reads: a stored text that cannot be converted gives the setting's default.
 qint32 readInt32(const Setting& setting);

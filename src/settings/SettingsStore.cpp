@@ -58,6 +58,14 @@ QString readSetting(const QString& application, const QString& section, const QS
     return value.isValid() ? value.toString() : defaultValue;
 }
 
+bool hasSetting(const QString& application, const QString& section, const QString& key) {
+    if (application == kMelvadex) {
+        return !readSetting(application, section, key, {}).isEmpty();
+    }
+    QSettings store(settingsFilePath(application), QSettings::IniFormat);
+    return store.contains(section + u'/' + key);
+}
+
 void writeSetting(const QString& application, const QString& section, const QString& key,
                   const QString& value) {
     writeSettings(application, {{section, key, value}});

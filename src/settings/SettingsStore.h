@@ -12,6 +12,8 @@ namespace zentoria {
 // profile text (see IniReader.h).
 QString readSetting(const QString& application, const QString& section, const QString& key,
                     const QString& defaultValue);
+// Whether the key holds a value, even an empty one.
+bool hasSetting(const QString& application, const QString& section, const QString& key);
 // Creates file and section as needed and replaces the value. The file is replaced whole and at once,
 // so a crash or a full disk leaves the previous file, never a half-written one; a damaged file is first
 // copied to "<file>.damaged", since the rewrite keeps only what could be read. The result is not

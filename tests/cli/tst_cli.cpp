@@ -59,6 +59,8 @@ private Q_SLOTS:
     void unreadableReportInJson_data();
     void unreadableReportInJson();
     void optionsEnd();
+    void exportFiles_data();
+    void exportFiles();
     void outputStreamsInBoundedMemory();
     void cleanupTestCase() { ::close(m_socket); }
 
@@ -120,6 +122,23 @@ void tst_Cli::usage_data() {
         << "unknown option '--verbose'";
     QTest::newRow("help after the options end") << QStringList{"list", "--", "--help"} << 2 << ""
                                                 << "cannot open \"--help\"";
+    QTest::newRow("export: unknown kind")
+        << QStringList{"export", "--kind", "ID3v3", dataFile("export.vzt")} << 2 << ""
+        << "unknown kind 'ID3v3'";
+    QTest::newRow("export: unknown format")
+        << QStringList{"export", "--format=pls", dataFile("export.vzt")} << 2 << ""
+        << "unknown format 'pls'";
+    QTest::newRow("export: relative local folder")
+        << QStringList{"export", "--map", "C:\\Music=music", dataFile("export.vzt")} << 2 << ""
+        << "is no mapping";
+    QTest::newRow("export: option without its value")
+        << QStringList{"export", dataFile("export.vzt"), "--kind"} << 2 << ""
+        << "option '--kind' needs a value";
+    QTest::newRow("export option with list")
+        << QStringList{"list", "--format", "csv", dataFile("export.vzt")} << 2 << ""
+        << "unknown option '--format'";
+    QTest::newRow("export: missing file") << QStringList{"export", "/nonexistent/report.vzt"} << 2 << ""
+                                          << "cannot open \"/nonexistent/report.vzt\"";
 }
 
 void tst_Cli::usage() {
@@ -275,6 +294,57 @@ void tst_Cli::optionsEnd() {
     const Run unknown = runTool({"check", "-mixed.vzt"}, m_dir.path());
     QCOMPARE(unknown.exitCode, 2);
     QVERIFY(unknown.err.contains("unknown option '-mixed.vzt'"));
+}
+
+void tst_Cli::exportFiles_data() {
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("report");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("expected");
+
+    // export.vzt: a comma, a double quote and non-ASCII letters in its paths, and folders beside the
+    // mapped one that only start the same.
+    QTest::newRow("playlist by default, mapped")
+        << QStringList{"--map", "C:\\Music=/media/music", "--kind", "ID3v2"} << "export.vzt" << 0
+        << QByteArray("#EXTM3U\n"
+                      "#EXTINF:-1,Waterloo.mp3\n/media/music/Abba/Waterloo.mp3\n"
+                      "#EXTINF:-1,\"Live\" at Wembley.mp3\n/media/music/Queen/\"Live\" at Wembley.mp3\n"
+                      "#EXTINF:-1,Track01.mp3\nD:\\Elsewhere\\Track01.mp3\n");
+    QTest::newRow("csv, every kind, mapped with =")
+        << QStringList{"--format", "csv", "--map=c:/music=/m"} << "export.vzt" << 0
+        << QByteArray("Ordinal,Kind,Problem,Path\r\n"
+                      "1,ID3v2,ID3v2 Not found,/m/Abba/Waterloo.mp3\r\n"
+                      "2,ID3v1,ID3v1 not found,\"/m/Crosby, Stills & Nash/Suite.mp3\"\r\n"
+                      "3,ID3v2,ID3v2 Not found,\"/m/Queen/\"\"Live\"\" at Wembley.mp3\"\r\n"
+                      "4,ID3v0,No ID3 tags,/m/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\r\n"
+                      "5,ID3v2,ID3v2 Not found,D:\\Elsewhere\\Track01.mp3\r\n"
+                      "6,ID3v1,ID3v1 not found,C:\\Musical\\Cats\\Memory.mp3\r\n");
+    QTest::newRow("text of one kind, as they stand")
+        << QStringList{"--format", "txt", "--kind", "id3v0"} << "export.vzt" << 0
+        << QByteArray("C:\\MUSIC\\Bj\xC3\xB6rk\\J\xC3\xB3ga.mp3\n");
+    QTest::newRow("a kind with no files")
+        << QStringList{"--format", "txt", "--kind", "ID3v2"} << "second.vzt" << 0 << QByteArray();
+    QTest::newRow("damaged report: what was read, status 1")
+        << QStringList{"--format", "txt"} << "endedearly.vzt" << 1 << QByteArray();
+}
+
+void tst_Cli::exportFiles() {
+    QFETCH(QStringList, options);
+    QFETCH(QString, report);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, expected);
+
+    const Run run = runTool(QStringList{"export"} + options + QStringList{dataFile(qPrintable(report))});
+    QCOMPARE(run.exitCode, exitCode);
+    if (exitCode == 1) {
+        // Whatever the damage, the files read before it are exported, one per line.
+        QVERIFY(!run.err.isEmpty());
+        const Run listing = runTool({"list", dataFile(qPrintable(report))});
+        QCOMPARE(run.out.count('\n'), listing.out.count('\n'));
+        return;
+    }
+    QCOMPARE(run.out, expected);
+    QCOMPARE(run.err, QByteArray());
 }
 
 void tst_Cli::outputStreamsInBoundedMemory() {

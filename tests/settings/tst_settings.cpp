@@ -72,6 +72,8 @@ private Q_SLOTS:
     void cutKeepsCharactersWhole();
     void damagedFileKeepsWhatCanBeRead();
     void unwritableFolder();
+    void pathTextKeepsBackslashes_data();
+    void pathTextKeepsBackslashes();
 
 private:
     std::unique_ptr<QTemporaryDir> m_home;
@@ -647,6 +649,31 @@ void tst_Settings::unwritableFolder() {
     QCOMPARE(readInt32(settings::InitialTVWidth), 3000);
     QCOMPARE(readPlacement(), WindowPlacement());
     QCOMPARE(contentsOf(m_home->filePath("plain")), QByteArray("not a folder"));
+}
+
+void tst_Settings::pathTextKeepsBackslashes_data() {
+    QTest::addColumn<QByteArray>("line"); // empty: written by the program
+    QTest::addColumn<QString>("value");
+
+    QTest::newRow("written by the program") << QByteArray() << "C:\\Music=/media/music";
+    QTest::newRow("typed by hand") << QByteArray("PathMap=C:\\Music=/media/music")
+                                   << "C:\\Music=/media/music";
+    QTest::newRow("typed by hand, doubled") << QByteArray("PathMap=C:\\\\Music=/m") << "C:\\Music=/m";
+    QTest::newRow("typed by hand, quoted") << QByteArray("PathMap=\"D:\\=/mnt/d\"") << "D:\\=/mnt/d";
+    QTest::newRow("empty") << QByteArray("PathMap=") << "";
+}
+
+void tst_Settings::pathTextKeepsBackslashes() {
+    QFETCH(QByteArray, line);
+    QFETCH(QString, value);
+    if (line.isEmpty()) {
+        write(settings::PathMap, value);
+    } else {
+        QVERIFY(QDir().mkpath(QFileInfo(settingsFilePath(thisProgram())).path()));
+        writeFile(settingsFilePath(thisProgram()), "[Preferences]\n" + line + "\n");
+    }
+    QCOMPARE(readPathText(settings::PathMap), value);
+    QVERIFY(isStored(settings::PathMap));
 }
 
 QTEST_GUILESS_MAIN(tst_Settings)

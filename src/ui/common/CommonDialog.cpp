@@ -1,5 +1,7 @@
 #include "CommonDialog.h"
 
+#include "PathMapDialog.h"
+
 #include <QFileDialog>
 #include <QStringList>
 
@@ -15,6 +17,37 @@ bool CommonDialog::ShowOpen(QWidget* parent) {
         FileName = QFileDialog::getOpenFileName(parent, DialogTitle, InitDir, toQtFilter(Filter));
     }
     return !FileName.isEmpty();
+}
+
+bool CommonDialog::ShowSave(QWidget* parent) {
+    if (m_chooser) {
+        FileName = m_chooser(*this);
+        return !FileName.isEmpty();
+    }
+    const QStringList filters = toQtFilter(Filter).split(QStringLiteral(";;"));
+    QString selected = filters.value(FilterIndex - 1);
+    FileName = QFileDialog::getSaveFileName(parent, DialogTitle, InitDir, filters.join(QStringLiteral(";;")),
+                                            &selected);
+    if (const qsizetype chosen = filters.indexOf(selected); chosen >= 0) {
+        FilterIndex = static_cast<int>(chosen) + 1;
+    }
+    return !FileName.isEmpty();
+}
+
+std::optional<PathMapping> CommonDialog::ShowPathMap(QWidget* parent, const PathMapping& current,
+                                                     const QString& guess) {
+    if (m_chooser) {
+        const QString title = DialogTitle;
+        DialogTitle = QStringLiteral("PathMap");
+        const QString answer = m_chooser(*this);
+        DialogTitle = title;
+        return PathMapping::parse(answer).value_or(PathMapping{});
+    }
+    PathMapDialog dialog(current, guess, parent);
+    if (dialog.exec() != QDialog::Accepted || dialog.answer() == PathMapDialog::Answer::Cancelled) {
+        return std::nullopt;
+    }
+    return dialog.mapping();
 }
 
 QString CommonDialog::toQtFilter(const QString& filter) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "export/PathMapping.h"
+
 #include <QObject>
 #include <QString>
 
@@ -24,11 +26,21 @@ public:
     QString Filter;
     QString DialogTitle;
     QString InitDir;
-    // The file chosen by the last ShowOpen(); empty when it was cancelled.
+    // The file chosen by the last ShowOpen() or ShowSave(); empty when it was cancelled.
     QString FileName;
+    // 1-based: the filter the save dialog starts with, and after it the one the user chose.
+    int FilterIndex = 1;
 
     // Shows the file-open dialog, modal, over the parent; true when a file was chosen.
     bool ShowOpen(QWidget* parent);
+    // Shows the save dialog, modal, over the parent, asking before a file is replaced; true when a
+    // name was given. A chooser's answer keeps FilterIndex as it was.
+    bool ShowSave(QWidget* parent);
+    // Asks where the Windows folder of the files is on this computer, starting from the current
+    // mapping or, without one, from the guessed folder. An empty mapping means the paths are used as
+    // they stand; none means the user cancelled. A chooser is asked too (with DialogTitle "PathMap")
+    // and answers "WINDOWS=LOCAL", or anything else for the paths as they stand.
+    std::optional<PathMapping> ShowPathMap(QWidget* parent, const PathMapping& current, const QString& guess);
 
     void setChooser(Chooser chooser) { m_chooser = std::move(chooser); }
 

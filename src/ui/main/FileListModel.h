@@ -35,6 +35,8 @@ public:
     // Replaces every column by one.
     void setSingleColumn(const QString& key, const QString& caption);
 
+    // The key of the node whose children are listed; empty when nothing is.
+    const QString& parentKey() const { return m_parentKey; }
     int position(int row) const { return m_rows.at(row); }
     QString key(int row) const;
     QString text(int row) const;

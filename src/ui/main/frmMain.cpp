@@ -19,6 +19,7 @@
 
 #include <QAction>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QMenuBar>
 #include <QScrollBar>
 #include <QTimer>
@@ -61,6 +62,10 @@ frmMain::frmMain(QWidget* parent)
     setWindowIcon(programIcon());
     createControls();
     createMenus();
+    // Whatever changes the list or its selection may enable or disable the Edit and Export items.
+    connect(LV->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmMain::updateEditActions);
+    connect(LV->listModel(), &QAbstractItemModel::modelReset, this, &frmMain::updateEditActions);
+    updateEditActions();
     updateMinimumSize(readLayoutInput());
     const QRect client = twipsRectToPixels(0, 0, kClientWidth, kClientHeight, logicalDpi(this));
     resize(client.width(), client.height() + menuBar()->sizeHint().height());
@@ -276,8 +281,23 @@ void frmMain::createMenus() {
     mnuFile = addMenu("mnuFile", QStringLiteral("&File"));
     submnuOpen = addMenuItem(mnuFile, QStringLiteral("submnuOpen"), QStringLiteral("&Open"),
                              QKeySequence(Qt::CTRL | Qt::Key_O));
+    mnuFile->addSeparator();
+    submnuExport = addMenuItem(mnuFile, QStringLiteral("submnuExport"), QStringLiteral("&Export…"),
+                               QKeySequence(Qt::CTRL | Qt::Key_E));
+    submnuOpenWith = addMenuItem(mnuFile, QStringLiteral("submnuOpenWith"),
+                                 QStringLiteral("Open in &Tag Editor"), QKeySequence(Qt::CTRL | Qt::Key_T));
+    mnuFile->addSeparator();
     submnuExit = addMenuItem(mnuFile, QStringLiteral("submnuExit"), QStringLiteral("&Quit"),
                              QKeySequence(Qt::CTRL | Qt::Key_Q));
+    mnuEdit = addMenu("mnuEdit", QStringLiteral("&Edit"));
+    submnuCopy = addMenuItem(mnuEdit, QStringLiteral("submnuCopy"), QStringLiteral("&Copy"),
+                             QKeySequence(Qt::CTRL | Qt::Key_C));
+    mnuEdit->addSeparator();
+    submnuSelectAll = addMenuItem(mnuEdit, QStringLiteral("submnuSelectAll"), QStringLiteral("Select &All"),
+                                  QKeySequence(Qt::CTRL | Qt::Key_A));
+    submnuSelectMatching =
+        addMenuItem(mnuEdit, QStringLiteral("submnuSelectMatching"), QStringLiteral("Select &Matching…"),
+                    QKeySequence(Qt::CTRL | Qt::Key_F));
     mnuTools = addMenu("mnuTools", QStringLiteral("&Tools"));
     submnuWebStyle = addMenuItem(mnuTools, QStringLiteral("submnuWebStyle"), QStringLiteral("WebStyle"), {});
     submnuWebStyle->setCheckable(true);
@@ -290,6 +310,11 @@ void frmMain::createMenus() {
     connect(submnuExit, &QAction::triggered, this, &frmMain::submnuExit_Click);
     connect(submnuShowHelp, &QAction::triggered, this, &frmMain::submnuShowHelp_Click);
     connect(submnuWebStyle, &QAction::triggered, this, &frmMain::submnuWebStyle_Click);
+    connect(submnuExport, &QAction::triggered, this, &frmMain::submnuExport_Click);
+    connect(submnuOpenWith, &QAction::triggered, this, &frmMain::submnuOpenWith_Click);
+    connect(submnuCopy, &QAction::triggered, this, &frmMain::submnuCopy_Click);
+    connect(submnuSelectAll, &QAction::triggered, this, &frmMain::submnuSelectAll_Click);
+    connect(submnuSelectMatching, &QAction::triggered, this, &frmMain::submnuSelectMatching_Click);
 }
 
 void frmMain::Form_Load() {

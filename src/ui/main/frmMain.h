@@ -1,10 +1,13 @@
 #pragma once
 
+#include "export/PathMapping.h"
 #include "report/ReportEntry.h"
 #include "ui/common/MessageBoxes.h"
 #include "ui/panel/WebPanel.h"
 
 #include <QMainWindow>
+
+#include <optional>
 
 class QAction;
 class QFrame;
@@ -95,6 +98,20 @@ private:
 
     void submnuOpen_Click();
     void submnuExit_Click();
+    void submnuExport_Click();
+    void submnuOpenWith_Click();
+    void submnuCopy_Click();
+    void submnuSelectAll_Click();
+    void submnuSelectMatching_Click();
+    // Enables the items that need a selection, or files in the list, only while there are some.
+    void updateEditActions();
+    // The list's selected files (kind nodes left out), in the list's order.
+    QList<const ReportEntry*> selectedFiles() const;
+    // What Export writes: the selected files, or without a selection every file of the activated kind.
+    QList<const ReportEntry*> filesToExport() const;
+    // The path mapping to use for these files: the stored one, or the user's answer when none was ever
+    // given and some file is a Windows path. None when the user cancelled.
+    std::optional<PathMapping> pathMappingFor(const QList<const ReportEntry*>& files);
     void submnuShowHelp_Click();
     void ShowSelectedItems_Timer();
 
@@ -168,10 +185,18 @@ private:
     ImageList* Mns = nullptr;
 
     QMenu* mnuFile = nullptr;
+    QMenu* mnuEdit = nullptr;
     QMenu* mnuTools = nullptr;
     QMenu* mnuHelp = nullptr;
     QAction* submnuOpen = nullptr;
+    QAction* submnuExport = nullptr;
+    QAction* submnuOpenWith = nullptr;
     QAction* submnuExit = nullptr;
+    QAction* submnuCopy = nullptr;
+    QAction* submnuSelectAll = nullptr;
+    QAction* submnuSelectMatching = nullptr;
+    // What Select Matching looked for last, offered again.
+    QString m_lastPattern;
     QAction* submnuWebStyle = nullptr;
     QAction* submnuShowHelp = nullptr;
 };

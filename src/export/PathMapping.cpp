@@ -1,0 +1,104 @@
+#include "PathMapping.h"
+
+namespace zentoria {
+
+namespace {
+
+QString windowsSeparators(QString folder) {
+    folder.replace(u'/', u'\\');
+    while (folder.size() > 1 && folder.endsWith(u'\\') && !folder.endsWith(u":\\")) {
+        folder.chop(1);
+    }
+    // "C:\" keeps its backslash only while it names the drive's root; the prefix test adds it back.
+    if (folder.endsWith(u":\\")) {
+        folder.chop(1);
+    }
+    return folder;
+}
+
+} // namespace
+
+std::optional<PathMapping> PathMapping::parse(const QString& text) {
+    const QString trimmed = text.trimmed();
+    if (trimmed.isEmpty()) {
+        return PathMapping{};
+    }
+    const qsizetype split = trimmed.indexOf(QStringLiteral("=/"));
+    if (split <= 0) {
+        return std::nullopt;
+    }
+    PathMapping mapping;
+    mapping.windowsFolder = windowsSeparators(trimmed.left(split).trimmed());
+    mapping.localFolder = trimmed.mid(split + 1);
+    while (mapping.localFolder.size() > 1 && mapping.localFolder.endsWith(u'/')) {
+        mapping.localFolder.chop(1);
+    }
+    if (mapping.windowsFolder.isEmpty() || mapping.windowsFolder == u"\\") {
+        return std::nullopt;
+    }
+    return mapping;
+}
+
+QString PathMapping::toText() const {
+    return isEmpty() ? QString() : windowsFolder + u'=' + localFolder;
+}
+
+bool PathMapping::covers(const QString& path) const {
+    // Blanks around a report's path are no part of a Windows path: it cannot start before its drive
+    // letter nor end in a blank.
+    const QStringView p = QStringView(path).trimmed();
+    if (isEmpty() || !p.startsWith(windowsFolder, Qt::CaseInsensitive)) {
+        return false;
+    }
+    // "C:\Music" covers "C:\Music\a.mp3", not "C:\Musical\a.mp3".
+    return p.size() == windowsFolder.size() || p.at(windowsFolder.size()) == u'\\' ||
+           p.at(windowsFolder.size()) == u'/';
+}
+
+QString PathMapping::map(const QString& path) const {
+    if (!covers(path)) {
+        return path;
+    }
+    QString rest = QStringView(path).trimmed().sliced(windowsFolder.size()).toString();
+    rest.replace(u'\\', u'/');
+    if (rest.isEmpty()) {
+        return localFolder;
+    }
+    return localFolder == u"/" ? rest : localFolder + rest;
+}
+
+bool isWindowsPath(const QString& path) {
+    const QString p = path.trimmed();
+    const bool drive = p.size() >= 2 && p.at(0).isLetter() && p.at(1) == u':';
+    return drive || p.startsWith(QStringLiteral("\\\\"));
+}
+
+QString commonWindowsFolder(const QStringList& paths) {
+    if (paths.isEmpty()) {
+        return {};
+    }
+    QString common = paths.first().trimmed();
+    common.truncate(common.lastIndexOf(u'\\') + 1);
+    // Files on other drives or shares than the first have their own folder: the guess is the first's.
+    const QString drive = common.left(2);
+    for (const QString& path : paths) {
+        const QString p = path.trimmed();
+        if (p.left(2).compare(drive, Qt::CaseInsensitive) != 0) {
+            continue;
+        }
+        qsizetype same = 0;
+        while (same < common.size() && same < p.size() && common.at(same).toLower() == p.at(same).toLower()) {
+            ++same;
+        }
+        common.truncate(same);
+        common.truncate(common.lastIndexOf(u'\\') + 1);
+        if (common.isEmpty()) {
+            return {};
+        }
+    }
+    common.chop(1);
+    // A drive's root keeps its backslash: "C:" alone is the drive's working folder.
+    return common.endsWith(u':') ? common + u'\\' : common;
+}
+
+} // namespace zentoria

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace zentoria {
+
+// Where the files a report names are on this computer: reports name them as Melvadex saw them on
+// Windows ("C:\Music\Band\Song.mp3"), the tags are fixed here ("/media/music/Band/Song.mp3"). One
+// Windows folder maps to one local folder; paths outside it are used as they stand.
+struct PathMapping {
+    // Without trailing separators, backslashes only: "C:\Music". Empty: no mapping.
+    QString windowsFolder;
+    // Absolute, without a trailing slash: "/media/music" ("/" for the root).
+    QString localFolder;
+
+    bool isEmpty() const { return windowsFolder.isEmpty(); }
+
+    // "WINDOWS=LOCAL", as the settings and the command line write it: "C:\Music=/media/music". The text
+    // is split at the first "=" followed by "/", since the local folder must be absolute and Windows
+    // folder names may hold "=" too. An empty text is no mapping; anything else that does not split
+    // that way, or names no Windows folder, is refused.
+    static std::optional<PathMapping> parse(const QString& text);
+    QString toText() const;
+
+    // The path on this computer: the Windows folder, compared without regard to letter case, replaced by
+    // the local folder, and the backslashes of the rest made slashes; blanks around the path are left out.
+    // A path outside the Windows folder comes back as it stands.
+    QString map(const QString& path) const;
+    // Whether map() changes the path.
+    bool covers(const QString& path) const;
+};
+
+// Whether a report's path names a Windows location (a drive letter or a network share), which a
+// mapping may be needed for to find it here.
+bool isWindowsPath(const QString& path);
+
+// The folder the paths on the first path's drive have in common ("C:\Music" for "C:\Music\A\a.mp3",
+// "C:\Music\B\b.mp3" and "D:\c.mp3"), up to the last backslash they share; empty when there is none.
+QString commonWindowsFolder(const QStringList& paths);
+
+} // namespace zentoria

@@ -1,0 +1,87 @@
+#include "PathMapDialog.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace zentoria {
+
+PathMapDialog::PathMapDialog(const PathMapping& current, const QString& windowsFolder, QWidget* parent)
+    : QDialog(parent) {
+    setObjectName(QStringLiteral("frmPathMap"));
+    setWindowTitle(QStringLiteral("Where are the files?"));
+
+    auto* intro = new QLabel(QStringLiteral("The report names the files as they were on Windows. Say where "
+                                            "that folder is on this computer, and the files in it are "
+                                            "found here."),
+                             this);
+    intro->setWordWrap(true);
+
+    txtWindowsFolder = new QLineEdit(current.isEmpty() ? windowsFolder : current.windowsFolder, this);
+    txtWindowsFolder->setObjectName(QStringLiteral("txtWindowsFolder"));
+    txtLocalFolder = new QLineEdit(current.localFolder, this);
+    txtLocalFolder->setObjectName(QStringLiteral("txtLocalFolder"));
+    txtLocalFolder->setPlaceholderText(QStringLiteral("/media/music"));
+    auto* browse = new QPushButton(QStringLiteral("&Browse…"), this);
+    browse->setObjectName(QStringLiteral("cmdBrowse"));
+    connect(browse, &QPushButton::clicked, this, [this] {
+        const QString folder = QFileDialog::getExistingDirectory(
+            this, QStringLiteral("Local folder"),
+            txtLocalFolder->text().isEmpty() ? QDir::homePath() : txtLocalFolder->text());
+        if (!folder.isEmpty()) {
+            txtLocalFolder->setText(folder);
+        }
+    });
+    auto* local = new QHBoxLayout;
+    local->addWidget(txtLocalFolder, 1);
+    local->addWidget(browse);
+
+    auto* form = new QFormLayout;
+    form->addRow(QStringLiteral("&Windows folder:"), txtWindowsFolder);
+    // A row whose field is a layout gets no buddy of its own.
+    auto* localLabel = new QLabel(QStringLiteral("&Is here:"), this);
+    localLabel->setBuddy(txtLocalFolder);
+    form->addRow(localLabel, local);
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    QPushButton* asTheyStand =
+        buttons->addButton(QStringLiteral("Use the paths as they &stand"), QDialogButtonBox::ActionRole);
+    asTheyStand->setObjectName(QStringLiteral("cmdAsTheyStand"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &PathMapDialog::acceptMapping);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(asTheyStand, &QPushButton::clicked, this, [this] {
+        m_answer = Answer::AsTheyStand;
+        accept();
+    });
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(intro);
+    layout->addLayout(form);
+    layout->addWidget(buttons);
+    txtLocalFolder->setFocus();
+    resize(sizeHint().expandedTo(QSize(480, 0)));
+}
+
+PathMapping PathMapDialog::mapping() const {
+    if (m_answer != Answer::Mapped) {
+        return {};
+    }
+    return PathMapping::parse(txtWindowsFolder->text().trimmed() + u'=' + txtLocalFolder->text().trimmed())
+        .value_or(PathMapping{});
+}
+
+void PathMapDialog::acceptMapping() {
+    // OK with a folder left empty maps nothing.
+    const std::optional<PathMapping> typed =
+        PathMapping::parse(txtWindowsFolder->text().trimmed() + u'=' + txtLocalFolder->text().trimmed());
+    m_answer = typed && !typed->isEmpty() ? Answer::Mapped : Answer::AsTheyStand;
+    accept();
+}
+
+} // namespace zentoria

@@ -1,0 +1,454 @@
+#include "MainWindowFixture.h"
+#include "settings/Globals.h"
+#include "settings/Preferences.h"
+#include "ui/common/CaptionLabel.h"
+#include "ui/main/FileListView.h"
+#include "ui/main/ReportTree.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialog>
+#include <QDir>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QUrl>
+
+using namespace zentoria;
+
+namespace {
+
+// export.vzt's files, as the report writes them.
+const QString kWaterloo = QStringLiteral("C:\\Music\\Abba\\Waterloo.mp3");
+const QString kSuite = QStringLiteral("C:\\Music\\Crosby, Stills & Nash\\Suite.mp3");
+const QString kLive = QStringLiteral("C:\\Music\\Queen\\\"Live\" at Wembley.mp3");
+const QString kJoga = QStringLiteral("C:\\MUSIC\\Björk\\Jóga.mp3");
+const QString kTrack = QStringLiteral("D:\\Elsewhere\\Track01.mp3");
+const QString kMemory = QStringLiteral("C:\\Musical\\Cats\\Memory.mp3");
+
+// A shown window with export.vzt open, in a per-user folder of its own, and a local music folder
+// that holds some of the report's files.
+struct Editing : MainWindowFixture {
+    QTemporaryDir home;
+    QString music = home.filePath(QStringLiteral("music"));
+    ReportTree* tree = child<ReportTree>("TV");
+    FileListView* list = child<FileListView>("LV");
+    CommonDialog* dialogs = child<CommonDialog>("CMDlg");
+
+    Editing() {
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.filePath(QStringLiteral("config"))));
+        show();
+        open(dataFile("export.vzt"));
+        // Each test answers the dialogs it expects; the rest are real.
+        dialogs->setChooser({});
+    }
+    void activate(const char* key) { clickIndex(tree, indexOfKey(tree, QLatin1StringView(key))); }
+    // Selects the list's files with these paths, as Ctrl+clicks do.
+    void select(const QStringList& paths) {
+        list->clearSelection();
+        for (int row = 0; row < list->model()->rowCount(); ++row) {
+            if (paths.contains(list->model()->index(row, 0).data().toString())) {
+                clickIndex(list, rowIndex(list, row), Qt::LeftButton, Qt::ControlModifier);
+            }
+        }
+    }
+    QStringList selectedTexts() const {
+        QStringList texts;
+        for (const QModelIndex& index : list->selectionModel()->selectedRows()) {
+            texts << index.data().toString();
+        }
+        texts.sort();
+        return texts;
+    }
+    // Makes the local copies of some of the report's files.
+    void makeLocalFiles(const QStringList& relativePaths) {
+        for (const QString& path : relativePaths) {
+            const QString file = QDir(music).filePath(path);
+            QVERIFY(QDir().mkpath(QFileInfo(file).path()));
+            QFile f(file);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+        }
+    }
+    void mapToMusic() { write(settings::PathMap, QStringLiteral("C:\\Music=") + music); }
+    // The next modal dialog of this kind gets the text typed into its line edit and is accepted.
+    void answerNextDialog(const char* dialogName, const char* editName, const QString& text) {
+        QTimer::singleShot(0, [=] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            QCOMPARE(dialog->objectName(), QLatin1StringView(dialogName));
+            auto* edit = dialog->findChild<QLineEdit*>(QLatin1StringView(editName));
+            QVERIFY(edit);
+            edit->selectAll();
+            QTest::keyClicks(edit, text);
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+    }
+};
+
+QByteArray contentsOf(const QString& file) {
+    QFile f(file);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+} // namespace
+
+class tst_EditActions : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void menus_data();
+    void menus();
+    void translatedMenus();
+    void enabledWithASelection();
+    void copy();
+    void exportFormats_data();
+    void exportFormats();
+    void exportWithoutSelection();
+    void pathMapAskedOnce();
+    void tagEditor_data();
+    void tagEditor();
+    void noTagEditor();
+    void selectMatching_data();
+    void selectMatching();
+    void selectAllShowsInThePanel();
+};
+
+void tst_EditActions::menus_data() {
+    QTest::addColumn<QString>("menu");
+    QTest::addColumn<QStringList>("items");
+    QTest::addColumn<QStringList>("shortcuts");
+
+    QTest::newRow("File") << "mnuFile"
+                          << QStringList{"submnuOpen", "submnuExport", "submnuOpenWith", "submnuExit"}
+                          << QStringList{"Ctrl+O", "Ctrl+E", "Ctrl+T", "Ctrl+Q"};
+    QTest::newRow("Edit") << "mnuEdit" << QStringList{"submnuCopy", "submnuSelectAll", "submnuSelectMatching"}
+                          << QStringList{"Ctrl+C", "Ctrl+A", "Ctrl+F"};
+}
+
+void tst_EditActions::menus() {
+    QFETCH(QString, menu);
+    QFETCH(QStringList, items);
+    QFETCH(QStringList, shortcuts);
+
+    Editing e;
+    QStringList names;
+    QStringList keys;
+    for (QAction* action : e.child<QMenu>(qPrintable(menu))->actions()) {
+        if (!action->isSeparator()) {
+            names << action->objectName();
+            keys << action->shortcut().toString();
+        }
+    }
+    QCOMPARE(names, items);
+    QCOMPARE(keys, shortcuts);
+    // Edit sits between File and Tools.
+    QStringList bar;
+    for (QAction* action : e.window.menuBar()->actions()) {
+        bar << action->objectName();
+    }
+    QCOMPARE(bar, (QStringList{"mnuFile", "mnuEdit", "mnuTools", "mnuHelp"}));
+}
+
+void tst_EditActions::translatedMenus() {
+    globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/Deutsch.ini");
+    Editing e;
+    globals().LanguageFile.clear();
+    QCOMPARE(e.child<QMenu>("mnuEdit")->title(), QStringLiteral("&Bearbeiten"));
+    QCOMPARE(e.child<QAction>("submnuCopy")->text(), QStringLiteral("&Kopieren"));
+    QCOMPARE(e.child<QAction>("submnuSelectMatching")->text(), QStringLiteral("&Passende auswählen…"));
+    QCOMPARE(e.child<QAction>("submnuExport")->text(), QStringLiteral("&Exportieren…"));
+    QCOMPARE(e.child<QAction>("submnuOpenWith")->text(), QStringLiteral("Im &Tag-Editor öffnen"));
+
+    // Without a language file, the English texts.
+    Editing english;
+    QCOMPARE(english.child<QAction>("submnuSelectMatching")->text(), QStringLiteral("Select &Matching…"));
+    QCOMPARE(english.child<QAction>("submnuOpenWith")->text(), QStringLiteral("Open in &Tag Editor"));
+}
+
+void tst_EditActions::enabledWithASelection() {
+    Editing e;
+    const auto enabled = [&e](const char* name) { return e.child<QAction>(name)->isEnabled(); };
+    // Nothing listed yet.
+    QVERIFY(!enabled("submnuCopy") && !enabled("submnuOpenWith") && !enabled("submnuExport"));
+    QVERIFY(!enabled("submnuSelectAll") && !enabled("submnuSelectMatching"));
+
+    e.activate("ID3v2");
+    QVERIFY(!enabled("submnuCopy") && !enabled("submnuOpenWith"));
+    QVERIFY(enabled("submnuExport") && enabled("submnuSelectAll") && enabled("submnuSelectMatching"));
+
+    e.select({kWaterloo});
+    QVERIFY(enabled("submnuCopy") && enabled("submnuOpenWith") && enabled("submnuExport"));
+    e.list->clearSelection();
+    QVERIFY(!enabled("submnuCopy") && !enabled("submnuOpenWith"));
+}
+
+void tst_EditActions::copy() {
+    Editing e;
+    e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
+    e.mapToMusic();
+    e.activate("ID3v2");
+    e.select({kWaterloo, kLive, kTrack});
+    e.list->setFocus();
+    QTest::keyClick(e.list, Qt::Key_C, Qt::ControlModifier);
+
+    const QMimeData* copied = QApplication::clipboard()->mimeData();
+    QVERIFY(copied);
+    QCOMPARE(copied->text(), kWaterloo + u'\n' + kLive + u'\n' + kTrack);
+    // Only the files that are here, mapped, as URLs a file manager takes.
+    QCOMPARE(copied->urls(), (QList<QUrl>{QUrl::fromLocalFile(e.music + "/Abba/Waterloo.mp3"),
+                                          QUrl::fromLocalFile(e.music + "/Queen/\"Live\" at Wembley.mp3")}));
+
+    // None of them here: plain text only.
+    e.select({kTrack});
+    e.trigger("submnuCopy");
+    QCOMPARE(QApplication::clipboard()->mimeData()->text(), kTrack);
+    QVERIFY(!QApplication::clipboard()->mimeData()->hasUrls());
+}
+
+void tst_EditActions::exportFormats_data() {
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QStringList>("selected"); // none: the kind's files
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<int>("filterIndex");
+    QTest::addColumn<QString>("written");
+    QTest::addColumn<QByteArray>("expected"); // MUSIC stands for the local music folder
+
+    QTest::newRow("playlist: a double quote, one file outside the mapping")
+        << "ID3v2" << QStringList{kLive, kTrack} << "out.m3u8" << 1 << "out.m3u8"
+        << QByteArray("#EXTM3U\n"
+                      "#EXTINF:-1,\"Live\" at Wembley.mp3\nMUSIC/Queen/\"Live\" at Wembley.mp3\n"
+                      "#EXTINF:-1,Track01.mp3\nD:\\Elsewhere\\Track01.mp3\n");
+    QTest::newRow("csv by its extension: a comma, a folder that only starts the same")
+        << "ID3v1" << QStringList() << "out.csv" << 1 << "out.csv"
+        << QByteArray("Ordinal,Kind,Problem,Path\r\n"
+                      "2,ID3v1,ID3v1 not found,\"MUSIC/Crosby, Stills & Nash/Suite.mp3\"\r\n"
+                      "6,ID3v1,ID3v1 not found,C:\\Musical\\Cats\\Memory.mp3\r\n");
+    QTest::newRow("csv: quotes doubled")
+        << "ID3v2" << QStringList{kLive} << "quote.csv" << 1 << "quote.csv"
+        << QByteArray("Ordinal,Kind,Problem,Path\r\n"
+                      "3,ID3v2,ID3v2 Not found,\"MUSIC/Queen/\"\"Live\"\" at "
+                      "Wembley.mp3\"\r\n");
+    QTest::newRow("text by the chosen filter: non-ASCII letters, mapped whatever their case")
+        << "ID3v0" << QStringList() << "out" << 3 << "out.txt"
+        << QByteArray("MUSIC/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
+}
+
+void tst_EditActions::exportFormats() {
+    QFETCH(QString, kind);
+    QFETCH(QStringList, selected);
+    QFETCH(QString, fileName);
+    QFETCH(int, filterIndex);
+    QFETCH(QString, written);
+    QFETCH(QByteArray, expected);
+
+    Editing e;
+    e.mapToMusic();
+    e.activate(qPrintable(kind));
+    if (!selected.isEmpty()) {
+        e.select(selected);
+    }
+    QStringList filters;
+    e.dialogs->setChooser([&](const CommonDialog& request) {
+        filters << request.Filter;
+        // The user picks a filter in the dialog.
+        const_cast<CommonDialog&>(request).FilterIndex = filterIndex;
+        return e.home.filePath(fileName);
+    });
+    e.trigger("submnuExport");
+    QCOMPARE(e.messages, QStringList());
+    QCOMPARE(filters.size(), 1);
+    QVERIFY(filters.first().contains("*.m3u8") && filters.first().contains("*.csv") &&
+            filters.first().contains("*.txt"));
+    QCOMPARE(contentsOf(e.home.filePath(written)), expected.replace("MUSIC", QFile::encodeName(e.music)));
+}
+
+void tst_EditActions::exportWithoutSelection() {
+    Editing e;
+    write(settings::PathMap, QString()); // paths as they stand
+    e.activate("ID3v1");
+    QVERIFY(!e.list->selectionModel()->hasSelection());
+    e.dialogs->setChooser([&](const CommonDialog&) { return e.home.filePath("kind.txt"); });
+    e.trigger("submnuExport");
+    QCOMPARE(contentsOf(e.home.filePath("kind.txt")), (kSuite + u'\n' + kMemory + u'\n').toUtf8());
+
+    // A file that cannot be written: said, and nothing else is touched.
+    e.dialogs->setChooser([&](const CommonDialog&) { return e.home.filePath("no/such/folder/kind.txt"); });
+    e.trigger("submnuExport");
+    QCOMPARE(e.messages.size(), 1);
+    QVERIFY2(e.messages.first().startsWith("The files could not be exported to"),
+             qPrintable(e.messages.first()));
+}
+
+void tst_EditActions::pathMapAskedOnce() {
+    Editing e;
+    e.makeLocalFiles({"Abba/Waterloo.mp3"});
+    e.activate("ID3v2");
+    e.select({kWaterloo, kLive});
+    QStringList titles;
+    e.dialogs->setChooser([&](const CommonDialog& request) {
+        titles << request.DialogTitle;
+        return request.DialogTitle == "PathMap" ? QStringLiteral("c:/music=") + e.music
+                                                : e.home.filePath("a.txt");
+    });
+    e.trigger("submnuExport");
+    QCOMPARE(titles, (QStringList{"PathMap", "Export"}));
+    QCOMPARE(read(settings::PathMap), QStringLiteral("c:\\music=") + e.music);
+    QCOMPARE(contentsOf(e.home.filePath("a.txt")),
+             (e.music + "/Abba/Waterloo.mp3\n" + e.music + "/Queen/\"Live\" at Wembley.mp3\n").toUtf8());
+
+    // Remembered: the next export does not ask.
+    e.trigger("submnuExport");
+    QCOMPARE(titles, (QStringList{"PathMap", "Export", "Export"}));
+
+    // Through the real dialog, in another folder: "Use the paths as they stand" is remembered too.
+    Editing other;
+    other.activate("ID3v2");
+    other.select({kWaterloo});
+    QTimer::singleShot(0, [] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        QCOMPARE(dialog->objectName(), QStringLiteral("frmPathMap"));
+        QCOMPARE(dialog->findChild<QLineEdit*>("txtWindowsFolder")->text(),
+                 QStringLiteral("C:\\Music\\Abba"));
+        dialog->findChild<QPushButton*>("cmdAsTheyStand")->click();
+    });
+    // The save dialog itself is answered by a chooser installed once the question is on screen.
+    bool asked = false;
+    QTimer::singleShot(0, [&] {
+        asked = true;
+        other.dialogs->setChooser([&](const CommonDialog&) { return other.home.filePath("b.txt"); });
+    });
+    other.trigger("submnuExport");
+    QVERIFY(asked);
+    QVERIFY(isStored(settings::PathMap));
+    QCOMPARE(read(settings::PathMap), QString());
+    QCOMPARE(contentsOf(other.home.filePath("b.txt")), (kWaterloo + u'\n').toUtf8());
+}
+
+void tst_EditActions::tagEditor_data() {
+    QTest::addColumn<QStringList>("selected");
+    QTest::addColumn<QStringList>("arguments"); // relative to the music folder
+    QTest::addColumn<QString>("message");       // its start, or empty
+
+    QTest::newRow("all here") << QStringList{kWaterloo, kLive}
+                              << QStringList{"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"} << "";
+    QTest::newRow("one missing")
+        << QStringList{kWaterloo, kTrack} << QStringList{"Abba/Waterloo.mp3"}
+        << "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
+           "editor was started with the other file.";
+    QTest::newRow("none here")
+        << QStringList{kTrack} << QStringList()
+        << "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
+           "editor was not started.";
+}
+
+void tst_EditActions::tagEditor() {
+    QFETCH(QStringList, selected);
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, message);
+
+    Editing e;
+    e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
+    e.mapToMusic();
+    // A fake kid3 on PATH writes its arguments, one per line, once it has them all.
+    const QString bin = e.home.filePath("bin");
+    QVERIFY(QDir().mkpath(bin));
+    const QString record = e.home.filePath("arguments.txt");
+    QFile script(bin + "/kid3");
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write("#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\"; done > \"" +
+                 QFile::encodeName(record) + ".part\"\nmv \"" + QFile::encodeName(record) + ".part\" \"" +
+                 QFile::encodeName(record) + "\"\n");
+    script.close();
+    QVERIFY(script.setPermissions(script.permissions() | QFileDevice::ExeOwner));
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(bin) + ':' + path);
+
+    e.activate("ID3v2");
+    e.select(selected);
+    e.trigger("submnuOpenWith");
+    qputenv("PATH", path);
+
+    QCOMPARE(e.messages.isEmpty() ? QString() : e.messages.first(), message);
+    QCOMPARE(e.messages.size(), message.isEmpty() ? 0 : 1);
+    if (arguments.isEmpty()) {
+        QTest::qWait(200);
+        QVERIFY(!QFile::exists(record));
+        return;
+    }
+    QTRY_VERIFY(QFile::exists(record));
+    QByteArray expected;
+    for (const QString& argument : arguments) {
+        expected += QFile::encodeName(e.music + u'/' + argument) + '\n';
+    }
+    QCOMPARE(contentsOf(record), expected);
+}
+
+void tst_EditActions::noTagEditor() {
+    Editing e;
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(e.home.filePath("empty")));
+    e.activate("ID3v2");
+    e.select({kWaterloo});
+    e.trigger("submnuOpenWith");
+    qputenv("PATH", path);
+    QCOMPARE(e.messages.size(), 1);
+    QVERIFY2(e.messages.first().startsWith("No tag editor was found.") &&
+                 e.messages.first().contains("TagEditor=kid3 %F"),
+             qPrintable(e.messages.first()));
+}
+
+void tst_EditActions::selectMatching_data() {
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QStringList>("selected");
+    QTest::addColumn<QString>("message");
+
+    QTest::newRow("part of the path") << "QUEEN" << QStringList{kLive} << "";
+    QTest::newRow("wildcard on the file name") << "track??.mp3" << QStringList{kTrack} << "";
+    QTest::newRow("wildcard over the path") << "c:\\music\\*" << QStringList{kWaterloo, kLive} << "";
+    QTest::newRow("nothing matches")
+        << "zappa" << QStringList{kWaterloo}
+        << "No file in the list matches \"zappa\"; the selection stays as it was.";
+    QTest::newRow("empty") << "   " << QStringList{kWaterloo} << "Type a part";
+}
+
+void tst_EditActions::selectMatching() {
+    QFETCH(QString, pattern);
+    QFETCH(QStringList, selected);
+    QFETCH(QString, message);
+
+    Editing e;
+    e.activate("ID3v2");
+    e.select({kWaterloo});
+    QTRY_VERIFY(!e.child<QTimer>("ShowSelectedItems")->isActive());
+    e.answerNextDialog("frmSelectMatching", "txtPattern", pattern);
+    e.list->setFocus();
+    QTest::keyClick(e.list, Qt::Key_F, Qt::ControlModifier);
+
+    QCOMPARE(e.selectedTexts(), selected);
+    if (message.isEmpty()) {
+        QCOMPARE(e.messages, QStringList());
+        // The panel shows the new selection as it shows any other.
+        QVERIFY(e.child<QTimer>("ShowSelectedItems")->isActive());
+    } else {
+        QCOMPARE(e.messages.size(), 1);
+        QVERIFY2(e.messages.first().startsWith(message), qPrintable(e.messages.first()));
+    }
+}
+
+void tst_EditActions::selectAllShowsInThePanel() {
+    Editing e;
+    e.activate("ID3v2");
+    e.tree->setFocus();
+    QTest::keyClick(&e.window, Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(e.selectedTexts(), (QStringList{kWaterloo, kLive, kTrack}));
+    QVERIFY(e.child<QTimer>("ShowSelectedItems")->isActive());
+    QTRY_VERIFY(e.child<CaptionLabel>("WebItemType")->caption().startsWith("3 id3v2 not founds selected."));
+}
+
+QTEST_MAIN(tst_EditActions)
+#include "tst_editactions.moc"

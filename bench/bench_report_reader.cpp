@@ -1,6 +1,8 @@
 #include "BenchmarkRatio.h"
+#include "cli/ReportCommand.h"
 #include "report/ReportReader.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -79,8 +81,41 @@ void BM_ReadReportFromFile(benchmark::State& state) {
     state.SetBytesProcessed(state.iterations() * bytes.size());
 }
 
+// "zentoria-report diff" on two of the largest reports: the newer one has every path in capitals (so
+// every file matches only without regard to case), a third of the files fixed and as many new ones.
+void BM_DiffLargestReports(benchmark::State& state) {
+    QTemporaryDir dir;
+    const QString oldFile = dir.filePath(QStringLiteral("old.vzt"));
+    const QString newFile = dir.filePath(QStringLiteral("new.vzt"));
+    QByteArray newer = largestReport();
+    newer.replace("C:\\Music\\Artist", "c:\\MUSIC\\ARTIST");
+    newer.replace("Track title 1", "Another title 1"); // about a third of the paths change
+    for (const auto& [name, bytes] : {std::pair{oldFile, largestReport()}, std::pair{newFile, newer}}) {
+        QFile file(name);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
+            state.SkipWithError("cannot write the reports");
+            return;
+        }
+    }
+    int status = 0;
+    QBuffer out;
+    for (auto _ : state) {
+        QBuffer err;
+        out.setData({});
+        out.open(QIODevice::WriteOnly);
+        err.open(QIODevice::WriteOnly);
+        status = cli::writeDiff(oldFile, newFile, true, out, err);
+        out.close();
+    }
+    // Something is new, and the files whose paths only changed case are still there.
+    if (status != cli::kExitDamaged || !out.data().contains("\"still\":[{")) {
+        state.SkipWithError("the comparison did not find what changed");
+    }
+}
+
 } // namespace
 
+BENCHMARK(BM_DiffLargestReports)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReadReport)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_ReadReportFromFile)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_MemchrFloor)->Unit(benchmark::kMicrosecond);

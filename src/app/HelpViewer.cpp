@@ -2,6 +2,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QKeySequence>
+#include <QShortcut>
 #include <QTextBrowser>
 #include <QUrl>
 
@@ -20,6 +22,12 @@ void showHelpContents(QWidget* owner, const QString& helpFile) {
         viewer->setWindowTitle(QStringLiteral("Zentoria Help"));
         viewer->setOpenExternalLinks(true);
         viewer->resize(640, 560);
+        // A window that only shows text closes with the keys such windows close with.
+        for (const QKeySequence& key : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
+            auto* close = new QShortcut(key, viewer);
+            close->setContext(Qt::WindowShortcut);
+            QObject::connect(close, &QShortcut::activated, viewer, &QWidget::close);
+        }
     }
     const QString resource = helpResourceFor(helpFile);
     if (QFile::exists(resource)) {

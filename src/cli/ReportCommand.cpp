@@ -6,6 +6,7 @@
 #include "report/ReportReader.h"
 
 #include <QFile>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -19,6 +20,7 @@ namespace {
 const char kUsage[] =
     "Usage: zentoria-report list [--json] REPORT\n"
     "       zentoria-report check REPORT\n"
+    "       zentoria-report diff [--json] OLD NEW\n"
     "       zentoria-report export [--kind ID3v1|ID3v2|ID3v0] [--format m3u8|csv|txt]\n"
     "                              [--map 'C:\\Music=/media/music'] REPORT\n"
     "\n"
@@ -27,6 +29,9 @@ const char kUsage[] =
     "  list      one line per problem file: ORDINAL<TAB>CODE<TAB>PATH\n"
     "  --json    list as one JSON object instead\n"
     "  check     one summary line: outcome, files per problem, skipped records\n"
+    "  diff      compares two reports: files fixed since OLD, new problems, and files still\n"
+    "            broken (with their kind now), one per line: fixed|new|still<TAB>CODE<TAB>PATH;\n"
+    "            paths match without regard to letter case, as Windows paths do\n"
     "  export    the problem files as a playlist (m3u8, the default), as CSV (ordinal, kind code,\n"
     "            problem, path) or as plain text (one path per line), in UTF-8\n"
     "  --kind    export only the files with this problem\n"
@@ -36,7 +41,8 @@ const char kUsage[] =
     "  --        ends the options: what follows is the report, even when it starts with '-'\n"
     "\n"
     "Exit status: 0 report read to its closing line, 1 report damaged or cut short (for check,\n"
-    "also when records were skipped), 2 usage error or unreadable file.\n";
+    "also when records were skipped), 2 usage error or unreadable file. For diff: 0 when\n"
+    "nothing is new, 1 when something is, 2 for a usage error or a report that cannot be read.\n";
 
 int usageError(QIODevice& err, const QString& message) {
     err.write("zentoria-report: " + message.toUtf8() + "\nTry 'zentoria-report --help'.\n");
@@ -191,6 +197,99 @@ int writeExport(QIODevice& report, const QString& name, const ExportRequest& req
     return reportOutcome(result, report, name, files, err) ? kExitRead : kExitDamaged;
 }
 
+namespace {
+
+// One report read whole for a comparison; false, with the reason on err, when it cannot be.
+bool readWhole(const QString& fileName, ReportReadResult& result, QIODevice& err) {
+    QFile report(fileName);
+    QString why;
+    if (!openRegularFile(report, why)) {
+        err.write("zentoria-report: cannot open \"" + fileName.toUtf8() + "\": " + why.toUtf8() + '\n');
+        return false;
+    }
+    DeviceLineSource source(report);
+    result = ReadReport(source);
+    if (source.hadReadError()) {
+        err.write("zentoria-report: reading \"" + fileName.toUtf8() +
+                  "\" failed: " + report.errorString().toUtf8() + '\n');
+        return false;
+    }
+    if (result.Outcome == Outcome::Corrupted) {
+        err.write("zentoria-report: " + fileName.toUtf8() + ": not a Melvadex report\n");
+        return false;
+    }
+    if (const QString problems = result.describeProblems(); !problems.isEmpty()) {
+        err.write("zentoria-report: " + fileName.toUtf8() + ": " + problems.toUtf8() + '\n');
+    }
+    return true;
+}
+
+// Windows compares paths without regard to letter case; blanks around a report's path are no part of it.
+QString pathKey(const QString& path) {
+    return path.trimmed().toCaseFolded();
+}
+
+} // namespace
+
+ReportDiff compareReports(const QList<ReportEntry>& oldEntries, const QList<ReportEntry>& newEntries) {
+    QHash<QString, qsizetype> inOld;
+    inOld.reserve(oldEntries.size());
+    for (qsizetype i = 0; i < oldEntries.size(); ++i) {
+        inOld.insert(pathKey(oldEntries[i].Path), i); // a later duplicate stands for both
+    }
+    ReportDiff diff;
+    QList<bool> seen(oldEntries.size(), false);
+    for (const ReportEntry& entry : newEntries) {
+        const auto found = inOld.constFind(pathKey(entry.Path));
+        if (found == inOld.cend()) {
+            diff.added << entry;
+        } else {
+            diff.still << entry;
+            seen[*found] = true;
+        }
+    }
+    for (qsizetype i = 0; i < oldEntries.size(); ++i) {
+        if (!seen[i] && inOld.value(pathKey(oldEntries[i].Path)) == i) {
+            diff.fixed << oldEntries[i];
+        }
+    }
+    return diff;
+}
+
+int writeDiff(const QString& oldFile, const QString& newFile, bool json, QIODevice& out, QIODevice& err) {
+    ReportReadResult oldReport;
+    ReportReadResult newReport;
+    if (!readWhole(oldFile, oldReport, err) || !readWhole(newFile, newReport, err)) {
+        return kExitUnreadable;
+    }
+    const ReportDiff diff = compareReports(oldReport.Entries, newReport.Entries);
+    if (json) {
+        const auto items = [](const QList<ReportEntry>& entries) {
+            QJsonArray array;
+            for (const ReportEntry& entry : entries) {
+                array.append(QJsonObject{{QStringLiteral("path"), entry.Path},
+                                         {QStringLiteral("code"), kindCode(entry.Kind)}});
+            }
+            return array;
+        };
+        out.write(compact({{QStringLiteral("fixed"), items(diff.fixed)},
+                           {QStringLiteral("new"), items(diff.added)},
+                           {QStringLiteral("still"), items(diff.still)}}) +
+                  '\n');
+    } else {
+        const auto lines = [&out](const char* what, const QList<ReportEntry>& entries) {
+            for (const ReportEntry& entry : entries) {
+                out.write(QByteArray(what) + '\t' + kindCode(entry.Kind).toUtf8() + '\t' +
+                          entry.Path.toUtf8() + '\n');
+            }
+        };
+        lines("fixed", diff.fixed);
+        lines("new", diff.added);
+        lines("still", diff.still);
+    }
+    return diff.added.isEmpty() ? kExitRead : kExitDamaged;
+}
+
 int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& err) {
     bool help = false;
     bool version = false;
@@ -262,14 +361,14 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         return kExitRead;
     }
     if (words.isEmpty()) {
-        return usageError(err, QStringLiteral("missing command (list, check or export)"));
+        return usageError(err, QStringLiteral("missing command (list, check, diff or export)"));
     }
     const QString command = words.takeFirst();
     if (command != QStringLiteral("list") && command != QStringLiteral("check") &&
-        command != QStringLiteral("export")) {
+        command != QStringLiteral("export") && command != QStringLiteral("diff")) {
         return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
     }
-    if (json && command != QStringLiteral("list")) {
+    if (json && command != QStringLiteral("list") && command != QStringLiteral("diff")) {
         unknownOption = QStringLiteral("--json");
     }
     if (!exportOptions.isEmpty() && command != QStringLiteral("export") && unknownOption.isEmpty()) {
@@ -280,6 +379,12 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
     }
     if (!badValue.isEmpty()) {
         return usageError(err, badValue);
+    }
+    if (command == QStringLiteral("diff")) {
+        if (words.size() != 2) {
+            return usageError(err, QStringLiteral("name two reports, the old one first"));
+        }
+        return writeDiff(words.at(0), words.at(1), json, out, err);
     }
     if (words.size() != 1) {
         return usageError(err, QStringLiteral("name exactly one report"));

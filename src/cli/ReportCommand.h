@@ -41,4 +41,17 @@ struct ExportRequest {
 int writeExport(QIODevice& report, const QString& name, const ExportRequest& request, QIODevice& out,
                 QIODevice& err);
 
+// Two reports compared by path, letter case aside: what is only in the old one, only in the new one,
+// and in both (as the new one has it). Linear in the reports' sizes.
+struct ReportDiff {
+    QList<ReportEntry> fixed; // in the old report's order
+    QList<ReportEntry> added; // in the new report's order
+    QList<ReportEntry> still; // in the new report's order
+};
+ReportDiff compareReports(const QList<ReportEntry>& oldEntries, const QList<ReportEntry>& newEntries);
+
+// Prints the comparison of two report files. Exit status 0 when nothing is new, 1 when something is,
+// 2 when a report cannot be read.
+int writeDiff(const QString& oldFile, const QString& newFile, bool json, QIODevice& out, QIODevice& err);
+
 } // namespace zentoria::cli

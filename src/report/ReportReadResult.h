@@ -26,6 +26,9 @@ struct ReportReadResult {
     // EndedEarly: the line that was still expected. TooManyRecords: the first line not read as part
     // of a record. 0 otherwise.
     qint64 StopLine = 0;
+    // Loaded and NoProblems: what the closing line says after "Date of creation:", blanks trimmed
+    // ("23.11.2026 21:14"). Empty otherwise.
+    QString CreationDate;
 
     // Explains what went wrong beyond the report's own outcomes (EndedEarly, TooManyRecords, skipped
     // records), in sentences for a person; empty when nothing did.

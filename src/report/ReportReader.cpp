@@ -104,12 +104,21 @@ public:
     }
 
 private:
+    void keepCreationDate() {
+        const std::string_view line(m_line.bytes.data(), size_t(m_line.bytes.size()));
+        const std::string_view date = line.substr(line.find(kMarker) + kMarker.size());
+        const QByteArrayView bytes(date.data(), qsizetype(date.size()));
+        // A date is digits and dots; whatever else a closing line holds is decoded as the paths are.
+        m_result.CreationDate = (isAscii(bytes) ? QString::fromLatin1(bytes) : decoder()(bytes)).trimmed();
+    }
+
     Outcome readRecords() {
         for (int record = 1;; ++record) {
             if (!read()) {
                 return stopEarly();
             }
             if (isClosingLine(m_line)) {
+                keepCreationDate();
                 return Outcome::Loaded;
             }
             if (record > kMaxRecords) {
@@ -131,6 +140,7 @@ private:
             ProblemKind kind{};
             const Detail detail = classify(m_line, kind);
             if (detail != Detail::Kind && isClosingLine(m_line)) {
+                keepCreationDate();
                 return Outcome::NoProblems;
             }
             if (detail == Detail::Outside) {

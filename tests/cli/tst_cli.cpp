@@ -59,6 +59,8 @@ private Q_SLOTS:
     void unreadableReportInJson_data();
     void unreadableReportInJson();
     void optionsEnd();
+    void diff_data();
+    void diff();
     void exportFiles_data();
     void exportFiles();
     void outputStreamsInBoundedMemory();
@@ -294,6 +296,83 @@ void tst_Cli::optionsEnd() {
     const Run unknown = runTool({"check", "-mixed.vzt"}, m_dir.path());
     QCOMPARE(unknown.exitCode, 2);
     QVERIFY(unknown.err.contains("unknown option '-mixed.vzt'"));
+}
+
+void tst_Cli::diff_data() {
+    QTest::addColumn<QByteArray>("oldReport");
+    QTest::addColumn<QByteArray>("newReport");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("expected");
+
+    const QByteArray old = ReportBuilder()
+                               .start()
+                               .record("C:\\Music\\a.mp3", zentoria::kDetailID3v1)
+                               .record("C:\\Music\\b.mp3", zentoria::kDetailID3v2)
+                               .record("C:\\Music\\Caf\xC3\xA9.mp3", zentoria::kDetailID3v2)
+                               .closing()
+                               .bytes();
+    const QByteArray newer =
+        ReportBuilder()
+            .start()
+            .record("c:\\MUSIC\\CAF\xC3\x89.MP3", zentoria::kDetailID3v0) // same file, now no tags
+            .record("C:\\Music\\d.mp3", zentoria::kDetailID3v1)
+            .record("C:\\Music\\A.mp3", zentoria::kDetailID3v1)
+            .closing()
+            .bytes();
+    QTest::newRow("fixed, new and still, letter case aside")
+        << old << newer << QStringList() << 1
+        << QByteArray("fixed\tID3v2\tC:\\Music\\b.mp3\n"
+                      "new\tID3v1\tC:\\Music\\d.mp3\n"
+                      "still\tID3v0\tc:\\MUSIC\\CAF\xC3\x89.MP3\n"
+                      "still\tID3v1\tC:\\Music\\A.mp3\n");
+    QTest::newRow("json")
+        << old << newer << QStringList{"--json"} << 1
+        << QByteArray("{\"fixed\":[{\"code\":\"ID3v2\",\"path\":\"C:\\\\Music\\\\b.mp3\"}],"
+                      "\"new\":[{\"code\":\"ID3v1\",\"path\":\"C:\\\\Music\\\\d.mp3\"}],"
+                      "\"still\":[{\"code\":\"ID3v0\",\"path\":\"c:\\\\MUSIC\\\\CAF\xC3\x89.MP3\"},"
+                      "{\"code\":\"ID3v1\",\"path\":\"C:\\\\Music\\\\A.mp3\"}]}\n");
+    QTest::newRow("nothing new") << old
+                                 << ReportBuilder()
+                                        .start()
+                                        .record("C:\\Music\\a.mp3", zentoria::kDetailID3v1)
+                                        .record("C:\\Music\\Caf\xC3\xA9.mp3", zentoria::kDetailID3v2)
+                                        .closing()
+                                        .bytes()
+                                 << QStringList() << 0
+                                 << QByteArray("fixed\tID3v2\tC:\\Music\\b.mp3\n"
+                                               "still\tID3v1\tC:\\Music\\a.mp3\n"
+                                               "still\tID3v2\tC:\\Music\\Caf\xC3\xA9.mp3\n");
+    QTest::newRow("everything fixed")
+        << old << ReportBuilder().start().closing().bytes() << QStringList() << 0
+        << QByteArray("fixed\tID3v1\tC:\\Music\\a.mp3\n"
+                      "fixed\tID3v2\tC:\\Music\\b.mp3\n"
+                      "fixed\tID3v2\tC:\\Music\\Caf\xC3\xA9.mp3\n");
+    QTest::newRow("the new one is no report")
+        << old << QByteArray("hello\r\n") << QStringList() << 2 << QByteArray();
+}
+
+void tst_Cli::diff() {
+    QFETCH(QByteArray, oldReport);
+    QFETCH(QByteArray, newReport);
+    QFETCH(QStringList, options);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, expected);
+
+    for (const auto& [name, bytes] : {std::pair{"old.vzt", oldReport}, std::pair{"new.vzt", newReport}}) {
+        QFile file(m_dir.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(bytes);
+    }
+    const Run run = runTool(QStringList{"diff"} + options +
+                            QStringList{m_dir.filePath("old.vzt"), m_dir.filePath("new.vzt")});
+    QCOMPARE(run.exitCode, exitCode);
+    if (exitCode == 2) {
+        QVERIFY(run.err.contains("not a Melvadex report"));
+        QCOMPARE(run.out, QByteArray());
+        return;
+    }
+    QCOMPARE(run.out, expected);
 }
 
 void tst_Cli::exportFiles_data() {

@@ -122,9 +122,9 @@ void tst_EditActions::menus_data() {
     QTest::addColumn<QStringList>("items");
     QTest::addColumn<QStringList>("shortcuts");
 
-    QTest::newRow("File") << "mnuFile"
-                          << QStringList{"submnuOpen", "submnuExport", "submnuOpenWith", "submnuExit"}
-                          << QStringList{"Ctrl+O", "Ctrl+E", "Ctrl+T", "Ctrl+Q"};
+    QTest::newRow("File") << "mnuFile" << QStringList{"submnuOpen",   "mnuRecent",      "submnuReload",
+                                                      "submnuExport", "submnuOpenWith", "submnuExit"}
+                          << QStringList{"Ctrl+O", "", "F5", "Ctrl+E", "Ctrl+T", "Ctrl+Q"};
     QTest::newRow("Edit") << "mnuEdit" << QStringList{"submnuCopy", "submnuSelectAll", "submnuSelectMatching"}
                           << QStringList{"Ctrl+C", "Ctrl+A", "Ctrl+F"};
 }

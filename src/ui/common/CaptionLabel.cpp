@@ -33,6 +33,8 @@ void CaptionLabel::setCaption(const QString& caption) {
     const bool changed = caption != m_caption;
     m_caption = caption;
     setText(displayText(caption));
+    // A screen reader speaks what is shown.
+    setAccessibleName(text());
     m_wrappedWidth = -1;
     fitToCaption();
     if (changed) {

@@ -4,6 +4,7 @@
 
 #include <QFileDialog>
 #include <QStringList>
+#include <QUrl>
 
 namespace zentoria {
 
@@ -14,7 +15,24 @@ bool CommonDialog::ShowOpen(QWidget* parent) {
     if (m_chooser) {
         FileName = m_chooser(*this);
     } else {
-        FileName = QFileDialog::getOpenFileName(parent, DialogTitle, InitDir, toQtFilter(Filter));
+        // Qt's own dialog, whatever the desktop's, so that the sidebar and the size are ours to set.
+        QFileDialog dialog(parent, DialogTitle, InitDir, toQtFilter(Filter));
+        dialog.setOption(QFileDialog::DontUseNativeDialog);
+        dialog.setFileMode(QFileDialog::ExistingFile);
+        dialog.setAcceptMode(QFileDialog::AcceptOpen);
+        dialog.setViewMode(QFileDialog::Detail);
+        QList<QUrl> sidebar;
+        for (const QString& folder : SidebarFolders) {
+            if (const QUrl url = QUrl::fromLocalFile(folder); !sidebar.contains(url)) {
+                sidebar << url;
+            }
+        }
+        if (!sidebar.isEmpty()) {
+            dialog.setSidebarUrls(sidebar);
+        }
+        // Wide enough for the name, size, type and date columns side by side.
+        dialog.resize(dialog.sizeHint().expandedTo(QSize(860, 520)));
+        FileName = dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
     }
     return !FileName.isEmpty();
 }

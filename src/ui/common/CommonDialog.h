@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -28,6 +29,8 @@ public:
     QString InitDir;
     // The file chosen by the last ShowOpen() or ShowSave(); empty when it was cancelled.
     QString FileName;
+    // Folders the open dialog offers in its sidebar, first to last.
+    QStringList SidebarFolders;
     // 1-based: the filter the save dialog starts with, and after it the one the user chose.
     int FilterIndex = 1;
 

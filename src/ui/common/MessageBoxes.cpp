@@ -1,6 +1,7 @@
 #include "MessageBoxes.h"
 
 #include <QMessageBox>
+#include <QScreen>
 
 namespace zentoria {
 
@@ -17,7 +18,18 @@ void MessageBoxes::show(QWidget* parent, const QString& text) {
         m_answerer(text);
         return;
     }
-    create(parent, text)->exec();
+    const std::unique_ptr<QMessageBox> box = create(parent, text);
+    // Before the window is shown (a report that fails at start-up) it has no place to centre on yet:
+    // the message goes to the middle of the screen the window will open on, not to a corner.
+    if (parent && !parent->isVisible()) {
+        if (const QScreen* screen = parent->screen()) {
+            box->adjustSize();
+            QRect frame = box->frameGeometry();
+            frame.moveCenter(screen->availableGeometry().center());
+            box->move(frame.topLeft());
+        }
+    }
+    box->exec();
 }
 
 } // namespace zentoria

@@ -72,6 +72,7 @@ void frmMain::ItemClick(QWidget* Obj) {
         LV->setSingleColumn(QStringLiteral("File"), QStringLiteral("MP3"),
                             twipsToPixels(6500, logicalDpi(LV)));
         lblWebFolder->setCaption(nodes.text(selected));
+        updateTitleAndAddress();
     }
 
     // Without the MP3 image (the desktop may have none) the panel icon stays as it is.

@@ -10,7 +10,9 @@
 #include "ui/common/CommonDialog.h"
 #include "ui/common/ImageList.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QTimer>
 
@@ -60,6 +62,8 @@ void frmMain::OpenFile(QString& File) {
         }
     }
     resetPanelForNewReport();
+    m_report->setCreationDate(result.CreationDate);
+    reportOpened(File);
     if (result.Outcome == Outcome::NoProblems) {
         showMessage(QStringLiteral("The are no MP3 file with \"problems\" in this report."));
     }
@@ -120,6 +124,12 @@ void frmMain::submnuOpen_Click() {
                                    "versions) (*.txt)|*.txt");
     CMDlg->DialogTitle = QStringLiteral("Select the file to view");
     CMDlg->InitDir = GetAppPath();
+    // The user's reports are one click away: the folders of the recent ones, then the home folder.
+    CMDlg->SidebarFolders.clear();
+    for (const QString& report : recentReports()) {
+        CMDlg->SidebarFolders << QFileInfo(report).absolutePath();
+    }
+    CMDlg->SidebarFolders << QDir::homePath();
     if (CMDlg->ShowOpen(this)) {
         QString file = CMDlg->FileName;
         OpenFile(file);

@@ -1,5 +1,7 @@
 #include "ReportTreeModel.h"
 
+#include <QLocale>
+
 namespace zentoria {
 
 ReportTreeModel::ReportTreeModel(QObject* parent)
@@ -131,9 +133,30 @@ QVariant ReportTreeModel::data(const QModelIndex& index, int role) const {
         return m_nodes.isEntry(position) ? QVariant() : QVariant(m_folderIcon);
     case KeyRole:
         return m_nodes.key(position);
+    case Qt::ToolTipRole:
+        return toolTip(position);
     default:
         return {};
     }
+}
+
+QString ReportTreeModel::toolTip(int position) const {
+    // Entries have the delegate's tooltip, their whole path where the column cuts it.
+    if (m_nodes.isEntry(position)) {
+        return {};
+    }
+    const auto files = [](int count) {
+        return count == 1 ? QStringLiteral("1 file")
+                          : QStringLiteral("%1 files").arg(QLocale().toString(count));
+    };
+    if (m_nodes.parentPosition(position) != 0) {
+        return files(m_nodes.childCount(position));
+    }
+    QString tip = files(m_nodes.entryCount());
+    if (!m_creationDate.isEmpty()) {
+        tip += QStringLiteral(", created ") + m_creationDate;
+    }
+    return tip;
 }
 
 Qt::ItemFlags ReportTreeModel::flags(const QModelIndex& index) const {

@@ -42,6 +42,9 @@ public:
         ReportTreeModel& m_model;
     };
 
+    // What the report's closing line gives as its date of creation, for the root's tooltip.
+    void setCreationDate(const QString& date) { m_creationDate = date; }
+
     // The image of folder nodes (closed normally, open while selected); entries have none.
     void setFolderIcon(const QIcon& icon) { m_folderIcon = icon; }
 
@@ -59,6 +62,8 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
+    // A kind's file count ("16,383 files"), the root's total and date of creation.
+    QString toolTip(int position) const;
     // The children of a folder that views have been told about; the rest are still in a batch.
     int announcedChildren(int position) const;
     void announcePendingEntries();
@@ -68,6 +73,7 @@ private:
     QList<int> m_announced;
     bool m_batching = false;
     QIcon m_folderIcon;
+    QString m_creationDate;
 };
 
 } // namespace zentoria

@@ -18,6 +18,7 @@
 #include "ui/common/Twips.h"
 
 #include <QAction>
+#include <QFileSystemWatcher>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QMenuBar>
@@ -62,6 +63,10 @@ frmMain::frmMain(QWidget* parent)
     setWindowIcon(programIcon());
     createControls();
     createMenus();
+    describeForAssistiveTechnology();
+    m_watcher = new QFileSystemWatcher(this);
+    connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &frmMain::reportFileChanged);
+    setAcceptDrops(true);
     // Whatever changes the list or its selection may enable or disable the Edit and Export items.
     connect(LV->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmMain::updateEditActions);
     connect(LV->listModel(), &QAbstractItemModel::modelReset, this, &frmMain::updateEditActions);
@@ -272,6 +277,25 @@ QAction* frmMain::addMenuItem(QMenu* menu, const QString& name, const QString& c
     return action;
 }
 
+void frmMain::describeForAssistiveTechnology() {
+    TV->setAccessibleName(QStringLiteral("Problem kinds"));
+    TV->setAccessibleDescription(
+        QStringLiteral("The kinds of problem the report found; activating one lists its files."));
+    LV->setAccessibleName(QStringLiteral("Files"));
+    LV->setAccessibleDescription(QStringLiteral("The files with the activated kind of problem."));
+    pctWeb->setAccessibleName(QStringLiteral("Details"));
+    pctWeb->setAccessibleDescription(QStringLiteral("What is selected in the list."));
+    vsbBack->setAccessibleName(QStringLiteral("Scroll the details"));
+    vsbBack->setAccessibleDescription(
+        QStringLiteral("Scrolls the details panel when it is taller than the window."));
+    WEPath->setAccessibleDescription(QStringLiteral("The open report and the activated kind."));
+    SB->setAccessibleName(QStringLiteral("Status"));
+    // Tab goes tree, list, the details' scroll bar (while it shows), as a reader goes left to right.
+    vsbBack->setFocusPolicy(Qt::TabFocus);
+    setTabOrder(TV, LV);
+    setTabOrder(LV, vsbBack);
+}
+
 void frmMain::createMenus() {
     const auto addMenu = [this](const char* name, const QString& caption) {
         QMenu* menu = named(menuBar()->addMenu(caption), name);
@@ -281,6 +305,11 @@ void frmMain::createMenus() {
     mnuFile = addMenu("mnuFile", QStringLiteral("&File"));
     submnuOpen = addMenuItem(mnuFile, QStringLiteral("submnuOpen"), QStringLiteral("&Open"),
                              QKeySequence(Qt::CTRL | Qt::Key_O));
+    mnuRecent = named(mnuFile->addMenu(QStringLiteral("&Recent")), "mnuRecent");
+    mnuRecent->menuAction()->setObjectName(QStringLiteral("mnuRecent"));
+    submnuReload = addMenuItem(mnuFile, QStringLiteral("submnuReload"), QStringLiteral("&Reload"),
+                               QKeySequence(Qt::Key_F5));
+    submnuReload->setEnabled(false);
     mnuFile->addSeparator();
     submnuExport = addMenuItem(mnuFile, QStringLiteral("submnuExport"), QStringLiteral("&Export…"),
                                QKeySequence(Qt::CTRL | Qt::Key_E));
@@ -310,6 +339,7 @@ void frmMain::createMenus() {
     connect(submnuExit, &QAction::triggered, this, &frmMain::submnuExit_Click);
     connect(submnuShowHelp, &QAction::triggered, this, &frmMain::submnuShowHelp_Click);
     connect(submnuWebStyle, &QAction::triggered, this, &frmMain::submnuWebStyle_Click);
+    connect(submnuReload, &QAction::triggered, this, &frmMain::submnuReload_Click);
     connect(submnuExport, &QAction::triggered, this, &frmMain::submnuExport_Click);
     connect(submnuOpenWith, &QAction::triggered, this, &frmMain::submnuOpenWith_Click);
     connect(submnuCopy, &QAction::triggered, this, &frmMain::submnuCopy_Click);
@@ -326,6 +356,7 @@ void frmMain::Form_Load() {
     // Nothing is selected yet: the item fields end up empty, stacked under the line.
     ShowItemInfo(LV, *this);
     ShowSelectedItems->start();
+    updateRecentMenu();
     translateMenus();
 
     mMenu->setImageList(Mns);

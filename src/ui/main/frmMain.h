@@ -10,6 +10,10 @@
 #include <optional>
 
 class QAction;
+class QDragEnterEvent;
+class QDragMoveEvent;
+class QDropEvent;
+class QFileSystemWatcher;
 class QFrame;
 class QLabel;
 class QMenu;
@@ -76,6 +80,11 @@ public:
 
     MessageBoxes& messageBoxes() { return m_messages; }
 
+    // The full path of the report on screen; empty before the first.
+    const QString& reportPath() const { return m_reportPath; }
+    // The reports last opened, newest first, as File > Recent lists them.
+    QStringList recentReports() const;
+
 Q_SIGNALS:
     // Help > Contents: whoever owns the help viewer shows the manual.
     void helpContentsRequested();
@@ -85,10 +94,15 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void createControls();
     void createMenus();
+    // Names and descriptions a screen reader speaks, and the order Tab visits the panes in.
+    void describeForAssistiveTechnology();
     QAction* addMenuItem(QMenu* menu, const QString& name, const QString& caption,
                          const QKeySequence& shortcut);
     void SetMenuIcon(const QString& menuName, const QString& imageKey);
@@ -98,6 +112,16 @@ private:
 
     void submnuOpen_Click();
     void submnuExit_Click();
+    void submnuReload_Click();
+    void acceptDrag(QDropEvent* event);
+    // After a report was read and shown: remembers it, watches its file, titles the window.
+    void reportOpened(const QString& file);
+    void reportFileChanged(const QString& path);
+    // The title bar and the address bar name the open report and the activated node.
+    void updateTitleAndAddress();
+    void openRecent(const QString& report);
+    void writeRecentReports(const QStringList& reports);
+    void updateRecentMenu();
     void submnuExport_Click();
     void submnuOpenWith_Click();
     void submnuCopy_Click();
@@ -195,6 +219,12 @@ private:
     QAction* submnuCopy = nullptr;
     QAction* submnuSelectAll = nullptr;
     QAction* submnuSelectMatching = nullptr;
+    QMenu* mnuRecent = nullptr;
+    QAction* submnuReload = nullptr;
+    QString m_reportPath;
+    // Set when the open report's file changed after it was read, until it is read again.
+    bool m_changedOnDisk = false;
+    QFileSystemWatcher* m_watcher = nullptr;
     // What Select Matching looked for last, offered again.
     QString m_lastPattern;
     QAction* submnuWebStyle = nullptr;

@@ -1,0 +1,400 @@
+#include "../report/ReportBuilder.h"
+#include "LargestReport.h"
+#include "MainWindowFixture.h"
+#include "app/HelpViewer.h"
+#include "ui/common/CaptionLabel.h"
+#include "ui/main/FileListView.h"
+#include "ui/main/ReportTree.h"
+
+#include <QApplication>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QTimer>
+#include <QUrl>
+
+using namespace zentoria;
+
+namespace {
+
+const QString kTitle = QStringLiteral("Melvadex's Zentoria");
+
+// A report of these files, each with a problem kind (1, 2 or 0).
+QByteArray reportOf(const QList<std::pair<QByteArray, int>>& files) {
+    ReportBuilder report;
+    report.start();
+    for (const auto& [path, kind] : files) {
+        report.record(path, kind == 1   ? zentoria::kDetailID3v1
+                            : kind == 2 ? zentoria::kDetailID3v2
+                                        : zentoria::kDetailID3v0);
+    }
+    return report.closing().bytes();
+}
+
+void writeFile(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+// A shown window in a per-user folder of its own.
+struct Session : MainWindowFixture {
+    ReportTree* tree = child<ReportTree>("TV");
+    FileListView* list = child<FileListView>("LV");
+    CaptionLabel* address = child<CaptionLabel>("WEPath");
+
+    explicit Session(const QString& configHome) {
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(configHome));
+        show();
+    }
+    void activate(const char* key) { clickIndex(tree, indexOfKey(tree, QLatin1StringView(key))); }
+    QStringList listed() const {
+        QStringList texts;
+        for (int row = 0; row < list->model()->rowCount(); ++row) {
+            texts << list->model()->index(row, 0).data().toString();
+        }
+        return texts;
+    }
+    QStringList selected() const {
+        QStringList texts;
+        for (const QModelIndex& index : list->selectionModel()->selectedRows()) {
+            texts << index.data().toString();
+        }
+        texts.sort();
+        return texts;
+    }
+    QStringList recentMenu() {
+        QStringList reports;
+        for (QAction* item : child<QMenu>("mnuRecent")->actions()) {
+            if (item->objectName().startsWith("submnuRecent")) {
+                reports << item->data().toString();
+            }
+        }
+        return reports;
+    }
+    QAction* recentItem(const QString& report) {
+        for (QAction* item : child<QMenu>("mnuRecent")->actions()) {
+            if (item->data().toString() == report) {
+                return item;
+            }
+        }
+        return nullptr;
+    }
+    // Sends a drop of this data on the window, as a file manager's drop arrives; answers whether a
+    // drag of it was taken.
+    bool drop(QMimeData& data) {
+        const QPoint middle = window.rect().center();
+        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &enter);
+        QDropEvent dropped(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &dropped);
+        return enter.isAccepted() && enter.dropAction() == Qt::CopyAction;
+    }
+};
+
+} // namespace
+
+class tst_Session : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void titleAndAddress();
+    void dropping_data();
+    void dropping();
+    void recentReports();
+    void openDialogOffersTheReportFolders();
+    void reloadKeepsTheView();
+    void changedOnDisk();
+    void countsInTooltips();
+    void thousandsInTheUsersDigits();
+    void accessibleAndTabOrder();
+    void helpWindowCloses_data();
+    void helpWindowCloses();
+
+private:
+    std::unique_ptr<QTemporaryDir> m_dir;
+    QString file(const QString& name) const { return m_dir->filePath(name); }
+};
+
+void tst_Session::init() {
+    m_dir = std::make_unique<QTemporaryDir>();
+    QLocale::setDefault(QLocale::c());
+}
+
+void tst_Session::titleAndAddress() {
+    Session s(file("config"));
+    QCOMPARE(s.window.windowTitle(), kTitle);
+
+    // A name with "&" shows it once, in the title and in the address.
+    const QString report = file("Rock & Roll.vzt");
+    writeFile(report, reportOf({{"C:\\Music\\a.mp3", 1}, {"C:\\Music\\b.mp3", 2}}));
+    s.open(report);
+    QCOMPARE(s.window.windowTitle(), "Rock & Roll.vzt — " + kTitle);
+    QCOMPARE(s.address->text(), report);
+
+    s.activate("ID3v2");
+    QCOMPARE(s.address->text(), report + "\\Integrity Report\\ID3v2 not found");
+
+    // Another report: its name, and nothing activated in it yet.
+    const QString second = file("second.vzt");
+    writeFile(second, reportOf({{"C:\\x.mp3", 0}}));
+    s.open(second);
+    QCOMPARE(s.window.windowTitle(), "second.vzt — " + kTitle);
+    QCOMPARE(s.address->text(), second);
+
+    // A file that is no report leaves both as they were.
+    writeFile(file("bad.vzt"), "not a report\r\n");
+    s.open(file("bad.vzt"));
+    QCOMPARE(s.window.windowTitle(), "second.vzt — " + kTitle);
+}
+
+void tst_Session::dropping_data() {
+    QTest::addColumn<QString>("what"); // a file name in the test folder, "text" or "two"
+    QTest::addColumn<bool>("opens");
+
+    QTest::newRow("report") << "dropped.vzt" << true;
+    QTest::newRow("report of an earlier version") << "dropped.TXT" << true;
+    QTest::newRow("picture") << "cover.png" << false;
+    QTest::newRow("folder") << "folder" << false;
+    QTest::newRow("two reports") << "two" << false;
+    QTest::newRow("text") << "text" << false;
+}
+
+void tst_Session::dropping() {
+    QFETCH(QString, what);
+    QFETCH(bool, opens);
+
+    Session s(file("config"));
+    QDir(m_dir->path()).mkdir("folder");
+    const QByteArray report = reportOf({{"C:\\Music\\a.mp3", 1}});
+    for (const char* name : {"dropped.vzt", "dropped.TXT", "cover.png", "other.vzt"}) {
+        writeFile(file(name), report);
+    }
+    QMimeData data;
+    if (what == "text") {
+        data.setText(file("dropped.vzt"));
+    } else if (what == "two") {
+        data.setUrls({QUrl::fromLocalFile(file("dropped.vzt")), QUrl::fromLocalFile(file("other.vzt"))});
+    } else {
+        data.setUrls({QUrl::fromLocalFile(file(what))});
+    }
+    QCOMPARE(s.drop(data), opens);
+    if (opens) {
+        QCOMPARE(s.window.reportPath(), file(what));
+        QCOMPARE(s.messages, QStringList());
+    } else {
+        QCOMPARE(s.window.reportPath(), QString());
+        QCOMPARE(s.messages,
+                 QStringList{"Only a Melvadex report can be dropped here: one .vzt or .txt file."});
+    }
+}
+
+void tst_Session::recentReports() {
+    QStringList reports;
+    for (int i = 1; i <= 9; ++i) {
+        reports << file(QStringLiteral("report%1.vzt").arg(i));
+        writeFile(reports.last(), reportOf({{"C:\\a.mp3", 1}}));
+    }
+    {
+        Session s(file("config"));
+        QCOMPARE(s.recentMenu(), QStringList());
+        QVERIFY(!s.child<QAction>("submnuClearRecent")->isEnabled());
+        for (const QString& report : reports) {
+            s.open(report);
+        }
+        s.open(reports.at(4)); // opened again: first, and only once
+        s.window.close();
+    }
+    // Across a restart: the last eight, newest first.
+    Session s(file("config"));
+    const QStringList expected{reports[4], reports[8], reports[7], reports[6],
+                               reports[5], reports[3], reports[2], reports[1]};
+    QCOMPARE(s.recentMenu(), expected);
+    QCOMPARE(s.window.recentReports(), expected);
+
+    // One that is gone: said, and removed.
+    QVERIFY(QFile::remove(reports[7]));
+    s.recentItem(reports[7])->trigger();
+    QCOMPARE(s.messages.size(), 1);
+    QVERIFY(s.messages.first().contains(reports[7]) && s.messages.first().contains("no longer exists"));
+    QVERIFY(!s.recentMenu().contains(reports[7]));
+    QCOMPARE(s.window.reportPath(), QString());
+
+    // One that is there opens.
+    s.recentItem(reports[6])->trigger();
+    QCOMPARE(s.window.reportPath(), reports[6]);
+    QCOMPARE(s.recentMenu().first(), reports[6]);
+
+    s.trigger("submnuClearRecent");
+    QCOMPARE(s.recentMenu(), QStringList());
+    Session again(file("config"));
+    QCOMPARE(again.recentMenu(), QStringList());
+}
+
+void tst_Session::openDialogOffersTheReportFolders() {
+    QDir(m_dir->path()).mkdir("reports");
+    const QString report = file("reports/a.vzt");
+    writeFile(report, reportOf({{"C:\\a.mp3", 1}}));
+    Session s(file("config"));
+    s.open(report);
+    s.child<CommonDialog>("CMDlg")->setChooser({});
+
+    QList<QUrl> sidebar;
+    QSize size;
+    QString folder;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        QVERIFY(dialog);
+        sidebar = dialog->sidebarUrls();
+        size = dialog->size();
+        folder = dialog->directory().absolutePath();
+        dialog->reject();
+    });
+    s.trigger("submnuOpen");
+    QCOMPARE(sidebar,
+             (QList<QUrl>{QUrl::fromLocalFile(file("reports")), QUrl::fromLocalFile(QDir::homePath())}));
+    QVERIFY(size.width() >= 860 && size.height() >= 520);
+    // It still opens in the program's folder.
+    QCOMPARE(folder, QFileInfo(QCoreApplication::applicationDirPath()).absoluteFilePath());
+    QCOMPARE(s.window.reportPath(), report);
+}
+
+void tst_Session::reloadKeepsTheView() {
+    const QString report = file("report.vzt");
+    writeFile(report, reportOf({{"C:\\b.mp3", 2}, {"C:\\a.mp3", 2}, {"C:\\c.mp3", 2}, {"C:\\d.mp3", 1}}));
+    Session s(file("config"));
+    QVERIFY(!s.child<QAction>("submnuReload")->isEnabled());
+    s.open(report);
+    s.activate("ID3v2");
+    // Sorted descending by the first header click, and two files selected.
+    QTest::mouseClick(s.list->header()->viewport(), Qt::LeftButton, {}, s.list->header()->rect().center());
+    QCOMPARE(s.listed(), (QStringList{"C:\\c.mp3", "C:\\b.mp3", "C:\\a.mp3"}));
+    clickIndex(s.list, rowIndex(s.list, 0));
+    clickIndex(s.list, rowIndex(s.list, 2), Qt::LeftButton, Qt::ControlModifier);
+    QCOMPARE(s.selected(), (QStringList{"C:\\a.mp3", "C:\\c.mp3"}));
+
+    // The file changes: c.mp3 fixed, e.mp3 new, a.mp3 now written in capitals.
+    writeFile(report, reportOf({{"C:\\b.mp3", 2}, {"C:\\A.MP3", 2}, {"C:\\e.mp3", 2}, {"C:\\d.mp3", 1}}));
+    QTest::keyClick(&s.window, Qt::Key_F5);
+
+    QCOMPARE(s.list->listModel()->parentKey(), QStringLiteral("ID3v2"));
+    QCOMPARE(s.listed(), (QStringList{"C:\\e.mp3", "C:\\b.mp3", "C:\\A.MP3"}));
+    QCOMPARE(s.selected(), QStringList{"C:\\A.MP3"});
+    QCOMPARE(s.address->text(), report + "\\Integrity Report\\ID3v2 not found");
+    QCOMPARE(s.messages, QStringList());
+}
+
+void tst_Session::changedOnDisk() {
+    const QString report = file("report.vzt");
+    writeFile(report, reportOf({{"C:\\a.mp3", 1}}));
+    Session s(file("config"));
+    s.open(report);
+    const QString title = "report.vzt — " + kTitle;
+    QCOMPARE(s.window.windowTitle(), title);
+
+    writeFile(report, reportOf({{"C:\\a.mp3", 1}, {"C:\\b.mp3", 1}}));
+    QTRY_COMPARE(s.window.windowTitle(), title + " (changed on disk — F5 to reload)");
+    // Nothing is read behind the user's back.
+    QCOMPARE(s.tree->nodes().entryCount(), 1);
+
+    s.trigger("submnuReload");
+    QCOMPARE(s.window.windowTitle(), title);
+    QCOMPARE(s.tree->nodes().entryCount(), 2);
+
+    // Replaced by a program that writes a new file and renames it over the old one: still noticed.
+    writeFile(file("new.vzt"), reportOf({{"C:\\c.mp3", 2}}));
+    QVERIFY(QFile::remove(report));
+    QVERIFY(QFile::rename(file("new.vzt"), report));
+    QTRY_COMPARE(s.window.windowTitle(), title + " (changed on disk — F5 to reload)");
+    s.trigger("submnuReload");
+    writeFile(report, reportOf({{"C:\\d.mp3", 2}}));
+    QTRY_COMPARE(s.window.windowTitle(), title + " (changed on disk — F5 to reload)");
+}
+
+void tst_Session::countsInTooltips() {
+    const QString report = file("report.vzt");
+    QByteArray bytes = reportOf({{"C:\\a.mp3", 1}, {"C:\\b.mp3", 2}, {"C:\\c.mp3", 2}});
+    bytes.replace("Date of creation: 23.11.2026", "Date of creation:   01.02.2025 08:15  ");
+    writeFile(report, bytes);
+    Session s(file("config"));
+    s.open(report);
+    const auto tip = [&s](const char* key) {
+        return indexOfKey(s.tree, QLatin1StringView(key)).data(Qt::ToolTipRole).toString();
+    };
+    QCOMPARE(tip("ID3v1"), QStringLiteral("1 file"));
+    QCOMPARE(tip("ID3v2"), QStringLiteral("2 files"));
+    QCOMPARE(tip("ID3v0"), QStringLiteral("0 files"));
+    QCOMPARE(tip("Integrity"), QStringLiteral("3 files, created 01.02.2025 08:15"));
+    // A file's own tooltip stays its path, where the column cuts it.
+    QCOMPARE(tip("ID3v11"), QString());
+}
+
+void tst_Session::thousandsInTheUsersDigits() {
+    writeFile(file("largest.vzt"), largestReportBytes());
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    Session s(file("config"));
+    s.open(file("largest.vzt"));
+    QCOMPARE(indexOfKey(s.tree, "ID3v2").data(Qt::ToolTipRole).toString(), QStringLiteral("16.383 files"));
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    QCOMPARE(indexOfKey(s.tree, "ID3v2").data(Qt::ToolTipRole).toString(), QStringLiteral("16,383 files"));
+    QCOMPARE(indexOfKey(s.tree, "Integrity").data(Qt::ToolTipRole).toString(),
+             QStringLiteral("32,766 files, created 23.11.2026"));
+}
+
+void tst_Session::accessibleAndTabOrder() {
+    Session s(file("config"));
+    QCOMPARE(s.tree->accessibleName(), QStringLiteral("Problem kinds"));
+    QCOMPARE(s.list->accessibleName(), QStringLiteral("Files"));
+    QVERIFY(!s.tree->accessibleDescription().isEmpty() && !s.list->accessibleDescription().isEmpty());
+    auto* scroll = s.child<QScrollBar>("vsbBack");
+    QVERIFY(!scroll->accessibleName().isEmpty());
+    QVERIFY(scroll->focusPolicy() & Qt::TabFocus);
+
+    s.open(dataFile("mixed.vzt"));
+    s.activate("ID3v2");
+    QCOMPARE(s.child<CaptionLabel>("lblWebFolder")->accessibleName(), QStringLiteral("ID3v2 not found"));
+
+    s.tree->setFocus();
+    QTRY_VERIFY(s.tree->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(s.list->hasFocus());
+
+    // Once the details are taller than the window, their scroll bar comes right after the list.
+    writeFile(file("largest.vzt"), largestReportBytes());
+    s.open(file("largest.vzt"));
+    s.activate("ID3v2");
+    s.list->setFocus();
+    QTest::keyClick(s.list, Qt::Key_A, Qt::ControlModifier);
+    QTRY_VERIFY(scroll->isVisible());
+    QTest::keyClick(s.list, Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(scroll));
+    QTest::keyClick(scroll, Qt::Key_Backtab);
+    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(s.list));
+}
+
+void tst_Session::helpWindowCloses_data() {
+    QTest::addColumn<QKeyCombination>("key");
+    QTest::newRow("Escape") << QKeyCombination(Qt::Key_Escape);
+    QTest::newRow("Ctrl+W") << QKeyCombination(Qt::ControlModifier, Qt::Key_W);
+}
+
+void tst_Session::helpWindowCloses() {
+    QFETCH(QKeyCombination, key);
+    Session s(file("config"));
+    showHelpContents(&s.window, QStringLiteral("Brantwell.hlp"));
+    auto* help = s.window.findChild<QTextBrowser*>("HelpViewer");
+    QVERIFY(help);
+    QVERIFY(QTest::qWaitForWindowExposed(help));
+    help->activateWindow();
+    QTRY_VERIFY(help->isActiveWindow());
+    QTest::keyClick(help, key.key(), key.keyboardModifiers());
+    QTRY_VERIFY(!help->isVisible());
+}
+
+QTEST_MAIN(tst_Session)
+#include "tst_session.moc"

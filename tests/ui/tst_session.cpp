@@ -10,7 +10,9 @@
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTextBrowser>
@@ -113,6 +115,7 @@ private Q_SLOTS:
     void countsInTooltips();
     void thousandsInTheUsersDigits();
     void accessibleAndTabOrder();
+    void messageBeforeTheWindowShows();
     void helpWindowCloses_data();
     void helpWindowCloses();
 
@@ -375,6 +378,23 @@ void tst_Session::accessibleAndTabOrder() {
     QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(scroll));
     QTest::keyClick(scroll, Qt::Key_Backtab);
     QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(s.list));
+}
+
+void tst_Session::messageBeforeTheWindowShows() {
+    // At start-up a report can fail before the window is placed: its message sits mid-screen.
+    frmMain window;
+    const std::unique_ptr<QMessageBox> box =
+        MessageBoxes::create(&window, QStringLiteral("The file is corrupted"));
+    const QPoint centre = window.screen()->availableGeometry().center();
+    const QRect frame = box->frameGeometry();
+    QVERIFY2((frame.center() - centre).manhattanLength() <= 2,
+             qPrintable(QStringLiteral("centre %1,%2").arg(frame.center().x()).arg(frame.center().y())));
+
+    // Once the window shows, Qt centres the box on it as usual.
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const std::unique_ptr<QMessageBox> over = MessageBoxes::create(&window, QStringLiteral("x"));
+    QVERIFY(!over->testAttribute(Qt::WA_Moved));
 }
 
 void tst_Session::helpWindowCloses_data() {

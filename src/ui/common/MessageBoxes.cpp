@@ -10,15 +10,6 @@ std::unique_ptr<QMessageBox> MessageBoxes::create(QWidget* parent, const QString
                                              QMessageBox::Ok, parent);
     // Messages can carry file names, which are data, never markup.
     box->setTextFormat(Qt::PlainText);
-    return box;
-}
-
-void MessageBoxes::show(QWidget* parent, const QString& text) {
-    if (m_answerer) {
-        m_answerer(text);
-        return;
-    }
-    const std::unique_ptr<QMessageBox> box = create(parent, text);
     // Before the window is shown (a report that fails at start-up) it has no place to centre on yet:
     // the message goes to the middle of the screen the window will open on, not to a corner.
     if (parent && !parent->isVisible()) {
@@ -29,7 +20,15 @@ void MessageBoxes::show(QWidget* parent, const QString& text) {
             box->move(frame.topLeft());
         }
     }
-    box->exec();
+    return box;
+}
+
+void MessageBoxes::show(QWidget* parent, const QString& text) {
+    if (m_answerer) {
+        m_answerer(text);
+        return;
+    }
+    create(parent, text)->exec();
 }
 
 } // namespace zentoria

@@ -20,7 +20,8 @@ public:
     void show(QWidget* parent, const QString& text);
     void setAnswerer(Answerer answerer) { m_answerer = std::move(answerer); }
 
-    // The box show() would run, built but not shown.
+    // The box show() would run, built but not shown; centred on the parent's screen while the parent
+    // is not shown yet.
     static std::unique_ptr<QMessageBox> create(QWidget* parent, const QString& text);
 
 private:

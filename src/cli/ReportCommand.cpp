@@ -224,23 +224,18 @@ bool readWhole(const QString& fileName, ReportReadResult& result, QIODevice& err
     return true;
 }
 
-// Windows compares paths without regard to letter case; blanks around a report's path are no part of it.
-QString pathKey(const QString& path) {
-    return path.trimmed().toCaseFolded();
-}
-
 } // namespace
 
 ReportDiff compareReports(const QList<ReportEntry>& oldEntries, const QList<ReportEntry>& newEntries) {
     QHash<QString, qsizetype> inOld;
     inOld.reserve(oldEntries.size());
     for (qsizetype i = 0; i < oldEntries.size(); ++i) {
-        inOld.insert(pathKey(oldEntries[i].Path), i); // a later duplicate stands for both
+        inOld.insert(windowsPathKey(oldEntries[i].Path), i); // a later duplicate stands for both
     }
     ReportDiff diff;
     QList<bool> seen(oldEntries.size(), false);
     for (const ReportEntry& entry : newEntries) {
-        const auto found = inOld.constFind(pathKey(entry.Path));
+        const auto found = inOld.constFind(windowsPathKey(entry.Path));
         if (found == inOld.cend()) {
             diff.added << entry;
         } else {
@@ -249,7 +244,7 @@ ReportDiff compareReports(const QList<ReportEntry>& oldEntries, const QList<Repo
         }
     }
     for (qsizetype i = 0; i < oldEntries.size(); ++i) {
-        if (!seen[i] && inOld.value(pathKey(oldEntries[i].Path)) == i) {
+        if (!seen[i] && inOld.value(windowsPathKey(oldEntries[i].Path)) == i) {
             diff.fixed << oldEntries[i];
         }
     }

@@ -67,6 +67,10 @@ QString PathMapping::map(const QString& path) const {
     return localFolder == u"/" ? rest : localFolder + rest;
 }
 
+QString windowsPathKey(const QString& path) {
+    return path.trimmed().toCaseFolded();
+}
+
 bool isWindowsPath(const QString& path) {
     const QString p = path.trimmed();
     const bool drive = p.size() >= 2 && p.at(0).isLetter() && p.at(1) == u':';

@@ -33,6 +33,10 @@ struct PathMapping {
     bool covers(const QString& path) const;
 };
 
+// A report's path as Windows compares paths: letter case aside, without the blanks a report may keep
+// around it. Two paths name one file when their keys are equal.
+QString windowsPathKey(const QString& path);
+
 // Whether a report's path names a Windows location (a drive letter or a network share), which a
 // mapping may be needed for to find it here.
 bool isWindowsPath(const QString& path);

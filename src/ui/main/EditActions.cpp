@@ -199,10 +199,15 @@ void frmMain::submnuSelectMatching_Click() {
                         .arg(m_lastPattern));
         return;
     }
-    const QModelIndex first = matching.first().topLeft();
+    selectInList(matching);
+}
+
+void frmMain::selectInList(const QItemSelection& rows) {
+    const QModelIndex first = rows.first().topLeft();
     LV->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
-    LV->selectionModel()->select(matching, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    LV->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     LV->scrollTo(first);
+    // A selection the program makes is shown in the panel as one the user makes.
     LV_ItemClick();
 }
 

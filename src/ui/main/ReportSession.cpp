@@ -2,6 +2,7 @@
 // reloading, changes on disk and reports dropped on the window.
 #include "FileListView.h"
 #include "ReportTree.h"
+#include "export/PathMapping.h"
 #include "frmMain.h"
 #include "settings/LanguageCatalog.h"
 #include "settings/SettingsStore.h"
@@ -38,11 +39,6 @@ QString droppedReport(const QMimeData* data) {
     const QFileInfo file(data->urls().first().toLocalFile());
     const QString suffix = file.suffix().toLower();
     return file.isFile() && (suffix == u"vzt" || suffix == u"txt") ? file.absoluteFilePath() : QString();
-}
-
-// Paths and case are compared as they are: two spellings of one file are two entries at worst.
-QString pathKey(const QString& path) {
-    return path.trimmed().toCaseFolded();
 }
 
 } // namespace
@@ -156,7 +152,7 @@ void frmMain::submnuReload_Click() {
     QSet<QString> selected;
     for (const QModelIndex& index : LV->selectionModel()->selectedRows()) {
         if (const int position = LV->listModel()->position(index.row()); nodes.isEntry(position)) {
-            selected.insert(pathKey(nodes.entry(position).Path));
+            selected.insert(windowsPathKey(nodes.entry(position).Path));
         }
     }
 
@@ -178,15 +174,13 @@ void frmMain::submnuReload_Click() {
     QItemSelection keep;
     for (int row = 0; row < list->rowCount(); ++row) {
         const int position = list->position(row);
-        if (TV->nodes().isEntry(position) && selected.contains(pathKey(TV->nodes().entry(position).Path))) {
+        if (TV->nodes().isEntry(position) &&
+            selected.contains(windowsPathKey(TV->nodes().entry(position).Path))) {
             keep.select(list->index(row, 0), list->index(row, 0));
         }
     }
     if (!keep.isEmpty()) {
-        LV->selectionModel()->setCurrentIndex(keep.first().topLeft(), QItemSelectionModel::NoUpdate);
-        LV->selectionModel()->select(keep, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-        LV->scrollTo(keep.first().topLeft());
-        LV_ItemClick();
+        selectInList(keep);
     }
 }
 

@@ -14,6 +14,7 @@ class QDragEnterEvent;
 class QDragMoveEvent;
 class QDropEvent;
 class QFileSystemWatcher;
+class QItemSelection;
 class QFrame;
 class QLabel;
 class QMenu;
@@ -127,6 +128,8 @@ private:
     void submnuCopy_Click();
     void submnuSelectAll_Click();
     void submnuSelectMatching_Click();
+    // Selects exactly these rows of the list (not empty), the first of them current and in view.
+    void selectInList(const QItemSelection& rows);
     // Enables the items that need a selection, or files in the list, only while there are some.
     void updateEditActions();
     // The list's selected files (kind nodes left out), in the list's order.

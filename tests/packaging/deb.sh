@@ -13,10 +13,14 @@ cpack -G DEB --config "$build/CPackConfig.cmake" -B "$out" >/dev/null
 deb=$(ls "$out"/zentoria_*.deb)
 diff -u "$expected" <(dpkg-deb --contents "$deb" | awk '$1 !~ /^d/ {print $6}' | sed 's|^\./||' | LC_ALL=C sort) ||
     { echo "FAIL: the package holds other files than the install"; exit 1; }
+# Each field is read whole before it is looked at: "grep -q" would stop reading early, and the writer's
+# broken pipe would fail the pipeline now and then.
 for field in Package Version Depends Section Homepage Description Maintainer; do
-    dpkg-deb --field "$deb" "$field" | grep -q . || { echo "FAIL: no $field field"; exit 1; }
+    value=$(dpkg-deb --field "$deb" "$field")
+    [ -n "$value" ] || { echo "FAIL: no $field field"; exit 1; }
 done
-dpkg-deb --field "$deb" Depends | grep -q libqt6widgets6 || { echo "FAIL: the dependencies miss Qt"; exit 1; }
+depends=$(dpkg-deb --field "$deb" Depends)
+[[ $depends == *libqt6widgets6* ]] || { echo "FAIL: the dependencies miss Qt"; exit 1; }
 report=$(lintian --tag-display-limit 0 "$deb" 2>/dev/null || true)
 echo "$report"
 if echo "$report" | grep -q '^E:'; then

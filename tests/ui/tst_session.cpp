@@ -110,6 +110,8 @@ private Q_SLOTS:
     void dropping();
     void recentReports();
     void openDialogOffersTheReportFolders();
+    void openDialogSize_data();
+    void openDialogSize();
     void reloadKeepsTheView();
     void changedOnDisk();
     void countsInTooltips();
@@ -261,10 +263,29 @@ void tst_Session::openDialogOffersTheReportFolders() {
     s.trigger("submnuOpen");
     QCOMPARE(sidebar,
              (QList<QUrl>{QUrl::fromLocalFile(file("reports")), QUrl::fromLocalFile(QDir::homePath())}));
-    QVERIFY(size.width() >= 860 && size.height() >= 520);
+    QCOMPARE(size, CommonDialog::openDialogSize(size, s.window.screen()->availableGeometry().size()));
     // It still opens in the program's folder.
     QCOMPARE(folder, QFileInfo(QCoreApplication::applicationDirPath()).absoluteFilePath());
     QCOMPARE(s.window.reportPath(), report);
+}
+
+void tst_Session::openDialogSize_data() {
+    QTest::addColumn<QSize>("hint");
+    QTest::addColumn<QSize>("available");
+    QTest::addColumn<QSize>("size");
+
+    QTest::newRow("room enough") << QSize(600, 400) << QSize(1920, 1040) << QSize(860, 520);
+    QTest::newRow("the dialog wants more") << QSize(900, 600) << QSize(1920, 1040) << QSize(900, 600);
+    // 1600 x 1000 at a scale of 2.
+    QTest::newRow("small screen") << QSize(600, 400) << QSize(800, 470) << QSize(720, 423);
+    QTest::newRow("no screen known") << QSize(600, 400) << QSize() << QSize(860, 520);
+}
+
+void tst_Session::openDialogSize() {
+    QFETCH(QSize, hint);
+    QFETCH(QSize, available);
+    QFETCH(QSize, size);
+    QCOMPARE(CommonDialog::openDialogSize(hint, available), size);
 }
 
 void tst_Session::reloadKeepsTheView() {

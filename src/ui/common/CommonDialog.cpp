@@ -3,6 +3,8 @@
 #include "PathMapDialog.h"
 
 #include <QFileDialog>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QStringList>
 #include <QUrl>
 
@@ -30,8 +32,9 @@ bool CommonDialog::ShowOpen(QWidget* parent) {
         if (!sidebar.isEmpty()) {
             dialog.setSidebarUrls(sidebar);
         }
-        // Wide enough for the name, size, type and date columns side by side.
-        dialog.resize(dialog.sizeHint().expandedTo(QSize(860, 520)));
+        const QScreen* screen = parent ? parent->screen() : QGuiApplication::primaryScreen();
+        dialog.resize(
+            openDialogSize(dialog.sizeHint(), screen ? screen->availableGeometry().size() : QSize()));
         FileName = dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
     }
     return !FileName.isEmpty();
@@ -66,6 +69,12 @@ std::optional<PathMapping> CommonDialog::ShowPathMap(QWidget* parent, const Path
         return std::nullopt;
     }
     return dialog.mapping();
+}
+
+QSize CommonDialog::openDialogSize(const QSize& hint, const QSize& available) {
+    // Wide enough for the name, size, type and date columns side by side, on any screen at any scale.
+    const QSize size = hint.expandedTo(QSize(860, 520));
+    return available.isValid() ? size.boundedTo(available * 9 / 10) : size;
 }
 
 QString CommonDialog::toQtFilter(const QString& filter) {

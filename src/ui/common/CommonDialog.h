@@ -8,6 +8,7 @@
 
 #include <functional>
 
+class QSize;
 class QWidget;
 
 namespace zentoria {
@@ -50,6 +51,9 @@ public:
     // The filter in the form Qt's file dialogs take: "Reports (*.vzt);;Old reports (*.txt)". Descriptions
     // that do not name their pattern get it appended, so the dialog still filters by it.
     static QString toQtFilter(const QString& filter);
+    // The open dialog's size: its own wish, at least enough for its detail columns, at most nine
+    // tenths of the screen's available area (none: no bound).
+    static QSize openDialogSize(const QSize& hint, const QSize& available);
 
 private:
     Chooser m_chooser;

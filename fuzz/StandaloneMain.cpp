@@ -1,4 +1,4 @@
-// Runs a fuzz target over the files named on its command line, once each, without the fuzzer: the seed
+// Runs a fuzz target over the files named on its command line, once each, without the fuzzer: the starting
 // corpus and the inputs that once failed become plain tests in every build.
 #include <QByteArray>
 #include <QDir>

@@ -269,14 +269,6 @@ void frmMain::fillImageLists() {
     add(Mns, "Exit", {QStringLiteral("application-exit")}, QStyle::SP_DialogCloseButton);
 }
 
-QAction* frmMain::addMenuItem(QMenu* menu, const QString& name, const QString& caption,
-                              const QKeySequence& shortcut) {
-    QAction* action = menu->addAction(caption);
-    action->setObjectName(name);
-    action->setShortcut(shortcut);
-    return action;
-}
-
 void frmMain::describeForAssistiveTechnology() {
     TV->setAccessibleName(QStringLiteral("Problem kinds"));
     TV->setAccessibleDescription(
@@ -294,57 +286,6 @@ void frmMain::describeForAssistiveTechnology() {
     vsbBack->setFocusPolicy(Qt::TabFocus);
     setTabOrder(TV, LV);
     setTabOrder(LV, vsbBack);
-}
-
-void frmMain::createMenus() {
-    const auto addMenu = [this](const char* name, const QString& caption) {
-        QMenu* menu = named(menuBar()->addMenu(caption), name);
-        menu->menuAction()->setObjectName(QLatin1StringView(name));
-        return menu;
-    };
-    mnuFile = addMenu("mnuFile", QStringLiteral("&File"));
-    submnuOpen = addMenuItem(mnuFile, QStringLiteral("submnuOpen"), QStringLiteral("&Open"),
-                             QKeySequence(Qt::CTRL | Qt::Key_O));
-    mnuRecent = named(mnuFile->addMenu(QStringLiteral("&Recent")), "mnuRecent");
-    mnuRecent->menuAction()->setObjectName(QStringLiteral("mnuRecent"));
-    submnuReload = addMenuItem(mnuFile, QStringLiteral("submnuReload"), QStringLiteral("&Reload"),
-                               QKeySequence(Qt::Key_F5));
-    submnuReload->setEnabled(false);
-    mnuFile->addSeparator();
-    submnuExport = addMenuItem(mnuFile, QStringLiteral("submnuExport"), QStringLiteral("&Export…"),
-                               QKeySequence(Qt::CTRL | Qt::Key_E));
-    submnuOpenWith = addMenuItem(mnuFile, QStringLiteral("submnuOpenWith"),
-                                 QStringLiteral("Open in &Tag Editor"), QKeySequence(Qt::CTRL | Qt::Key_T));
-    mnuFile->addSeparator();
-    submnuExit = addMenuItem(mnuFile, QStringLiteral("submnuExit"), QStringLiteral("&Quit"),
-                             QKeySequence(Qt::CTRL | Qt::Key_Q));
-    mnuEdit = addMenu("mnuEdit", QStringLiteral("&Edit"));
-    submnuCopy = addMenuItem(mnuEdit, QStringLiteral("submnuCopy"), QStringLiteral("&Copy"),
-                             QKeySequence(Qt::CTRL | Qt::Key_C));
-    mnuEdit->addSeparator();
-    submnuSelectAll = addMenuItem(mnuEdit, QStringLiteral("submnuSelectAll"), QStringLiteral("Select &All"),
-                                  QKeySequence(Qt::CTRL | Qt::Key_A));
-    submnuSelectMatching =
-        addMenuItem(mnuEdit, QStringLiteral("submnuSelectMatching"), QStringLiteral("Select &Matching…"),
-                    QKeySequence(Qt::CTRL | Qt::Key_F));
-    mnuTools = addMenu("mnuTools", QStringLiteral("&Tools"));
-    submnuWebStyle = addMenuItem(mnuTools, QStringLiteral("submnuWebStyle"), QStringLiteral("WebStyle"), {});
-    submnuWebStyle->setCheckable(true);
-    submnuWebStyle->setChecked(true);
-    mnuHelp = addMenu("mnuHelp", QStringLiteral("&Help"));
-    submnuShowHelp = addMenuItem(mnuHelp, QStringLiteral("submnuShowHelp"), QStringLiteral("Contents"),
-                                 QKeySequence(Qt::Key_F1));
-
-    connect(submnuOpen, &QAction::triggered, this, &frmMain::submnuOpen_Click);
-    connect(submnuExit, &QAction::triggered, this, &frmMain::submnuExit_Click);
-    connect(submnuShowHelp, &QAction::triggered, this, &frmMain::submnuShowHelp_Click);
-    connect(submnuWebStyle, &QAction::triggered, this, &frmMain::submnuWebStyle_Click);
-    connect(submnuReload, &QAction::triggered, this, &frmMain::submnuReload_Click);
-    connect(submnuExport, &QAction::triggered, this, &frmMain::submnuExport_Click);
-    connect(submnuOpenWith, &QAction::triggered, this, &frmMain::submnuOpenWith_Click);
-    connect(submnuCopy, &QAction::triggered, this, &frmMain::submnuCopy_Click);
-    connect(submnuSelectAll, &QAction::triggered, this, &frmMain::submnuSelectAll_Click);
-    connect(submnuSelectMatching, &QAction::triggered, this, &frmMain::submnuSelectMatching_Click);
 }
 
 void frmMain::Form_Load() {
@@ -368,18 +309,6 @@ void frmMain::Form_Load() {
                                      QStringLiteral("Address")));
     // Scrolling the list keeps the panel and its scroll bar above it.
     HookWindow(LV, [this] { RestorePanelOrder(); });
-}
-
-void frmMain::translateMenus() {
-    for (QAction* item : findChildren<QAction*>()) {
-        if (const std::optional<CatalogEntry> entry = menuCatalogEntry(item->objectName())) {
-            item->setText(Translate(entry->section, entry->key, item->text()));
-        }
-    }
-}
-
-void frmMain::SetMenuIcon(const QString& menuName, const QString& imageKey) {
-    mMenu->setItemImage(menuName, Mns->indexOf(imageKey) - 1);
 }
 
 void frmMain::RestorePanelOrder() {

@@ -6,7 +6,7 @@
 
 namespace zentoria {
 
-IconSpecification GetDefaultIcon(const QString& extension) {
+FileTypeIcon GetDefaultIcon(const QString& extension) {
     const QMimeDatabase types;
     const QMimeType type =
         extension.compare(QLatin1StringView(".m3u"), Qt::CaseInsensitive) == 0
@@ -18,8 +18,8 @@ IconSpecification GetDefaultIcon(const QString& extension) {
     return {type.iconName(), type.genericIconName()};
 }
 
-QIcon IconToPicture(const IconSpecification& specification) {
-    for (const QString& name : {specification.iconName, specification.genericIconName}) {
+QIcon IconToPicture(const FileTypeIcon& icon) {
+    for (const QString& name : {icon.iconName, icon.genericIconName}) {
         if (!name.isEmpty() && QIcon::hasThemeIcon(name)) {
             return QIcon::fromTheme(name);
         }

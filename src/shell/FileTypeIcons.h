@@ -7,7 +7,7 @@ namespace zentoria {
 
 // Where the desktop keeps the icon of a file type: the names its icon theme files the type's own icon
 // and its generic icon under. Both empty when the desktop knows no type for the extension.
-struct IconSpecification {
+struct FileTypeIcon {
     QString iconName;
     QString genericIconName;
 
@@ -16,11 +16,11 @@ struct IconSpecification {
 
 // The icon names of the MIME type of an extension with its dot (".mp3"). ".m3u" is asked for as
 // "audio/x-mpegurl" by name: the extension also matches Apple's HTTP live-streaming playlists.
-IconSpecification GetDefaultIcon(const QString& extension);
+FileTypeIcon GetDefaultIcon(const QString& extension);
 
 // The type's icon from the desktop's icon theme: its own icon, else its generic one; a null icon when
 // the theme has neither.
-QIcon IconToPicture(const IconSpecification& specification);
+QIcon IconToPicture(const FileTypeIcon& icon);
 
 // The image-list key of an extension's icon: the extension without its dot, in capitals (".mp3" gives
 // "MP3").

@@ -64,8 +64,8 @@ class tst_FileTypeIcons : public QObject {
 
 private Q_SLOTS:
     void initTestCase();
-    void specification_data();
-    void specification();
+    void iconNames_data();
+    void iconNames();
     void icon_data();
     void icon();
     void key_data();
@@ -79,7 +79,7 @@ void tst_FileTypeIcons::initTestCase() {
     QIcon::setFallbackSearchPaths({});
 }
 
-void tst_FileTypeIcons::specification_data() {
+void tst_FileTypeIcons::iconNames_data() {
     QTest::addColumn<QString>("extension");
     QTest::addColumn<QString>("iconName");
     QTest::addColumn<QString>("genericIconName");
@@ -96,14 +96,14 @@ void tst_FileTypeIcons::specification_data() {
     QTest::newRow("unknown") << ".zentoria-unknown" << QString() << QString();
 }
 
-void tst_FileTypeIcons::specification() {
+void tst_FileTypeIcons::iconNames() {
     QFETCH(QString, extension);
     QFETCH(QString, iconName);
     QFETCH(QString, genericIconName);
 
-    const IconSpecification specification = GetDefaultIcon(extension);
-    QCOMPARE(specification.iconName, iconName);
-    QCOMPARE(specification.genericIconName, genericIconName);
+    const FileTypeIcon icon = GetDefaultIcon(extension);
+    QCOMPARE(icon.iconName, iconName);
+    QCOMPARE(icon.genericIconName, genericIconName);
 }
 
 void tst_FileTypeIcons::icon_data() {

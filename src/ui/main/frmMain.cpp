@@ -14,6 +14,7 @@
 #include "ui/common/CommonDialog.h"
 #include "ui/common/Icons.h"
 #include "ui/common/ImageList.h"
+#include "ui/common/Named.h"
 #include "ui/common/PictureBox.h"
 #include "ui/common/Twips.h"
 
@@ -32,12 +33,6 @@ namespace {
 // The window's client area as designed, in twips.
 constexpr double kClientWidth = 11880;
 constexpr double kClientHeight = 7590;
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* name) {
-    widget->setObjectName(QLatin1StringView(name));
-    return widget;
-}
 
 CaptionLabel* makeLabel(QWidget* parent, const char* name, const QString& caption) {
     auto* label = named(new CaptionLabel(parent), name);

@@ -5,6 +5,7 @@
 #include "settings/LanguageCatalog.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/ImageList.h"
+#include "ui/common/Named.h"
 #include "ui/common/Twips.h"
 #include "ui/main/SavedPlacement.h"
 #include "ui/main/frmMain.h"
@@ -26,12 +27,6 @@ namespace {
 constexpr double kWidth = 7485;
 // The height of a splash; a closing window of this height shows the main window.
 constexpr double kHeight = 4980;
-
-template <typename Widget>
-Widget* named(Widget* widget, const char* name) {
-    widget->setObjectName(QLatin1StringView(name));
-    return widget;
-}
 
 QFont versionFont() {
     // "MS Sans Serif" is no Linux font; the family falls back to the desktop's sans serif.

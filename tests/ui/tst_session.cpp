@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QFocusFrame>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
@@ -395,10 +396,18 @@ void tst_Session::accessibleAndTabOrder() {
     s.list->setFocus();
     QTest::keyClick(s.list, Qt::Key_A, Qt::ControlModifier);
     QTRY_VERIFY(scroll->isVisible());
+    auto* focusMark = s.child<QFocusFrame>("vsbBackFocus");
+    QVERIFY(!focusMark->isVisible());
     QTest::keyClick(s.list, Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(scroll));
+    // The scroll bar shows it has the focus.
+    QVERIFY(focusMark->isVisible());
+    QCOMPARE(focusMark->widget(), static_cast<QWidget*>(scroll));
     QTest::keyClick(scroll, Qt::Key_Backtab);
     QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(s.list));
+    QVERIFY(!focusMark->isVisible());
+    // Away from the scroll bar the right pane holds its three panes alone.
+    QVERIFY(!s.child<QWidget>("pctBorders")->isAncestorOf(focusMark));
 }
 
 void tst_Session::messageBeforeTheWindowShows() {

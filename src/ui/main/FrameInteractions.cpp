@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QEvent>
+#include <QFocusFrame>
 #include <QScrollBar>
 
 #include <cmath>
@@ -33,6 +34,15 @@ void frmMain::changeEvent(QEvent* event) {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == vsbBack && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+        if (event->type() == QEvent::FocusIn) {
+            m_scrollFocus->setWidget(vsbBack);
+        } else {
+            m_scrollFocus->setWidget(nullptr);
+            m_scrollFocus->setParent(this);
+            m_scrollFocus->hide();
+        }
+    }
     // The status bar keeps to the bottom of the client area whatever its size, as status bars do.
     if (watched == m_client && event->type() == QEvent::Resize) {
         const TwipsRect bar = geometryTwips(SB);

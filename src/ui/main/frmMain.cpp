@@ -20,6 +20,7 @@
 
 #include <QAction>
 #include <QFileSystemWatcher>
+#include <QFocusFrame>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QMenuBar>
@@ -279,6 +280,12 @@ void frmMain::describeForAssistiveTechnology() {
     SB->setAccessibleName(QStringLiteral("Status"));
     // Tab goes tree, list, the details' scroll bar (while it shows), as a reader goes left to right.
     vsbBack->setFocusPolicy(Qt::TabFocus);
+    // The style draws no focus mark on a scroll bar: a focus frame around it, while it has the focus,
+    // shows where the keys go.
+    // It joins the scroll bar's parent only while it shows, so the panes hold their designed controls alone.
+    m_scrollFocus = named(new QFocusFrame(this), "vsbBackFocus");
+    m_scrollFocus->hide();
+    vsbBack->installEventFilter(this);
     setTabOrder(TV, LV);
     setTabOrder(LV, vsbBack);
 }

@@ -14,6 +14,7 @@ class QDragEnterEvent;
 class QDragMoveEvent;
 class QDropEvent;
 class QFileSystemWatcher;
+class QFocusFrame;
 class QItemSelection;
 class QFrame;
 class QLabel;
@@ -228,6 +229,8 @@ private:
     // Set when the open report's file changed after it was read, until it is read again.
     bool m_changedOnDisk = false;
     QFileSystemWatcher* m_watcher = nullptr;
+    // Drawn around the panel's scroll bar while it has the keyboard focus.
+    QFocusFrame* m_scrollFocus = nullptr;
     // What Select Matching looked for last, offered again.
     QString m_lastPattern;
     QAction* submnuWebStyle = nullptr;

@@ -58,6 +58,16 @@ QString readSetting(const QString& application, const QString& section, const QS
     return value.isValid() ? value.toString() : defaultValue;
 }
 
+QStringList readSettings(const QString& application, const QString& section, const QStringList& keys) {
+    QSettings store(settingsFilePath(application), QSettings::IniFormat);
+    store.beginGroup(section);
+    QStringList values;
+    for (const QString& key : keys) {
+        values << store.value(key).toString();
+    }
+    return values;
+}
+
 bool hasSetting(const QString& application, const QString& section, const QString& key) {
     if (application == kMelvadex) {
         return !readSetting(application, section, key, {}).isEmpty();

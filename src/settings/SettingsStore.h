@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace zentoria {
 
@@ -12,6 +13,9 @@ namespace zentoria {
 // profile text (see IniReader.h).
 QString readSetting(const QString& application, const QString& section, const QString& key,
                     const QString& defaultValue);
+// The values of several keys of one section of this program's kind of file, read in one pass; an empty
+// text for each key that holds none.
+QStringList readSettings(const QString& application, const QString& section, const QStringList& keys);
 // Whether the key holds a value, even an empty one.
 bool hasSetting(const QString& application, const QString& section, const QString& key);
 // Creates file and section as needed and replaces the value. The file is replaced whole and at once,

@@ -110,8 +110,12 @@ void frmMain::updateEditActions() {
         selected || (!LV->selectionModel()->hasSelection() && !LV->listModel()->parentKey().isEmpty()));
 }
 
+PathMapping frmMain::storedPathMapping() {
+    return PathMapping::parse(readPathText(settings::PathMap)).value_or(PathMapping{});
+}
+
 std::optional<PathMapping> frmMain::pathMappingFor(const QList<const ReportEntry*>& files) {
-    const PathMapping stored = PathMapping::parse(readPathText(settings::PathMap)).value_or(PathMapping{});
+    const PathMapping stored = storedPathMapping();
     if (isStored(settings::PathMap)) {
         return stored;
     }
@@ -138,7 +142,7 @@ void frmMain::submnuCopy_Click() {
     if (files.isEmpty()) {
         return;
     }
-    const PathMapping mapping = PathMapping::parse(readPathText(settings::PathMap)).value_or(PathMapping{});
+    const PathMapping mapping = storedPathMapping();
     QStringList paths;
     QList<QUrl> urls;
     for (const ReportEntry* file : files) {

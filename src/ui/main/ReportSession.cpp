@@ -44,9 +44,12 @@ QString droppedReport(const QMimeData* data) {
 } // namespace
 
 QStringList frmMain::recentReports() const {
-    QStringList reports;
+    QStringList keys;
     for (int number = 1; number <= kRecentCount; ++number) {
-        const QString report = readSetting(thisProgram(), kRecentSection, recentKey(number), {});
+        keys << recentKey(number);
+    }
+    QStringList reports;
+    for (const QString& report : readSettings(thisProgram(), kRecentSection, keys)) {
         if (!report.isEmpty() && !reports.contains(report)) {
             reports << report;
         }
@@ -60,12 +63,11 @@ void frmMain::writeRecentReports(const QStringList& reports) {
         values.append({kRecentSection, recentKey(number), reports.value(number - 1)});
     }
     writeSettings(thisProgram(), values);
-    updateRecentMenu();
+    updateRecentMenu(reports);
 }
 
-void frmMain::updateRecentMenu() {
+void frmMain::updateRecentMenu(const QStringList& reports) {
     mnuRecent->clear();
-    const QStringList reports = recentReports();
     int number = 0;
     for (const QString& report : reports) {
         QAction* item = mnuRecent->addAction(QString(report).replace(u'&', QStringLiteral("&&")));
@@ -148,12 +150,9 @@ void frmMain::submnuReload_Click() {
     }
     // What the user was looking at: the kind, and the selected files by path.
     const QString activatedKey = LV->listModel()->parentKey();
-    const NodeCollection& nodes = TV->nodes();
     QSet<QString> selected;
-    for (const QModelIndex& index : LV->selectionModel()->selectedRows()) {
-        if (const int position = LV->listModel()->position(index.row()); nodes.isEntry(position)) {
-            selected.insert(windowsPathKey(nodes.entry(position).Path));
-        }
+    for (const ReportEntry* file : selectedFiles()) {
+        selected.insert(windowsPathKey(file->Path));
     }
 
     QString file = m_reportPath;

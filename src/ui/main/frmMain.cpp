@@ -299,7 +299,7 @@ void frmMain::Form_Load() {
     // Nothing is selected yet: the item fields end up empty, stacked under the line.
     ShowItemInfo(LV, *this);
     ShowSelectedItems->start();
-    updateRecentMenu();
+    updateRecentMenu(recentReports());
     translateMenus();
 
     mMenu->setImageList(Mns);

@@ -123,7 +123,8 @@ private:
     void updateTitleAndAddress();
     void openRecent(const QString& report);
     void writeRecentReports(const QStringList& reports);
-    void updateRecentMenu();
+    // Lists these reports under File > Recent.
+    void updateRecentMenu(const QStringList& reports);
     void submnuExport_Click();
     void submnuOpenWith_Click();
     void submnuCopy_Click();
@@ -140,6 +141,8 @@ private:
     // The path mapping to use for these files: the stored one, or the user's answer when none was ever
     // given and some file is a Windows path. None when the user cancelled.
     std::optional<PathMapping> pathMappingFor(const QList<const ReportEntry*>& files);
+    // The mapping the user gave; empty when none was given or it cannot be read.
+    static PathMapping storedPathMapping();
     void submnuShowHelp_Click();
     void ShowSelectedItems_Timer();
 

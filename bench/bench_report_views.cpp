@@ -223,7 +223,7 @@ void BM_PanelRefreshAfterSelectAll(benchmark::State& state) {
         QTest::keyClick(shown.list, Qt::Key_A, Qt::ControlModifier);
         settle();
         state.ResumeTiming();
-        ShowSelectionInfo(shown.list, *shown.window);
+        shown.window->webPanel()->ShowSelectionInfo();
         settle();
     }
     const auto* names = shown.window->findChild<CaptionLabel*>(QStringLiteral("WebItemType"));

@@ -13,8 +13,7 @@ QString helpResourceFor(const QString& helpFile) {
     return QStringLiteral(":/help/%1.html").arg(QFileInfo(helpFile).completeBaseName());
 }
 
-void showHelpContents(QWidget* owner, const QString& helpFile) {
-    auto* viewer = owner->findChild<QTextBrowser*>(QStringLiteral("HelpViewer"));
+QTextBrowser* showHelpContents(QWidget* owner, QTextBrowser* viewer, const QString& helpFile) {
     if (!viewer) {
         viewer = new QTextBrowser(owner);
         viewer->setObjectName(QStringLiteral("HelpViewer"));
@@ -38,6 +37,7 @@ void showHelpContents(QWidget* owner, const QString& helpFile) {
     viewer->show();
     viewer->raise();
     viewer->activateWindow();
+    return viewer;
 }
 
 } // namespace zentoria

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class QTextBrowser;
 class QWidget;
 
 namespace zentoria {
@@ -10,8 +11,8 @@ namespace zentoria {
 // is shown from ":/help/Brantwell.html".
 QString helpResourceFor(const QString& helpFile);
 
-// Shows the contents of the help file in the owner's help window, opening that window if needed. The
-// window belongs to the owner and closes with it.
-void showHelpContents(QWidget* owner, const QString& helpFile);
+// Shows the contents of the help file in the help window given, or in a new one of the owner's when
+// none is given, and returns the window shown. The window belongs to the owner and closes with it.
+QTextBrowser* showHelpContents(QWidget* owner, QTextBrowser* viewer, const QString& helpFile);
 
 } // namespace zentoria

@@ -7,15 +7,14 @@
 #include "settings/Preferences.h"
 #include "shell/FileAssociation.h"
 #include "shell/FileTypeIcons.h"
-#include "ui/common/CaptionLabel.h"
 #include "ui/common/ImageList.h"
 #include "ui/common/ScreenFit.h"
-#include "ui/common/Twips.h"
 #include "ui/main/frmMain.h"
 #include "ui/splash/frmSplash.h"
 
-#include <QAction>
 #include <QApplication>
+#include <QPointer>
+#include <QTextBrowser>
 #include <QTimer>
 
 namespace zentoria {
@@ -34,8 +33,7 @@ void registerReportType() {
 // Adds the desktop's icon for files of the extension (or the program's own) to the tree's image list,
 // keyed by the extension in capitals.
 void AddFileTypeIcon(frmMain& window, const QString& extension) {
-    window.findChild<ImageList*>(QStringLiteral("ImgDirTree"))
-        ->add(fileTypeIconKey(extension), fileTypeIcon(extension));
+    window.images().add(fileTypeIconKey(extension), fileTypeIcon(extension));
 }
 
 void processPendingEvents() {
@@ -57,26 +55,22 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
         hooks.mainWindowCreated(*main);
     }
     QObject::connect(main.get(), &frmMain::helpContentsRequested, main.get(),
-                     [window = main.get()] { showHelpContents(window, globals().HelpFile); });
+                     [window = main.get(), viewer = QPointer<QTextBrowser>()]() mutable {
+                         viewer = showHelpContents(window, viewer, globals().HelpFile);
+                     });
 
     main->Form_Load();
-    main->findChild<QAction*>(QStringLiteral("submnuWebStyle"))->setChecked(main->WebStyle);
-    main->findChild<CaptionLabel*>(QStringLiteral("WEPath"))->setCaption({});
+    main->setWebStyle(main->WebStyle);
+    main->setAddress({});
     // Owned by the main window; it deletes itself when it closes and has shown the main window.
     auto* splash = new frmSplash(main.get());
     splash->ShowSplash(false);
     QApplication::setOverrideCursor(Qt::WaitCursor);
     processPendingEvents();
 
-    auto* tree = main->findChild<QWidget*>(QStringLiteral("TV"));
-    auto* list = main->findChild<QWidget*>(QStringLiteral("LV"));
-    tree->setVisible(true);
-    list->setVisible(true);
-    // Sized from the design extents of the tree and the list, as twips; the placement comes later.
-    const double dpi = logicalDpi(main.get());
-    const double listRight = pixelsToTwips(list->x() + list->width(), dpi);
-    const double treeBottom = pixelsToTwips(tree->y() + tree->height(), dpi);
-    main->resize(twipsRectOnScreen(0, 0, listRight + 200, treeBottom + 500).size());
+    // Sized from the design extents of the tree and the list; the placement comes later.
+    const TwipsSize design = main->designExtent();
+    main->resize(twipsRectOnScreen(0, 0, design.Width, design.Height).size());
 
     AddFileTypeIcon(*main, QStringLiteral(".mp3"));
     AddFileTypeIcon(*main, QStringLiteral(".m3u"));

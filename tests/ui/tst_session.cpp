@@ -3,6 +3,7 @@
 #include "MainWindowFixture.h"
 #include "app/HelpViewer.h"
 #include "ui/common/CaptionLabel.h"
+#include "ui/document/ReportDocument.h"
 #include "ui/main/FileListView.h"
 #include "ui/main/ReportTree.h"
 
@@ -191,10 +192,10 @@ void tst_Session::dropping() {
     }
     QCOMPARE(s.drop(data), opens);
     if (opens) {
-        QCOMPARE(s.window.reportPath(), file(what));
+        QCOMPARE(s.window.document().path(), file(what));
         QCOMPARE(s.messages, QStringList());
     } else {
-        QCOMPARE(s.window.reportPath(), QString());
+        QCOMPARE(s.window.document().path(), QString());
         QCOMPARE(s.messages,
                  QStringList{"Only a Melvadex report can be dropped here: one .vzt or .txt file."});
     }
@@ -221,7 +222,7 @@ void tst_Session::recentReports() {
     const QStringList expected{reports[4], reports[8], reports[7], reports[6],
                                reports[5], reports[3], reports[2], reports[1]};
     QCOMPARE(s.recentMenu(), expected);
-    QCOMPARE(s.window.recentReports(), expected);
+    QCOMPARE(s.window.document().recentReports(), expected);
 
     // One that is gone: said, and removed.
     QVERIFY(QFile::remove(reports[7]));
@@ -229,11 +230,11 @@ void tst_Session::recentReports() {
     QCOMPARE(s.messages.size(), 1);
     QVERIFY(s.messages.first().contains(reports[7]) && s.messages.first().contains("no longer exists"));
     QVERIFY(!s.recentMenu().contains(reports[7]));
-    QCOMPARE(s.window.reportPath(), QString());
+    QCOMPARE(s.window.document().path(), QString());
 
     // One that is there opens.
     s.recentItem(reports[6])->trigger();
-    QCOMPARE(s.window.reportPath(), reports[6]);
+    QCOMPARE(s.window.document().path(), reports[6]);
     QCOMPARE(s.recentMenu().first(), reports[6]);
 
     s.trigger("submnuClearRecent");
@@ -267,7 +268,7 @@ void tst_Session::openDialogOffersTheReportFolders() {
     QCOMPARE(size, CommonDialog::openDialogSize(size, s.window.screen()->availableGeometry().size()));
     // It still opens in the program's folder.
     QCOMPARE(folder, QFileInfo(QCoreApplication::applicationDirPath()).absoluteFilePath());
-    QCOMPARE(s.window.reportPath(), report);
+    QCOMPARE(s.window.document().path(), report);
 }
 
 void tst_Session::openDialogSize_data() {
@@ -436,7 +437,7 @@ void tst_Session::helpWindowCloses_data() {
 void tst_Session::helpWindowCloses() {
     QFETCH(QKeyCombination, key);
     Session s(file("config"));
-    showHelpContents(&s.window, QStringLiteral("Brantwell.hlp"));
+    showHelpContents(&s.window, nullptr, QStringLiteral("Brantwell.hlp"));
     auto* help = s.window.findChild<QTextBrowser*>("HelpViewer");
     QVERIFY(help);
     QVERIFY(QTest::qWaitForWindowExposed(help));

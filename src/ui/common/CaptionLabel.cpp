@@ -54,6 +54,14 @@ void CaptionLabel::setOpaque(bool on) {
     }
 }
 
+void CaptionLabel::setOpaqueColours(QPalette::ColorRole background, QPalette::ColorRole text) {
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, colours.color(background));
+    colours.setColor(QPalette::WindowText, colours.color(text));
+    setPalette(colours);
+    setOpaque(true);
+}
+
 void CaptionLabel::setSingleBorder(bool on) {
     setFrameStyle(on ? QFrame::Panel | QFrame::Sunken : QFrame::NoFrame);
 }

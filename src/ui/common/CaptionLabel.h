@@ -26,6 +26,8 @@ public:
 
     // An opaque label fills its background with the palette's window colour.
     void setOpaque(bool on);
+    // Makes the label opaque in the desktop's colours of these roles, such as a tooltip's or a text box's.
+    void setOpaqueColours(QPalette::ColorRole background, QPalette::ColorRole text);
     void setSingleBorder(bool on);
 
     // What the caption shows on screen: "&&" becomes "&" and a lone "&" (the access-key mark) disappears.

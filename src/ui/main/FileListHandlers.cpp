@@ -1,9 +1,9 @@
 // frmMain: the file list's notifications.
 #include "FileListView.h"
 #include "frmMain.h"
+#include "ui/panel/WebPanel.h"
 
 #include <QItemSelectionModel>
-#include <QTimer>
 
 namespace zentoria {
 
@@ -17,15 +17,9 @@ void frmMain::LV_ColumnClick(int column) {
 }
 
 void frmMain::LV_ItemClick() {
-    ResetWebItems(true, *this);
+    pctWeb->ResetWebItems(true);
     // Enabling the timer again does not put the refresh off: clicks within its interval give one.
-    if (!ShowSelectedItems->isActive()) {
-        ShowSelectedItems->start();
-    }
-}
-
-void frmMain::LV_Click() {
-    LV_ItemClick();
+    pctWeb->scheduleRefresh();
 }
 
 void frmMain::LV_MouseDown(Qt::MouseButton button, const QPoint& position) {
@@ -39,10 +33,6 @@ void frmMain::LV_MouseDown(Qt::MouseButton button, const QPoint& position) {
     // Every item unselected, then the found one made the selected (and current) item.
     LV->selectionModel()->setCurrentIndex(found,
                                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-}
-
-void frmMain::LV_DblClick() {
-    ItemClick(LV);
 }
 
 } // namespace zentoria

@@ -42,6 +42,14 @@ void FileListView::setSort(int key, int order) {
     showSortIndicator();
 }
 
+void FileListView::selectRows(const QItemSelection& rows) {
+    const QModelIndex first = rows.first().topLeft();
+    selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(first);
+    Q_EMIT selectionChangedByProgram();
+}
+
 void FileListView::showSortIndicator() {
     header()->setSortIndicatorShown(isSorted());
     if (isSorted()) {

@@ -2,6 +2,7 @@
 
 #include "FileListModel.h"
 
+#include <QItemSelection>
 #include <QTreeView>
 
 namespace zentoria {
@@ -27,6 +28,8 @@ public:
     int sortOrder() const { return m_model->sortOrder() == Qt::AscendingOrder ? 0 : 1; }
     bool isSorted() const { return m_model->isSorted(); }
     void setSort(int key, int order);
+    // Selects exactly these rows (not none), makes the first current and scrolls it into view.
+    void selectRows(const QItemSelection& rows);
 
 Q_SIGNALS:
     // A left click anywhere in the list; it comes after clicked().
@@ -35,6 +38,8 @@ Q_SIGNALS:
     void mouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, const QPoint& position);
     // A key changed which items are selected (arrows, Shift+arrows, Ctrl+A, Space).
     void selectionChangedByKey();
+    // The program selected rows for the user (Select All, Select Matching, a reload).
+    void selectionChangedByProgram();
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;

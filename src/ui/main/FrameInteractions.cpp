@@ -1,15 +1,14 @@
-// frmMain: the frame's handlers: resizing, the separator drag, the panel's scroll bar, the captions
-// that move their neighbours, and Tools > WebStyle.
+// frmMain: the frame's handlers: resizing, the panel's scroll bar, the captions that move their
+// neighbours, and Tools > WebStyle.
 #include "FileListView.h"
 #include "LayoutGeometry.h"
 #include "StatusBar.h"
 #include "frmMain.h"
 #include "settings/Conversions.h"
-#include "settings/Globals.h"
 #include "settings/Preferences.h"
+#include "ui/common/Ampersands.h"
 #include "ui/common/CaptionLabel.h"
-#include "ui/common/PictureBox.h"
-#include "ui/common/Twips.h"
+#include "ui/panel/WebPanel.h"
 
 #include <QAction>
 #include <QEvent>
@@ -58,35 +57,6 @@ void frmMain::Form_Resize() {
     FitWebPanel(LV);
 }
 
-void frmMain::Separator_MouseDown() {
-    DraggingSeparator = true;
-}
-
-void frmMain::Separator_MouseUp() {
-    DraggingSeparator = false;
-}
-
-void frmMain::Separator_MouseMove(const QPointF& position) {
-    if (!DraggingSeparator) {
-        return;
-    }
-    const double dpi = logicalDpi(this);
-    const double x = position.x() * kTwipsPerInch / dpi;
-    qint32 width = roundHalfEven(geometryTwips(Separator).Left + x);
-    if (width < 0) {
-        width = 0;
-    }
-    const double clientWidth = pixelsToTwips(m_client->width(), dpi);
-    if (clientWidth < width) {
-        width = roundHalfEven(clientWidth - geometryTwips(Separator).Width);
-    }
-    globals().InitialTVWidth = width;
-    // Moves that arrive while the layout runs its events are not part of this drag step.
-    DraggingSeparator = false;
-    ReDrawForm();
-    DraggingSeparator = true;
-}
-
 void frmMain::vsbBack_Scroll() {
     setTopTwips(pctWeb, -vsbBack->sliderPosition() * m_panelScrollUnit);
 }
@@ -107,26 +77,8 @@ void frmMain::WEPath_Change() {
     }
     m_pathChanging = true;
     // The path is data: every "&" in it is a character, not an access-key mark.
-    WEPath->setCaption(WEPath->caption().replace(u'&', QStringLiteral("&&")));
+    WEPath->setCaption(doubleAmpersands(WEPath->caption()));
     m_pathChanging = false;
-}
-
-void frmMain::lblWebFolder_Change() {
-    if (m_titleChanging) {
-        return;
-    }
-    m_titleChanging = true;
-    lblWebFolder->setCaption(lblWebFolder->caption().replace(u'&', QStringLiteral("&&")));
-    m_titleChanging = false;
-    if (!lblWebFolder->caption().isEmpty()) {
-        const TwipsRect title = geometryTwips(lblWebFolder);
-        setTopTwips(pctWebLine, title.Top + title.Height);
-        // A title of several lines moves the line and so everything under it.
-        if (WebItemName) {
-            StackWebItems(webPanel());
-            FitWebPanel(LV);
-        }
-    }
 }
 
 void frmMain::submnuWebStyle_Click() {
@@ -140,8 +92,7 @@ void frmMain::FitWebPanel(FileListView* list) {
     if (!WebStyle) {
         return;
     }
-    const TwipsRect info = geometryTwips(lblInfo);
-    const double bottom = info.Top + info.Height;
+    const double bottom = pctWeb->contentBottom();
     if (bottom >= geometryTwips(pctWeb).Height) {
         setHeightTwips(pctWeb, bottom);
         vsbBack->show();

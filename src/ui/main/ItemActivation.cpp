@@ -1,13 +1,9 @@
-// frmMain: the report tree's notifications and the activation of tree nodes and list items.
+// frmMain: the activation of tree nodes and list items.
 #include "FileListView.h"
 #include "ReportTree.h"
 #include "frmMain.h"
-#include "ui/common/CaptionLabel.h"
 #include "ui/common/ImageList.h"
-#include "ui/common/PictureBox.h"
-#include "ui/common/Twips.h"
-
-#include <QLabel>
+#include "ui/panel/WebPanel.h"
 
 #include <algorithm>
 
@@ -19,23 +15,6 @@ namespace {
 constexpr int kLastWalkPosition = 32767;
 
 } // namespace
-
-void frmMain::TV_Collapse() {
-    CollapsePending = true;
-}
-
-void frmMain::TV_Expand(const QModelIndex& node) {
-    TV->setCurrentIndex(node);
-    ExpandPending = true;
-}
-
-void frmMain::TV_NodeClick() {
-    ItemClick(TV);
-}
-
-void frmMain::TV_Click() {
-    ItemClick(TV);
-}
 
 void frmMain::ItemClick(QWidget* Obj) {
     const bool fromTree = Obj == TV;
@@ -71,41 +50,9 @@ void frmMain::ItemClick(QWidget* Obj) {
                                   ImgDirTree->icon(QStringLiteral("MP3")));
         LV->setSingleColumn(QStringLiteral("File"), QStringLiteral("MP3"),
                             twipsToPixels(6500, logicalDpi(LV)));
-        lblWebFolder->setCaption(nodes.text(selected));
-        updateTitleAndAddress();
+        pctWeb->setTitle(nodes.text(selected));
     }
-
-    // Without the MP3 image (the desktop may have none) the panel icon stays as it is.
-    if (const QIcon mp3 = ImgDirTree->icon(QStringLiteral("MP3")); !mp3.isNull()) {
-        ImgIcon->setPixmap(mp3.pixmap(32, 32));
-    }
-    LoadOtherImages(true);
-}
-
-void frmMain::LoadOtherImages(bool Others) {
-    if (ImgOthers.size() < 2) {
-        auto* other = new QLabel(pctWeb);
-        other->setObjectName(QStringLiteral("ImgOthers"));
-        other->setProperty("index", 1);
-        setGeometryTwips(other, geometryTwips(ImgOthers.first()));
-        ImgOthers.append(other);
-    }
-    const QPixmap picture = ImgIcon->pixmap();
-    if (picture.isNull()) {
-        for (QLabel* other : std::as_const(ImgOthers)) {
-            other->hide();
-        }
-        return;
-    }
-    ImgIcon->raise();
-    const TwipsRect icon = geometryTwips(ImgIcon);
-    for (int i = 0; i < 2; ++i) {
-        QLabel* other = ImgOthers[i];
-        other->setPixmap(picture);
-        setGeometryTwips(other, icon.Left + 100 * (i + 1), icon.Top - 50 * (i + 1), icon.Width, icon.Height);
-        other->lower();
-        other->setVisible(Others);
-    }
+    showReportIcon();
 }
 
 } // namespace zentoria

@@ -1,9 +1,9 @@
 #include "MenuDecorator.h"
 
 #include "ui/common/ImageList.h"
+#include "ui/common/MenuItems.h"
 
 #include <QAction>
-#include <QWidget>
 
 namespace zentoria {
 
@@ -11,15 +11,16 @@ MenuDecorator::MenuDecorator(QObject* parent)
     : QObject(parent) {}
 
 bool MenuDecorator::setItemImage(const QString& menuItem, int zeroBasedIndex) {
-    if (!m_images || !m_window || zeroBasedIndex < 0 || zeroBasedIndex >= m_images->count()) {
+    if (!m_images || !m_menuBar || zeroBasedIndex < 0 || zeroBasedIndex >= m_images->count()) {
         return false;
     }
-    auto* action = m_window->findChild<QAction*>(menuItem);
-    if (!action) {
-        return false;
+    for (QAction* action : menuItems(m_menuBar)) {
+        if (action->objectName() == menuItem) {
+            action->setIcon(m_images->iconAt(zeroBasedIndex + 1));
+            return true;
+        }
     }
-    action->setIcon(m_images->iconAt(zeroBasedIndex + 1));
-    return true;
+    return false;
 }
 
 } // namespace zentoria

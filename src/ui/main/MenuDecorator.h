@@ -2,13 +2,13 @@
 
 #include <QObject>
 
-class QWidget;
+class QMenuBar;
 
 namespace zentoria {
 
 class ImageList;
 
-// Draws images from an image list beside the menu items of one window, addressed by the items' names.
+// Draws images from an image list beside the menu items of one menu bar, addressed by the items' names.
 class MenuDecorator : public QObject {
     Q_OBJECT
 
@@ -16,14 +16,14 @@ public:
     explicit MenuDecorator(QObject* parent = nullptr);
 
     void setImageList(const ImageList* images) { m_images = images; }
-    void attach(QWidget* window) { m_window = window; }
+    void attach(const QMenuBar* menuBar) { m_menuBar = menuBar; }
     // Gives the menu item named menuItem the image at the zero-based position; false when there is no
     // such item or image.
     bool setItemImage(const QString& menuItem, int zeroBasedIndex);
 
 private:
     const ImageList* m_images = nullptr;
-    QWidget* m_window = nullptr;
+    const QMenuBar* m_menuBar = nullptr;
 };
 
 } // namespace zentoria

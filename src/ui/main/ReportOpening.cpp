@@ -6,15 +6,14 @@
 #include "report/RegularFile.h"
 #include "report/ReportReader.h"
 #include "settings/Globals.h"
-#include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/ImageList.h"
+#include "ui/document/ReportDocument.h"
+#include "ui/panel/WebPanel.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLabel>
-#include <QTimer>
 
 namespace zentoria {
 
@@ -36,7 +35,7 @@ void frmMain::OpenFile(QString& File) {
     File.remove(u'"');
     QFile file(File);
     if (QString why; !openRegularFile(file, why)) {
-        showMessage(QStringLiteral("The report \"%1\" cannot be opened: %2.").arg(File, why));
+        m_messages.show(this, QStringLiteral("The report \"%1\" cannot be opened: %2.").arg(File, why));
         return;
     }
     DeviceLineSource source(file);
@@ -44,11 +43,11 @@ void frmMain::OpenFile(QString& File) {
     if (result.Outcome == Outcome::Corrupted) {
         // For a file with nothing in it, "corrupted" would send the user looking for damage.
         if (source.hadReadError()) {
-            showMessage(QStringLiteral("Reading \"%1\" failed: %2.").arg(File, file.errorString()));
+            m_messages.show(this, QStringLiteral("Reading \"%1\" failed: %2.").arg(File, file.errorString()));
         } else if (file.pos() == 0) {
-            showMessage(QStringLiteral("The file \"%1\" is empty: it holds no report.").arg(File));
+            m_messages.show(this, QStringLiteral("The file \"%1\" is empty: it holds no report.").arg(File));
         } else {
-            showMessage(QStringLiteral("The file is corrupted"));
+            m_messages.show(this, QStringLiteral("The file is corrupted"));
         }
         return;
     }
@@ -57,22 +56,24 @@ void frmMain::OpenFile(QString& File) {
     {
         // The entries move into the tree, which is shown once they are all there.
         const ReportTreeModel::EntryBatch batch(*m_report, result.Entries.size());
-        for (ReportEntry& entry : result.Entries) {
-            AddEntryNode(std::move(entry));
+        for (const ReportEntry& entry : result.Entries) {
+            AddEntryNode(entry);
         }
     }
-    resetPanelForNewReport();
+    // Nothing of the previous report's selection stays. No layout pass here: at start-up the window is
+    // not placed yet, and a pass would save its unplaced geometry as the last safe one.
+    pctWeb->resetForNewReport(ImgDirTree->icon(QStringLiteral("MP3")));
     m_report->setCreationDate(result.CreationDate);
-    reportOpened(File);
+    m_document->opened(File);
     if (result.Outcome == Outcome::NoProblems) {
-        showMessage(QStringLiteral("The are no MP3 file with \"problems\" in this report."));
+        m_messages.show(this, QStringLiteral("The are no MP3 file with \"problems\" in this report."));
     }
     const QString problems = result.describeProblems();
     if (!problems.isEmpty()) {
-        showMessage(QStringLiteral("\"%1\" was not read completely.\n\n%2").arg(File, problems));
+        m_messages.show(this, QStringLiteral("\"%1\" was not read completely.\n\n%2").arg(File, problems));
     }
     if (source.hadReadError()) {
-        showMessage(QStringLiteral("Reading \"%1\" failed: %2.").arg(File, file.errorString()));
+        m_messages.show(this, QStringLiteral("Reading \"%1\" failed: %2.").arg(File, file.errorString()));
     }
 }
 
@@ -93,30 +94,9 @@ void frmMain::LoadTreeView(const QString& Key) {
 }
 
 void frmMain::AddEntryNode(const ReportEntry& entry) {
-    AddEntryNode(ReportEntry(entry));
-}
-
-void frmMain::AddEntryNode(ReportEntry&& entry) {
     // Every entry key starts with "ID3v1", whatever the entry's kind: the kind is the parent's. The
     // collection derives keys and parents from the entry itself.
-    m_report->addEntry(std::move(entry));
-}
-
-void frmMain::resetPanelForNewReport() {
-    // Nothing of the previous report's selection stays. No layout pass here: at start-up the window is
-    // not placed yet, and a pass would save its unplaced geometry as the last safe one.
-    ShowSelectedItems->stop();
-    for (CaptionLabel* field : {WebItemName, WebItemType, WebToolTip, lblInfo}) {
-        field->setCaption({});
-    }
-    WebToolTip->hide();
-    lblWebFolder->setCaption(QStringLiteral("Zentoria"));
-    if (const QIcon mp3 = ImgDirTree->icon(QStringLiteral("MP3")); !mp3.isNull()) {
-        ImgIcon->setPixmap(mp3.pixmap(32, 32));
-    }
-    LoadOtherImages(true);
-    StackWebItems(webPanel());
-    FitWebPanel(LV);
+    m_report->addEntry(entry);
 }
 
 void frmMain::submnuOpen_Click() {
@@ -126,7 +106,7 @@ void frmMain::submnuOpen_Click() {
     CMDlg->InitDir = GetAppPath();
     // The user's reports are one click away: the folders of the recent ones, then the home folder.
     CMDlg->SidebarFolders.clear();
-    for (const QString& report : recentReports()) {
+    for (const QString& report : m_document->recentReports()) {
         CMDlg->SidebarFolders << QFileInfo(report).absolutePath();
     }
     CMDlg->SidebarFolders << QDir::homePath();

@@ -31,9 +31,10 @@ void frmMain::closeEvent(QCloseEvent* event) {
     }
 
     // The other windows (the help, a splash still up) close with it.
-    for (QWidget* child : findChildren<QWidget*>()) {
-        if (child->isWindow() && child->isVisible()) {
-            child->close();
+    for (QObject* child : children()) {
+        if (auto* window = qobject_cast<QWidget*>(child);
+            window && window->isWindow() && window->isVisible()) {
+            window->close();
         }
     }
     QMainWindow::closeEvent(event);

@@ -10,6 +10,7 @@
 #include "ui/common/PictureBox.h"
 #include "ui/common/ScreenFit.h"
 #include "ui/common/Twips.h"
+#include "ui/panel/WebPanel.h"
 
 #include <QCoreApplication>
 #include <QLabel>

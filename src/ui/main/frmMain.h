@@ -1,43 +1,37 @@
 #pragma once
 
-#include "export/PathMapping.h"
+#include "LayoutGeometry.h"
 #include "report/ReportEntry.h"
 #include "ui/common/MessageBoxes.h"
-#include "ui/panel/WebPanel.h"
 
 #include <QMainWindow>
 
-#include <optional>
-
 class QAction;
-class QDragEnterEvent;
-class QDragMoveEvent;
-class QDropEvent;
-class QFileSystemWatcher;
 class QFocusFrame;
-class QItemSelection;
 class QFrame;
-class QLabel;
 class QMenu;
 class QScrollBar;
-class QTimer;
-class QModelIndex;
 
 namespace zentoria {
 
 class CaptionLabel;
 class CommonDialog;
+class FileHandOff;
 class FileListView;
 class ImageList;
 class MenuDecorator;
-struct LayoutInput;
 class PictureBox;
+class ReportDocument;
 class ReportTree;
 class ReportTreeModel;
+class SeparatorDrag;
 class StatusBar;
+class WebPanel;
 
 // The main window: the report tree on the left, the file list and the web-style panel on the right,
 // the address bar above and the status bar below. Every control carries its own name as object name.
+// What goes beyond the form lives in collaborators: the open report as a document, and handing the
+// listed files on.
 class frmMain : public QMainWindow {
     Q_OBJECT
 
@@ -59,7 +53,6 @@ public:
     void LoadTreeView(const QString& Key = {});
     // Adds one report entry to the tree under its kind.
     void AddEntryNode(const ReportEntry& entry);
-    void AddEntryNode(ReportEntry&& entry);
 
     // Activates the selected item of the tree or the list: a tree node lists its children in the file
     // list and titles the panel with its text.
@@ -70,22 +63,26 @@ public:
     void ReDrawForm();
     // Sizes the web-style panel to its content and sets up its scroll bar against the list.
     void FitWebPanel(FileListView* list);
-    // Puts copies of the panel's icon behind it, a little to the right and higher up each, so the three
-    // look like a stack; shown when Others is true and the icon holds a picture.
+    // Puts copies of the panel's icon behind it, so the three look like a stack.
     void LoadOtherImages(bool Others);
-    // The controls the selection details write.
-    WebPanelControls webPanel() const;
-
     // Stacks the right pane's children bottom to top: the list, the panel over it (it covers the
     // list's left edge), the panel's scroll bar over both.
     void RestorePanelOrder();
 
     MessageBoxes& messageBoxes() { return m_messages; }
 
-    // The full path of the report on screen; empty before the first.
-    const QString& reportPath() const { return m_reportPath; }
-    // The reports last opened, newest first, as File > Recent lists them.
-    QStringList recentReports() const;
+    // Shows the panel or not, with the check mark of Tools > WebStyle to match; no layout pass.
+    void setWebStyle(bool on);
+    // What the address bar shows.
+    void setAddress(const QString& address);
+    // Shows the MP3 files' icon in the panel, stacked.
+    void showReportIcon();
+    // The window's size as its design places the tree and the list, in twips.
+    TwipsSize designExtent() const;
+    // The images of the tree and the list, the file types' icons among them.
+    ImageList& images() { return *ImgDirTree; }
+    WebPanel* webPanel() const { return pctWeb; }
+    ReportDocument& document() { return *m_document; }
 
 Q_SIGNALS:
     // Help > Contents: whoever owns the help viewer shows the manual.
@@ -96,113 +93,52 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dragMoveEvent(QDragMoveEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
 
 private:
     void createControls();
     void createMenus();
     // Names and descriptions a screen reader speaks, and the order Tab visits the panes in.
     void describeForAssistiveTechnology();
-    QAction* addMenuItem(QMenu* menu, const QString& name, const QString& caption,
-                         const QKeySequence& shortcut);
     void SetMenuIcon(const QString& menuName, const QString& imageKey);
-    void translateMenus();
-    void fillImageLists();
-    void showMessage(const QString& text);
 
     void submnuOpen_Click();
     void submnuExit_Click();
-    void submnuReload_Click();
-    void acceptDrag(QDropEvent* event);
-    // After a report was read and shown: remembers it, watches its file, titles the window.
-    void reportOpened(const QString& file);
-    void reportFileChanged(const QString& path);
-    // The title bar and the address bar name the open report and the activated node.
-    void updateTitleAndAddress();
-    void openRecent(const QString& report);
-    void writeRecentReports(const QStringList& reports);
-    // Lists these reports under File > Recent.
-    void updateRecentMenu(const QStringList& reports);
-    void submnuExport_Click();
-    void submnuOpenWith_Click();
-    void submnuCopy_Click();
-    void submnuSelectAll_Click();
-    void submnuSelectMatching_Click();
-    // Selects exactly these rows of the list (not empty), the first of them current and in view.
-    void selectInList(const QItemSelection& rows);
-    // Enables the items that need a selection, or files in the list, only while there are some.
-    void updateEditActions();
-    // The list's selected files (kind nodes left out), in the list's order.
-    QList<const ReportEntry*> selectedFiles() const;
-    // What Export writes: the selected files, or without a selection every file of the activated kind.
-    QList<const ReportEntry*> filesToExport() const;
-    // The path mapping to use for these files: the stored one, or the user's answer when none was ever
-    // given and some file is a Windows path. None when the user cancelled.
-    std::optional<PathMapping> pathMappingFor(const QList<const ReportEntry*>& files);
-    // The mapping the user gave; empty when none was given or it cannot be read.
-    static PathMapping storedPathMapping();
-    void submnuShowHelp_Click();
-    void ShowSelectedItems_Timer();
-
-    void TV_Collapse();
-    void TV_Expand(const QModelIndex& node);
-    void TV_NodeClick();
-    void TV_Click();
+    void submnuWebStyle_Click();
     void LV_ColumnClick(int column);
     void LV_ItemClick();
-    void LV_Click();
     void LV_MouseDown(Qt::MouseButton button, const QPoint& position);
-    void LV_DblClick();
-
     void Form_Resize();
-    void Separator_MouseDown();
-    void Separator_MouseMove(const QPointF& position);
-    void Separator_MouseUp();
     void vsbBack_Scroll();
     void vsbBack_Change();
     void lblAddress_Change();
     void WEPath_Change();
-    void lblWebFolder_Change();
-    void submnuWebStyle_Click();
     LayoutInput readLayoutInput() const;
     // Keeps the client area at least as large as the layout needs for every pane to show.
     void updateMinimumSize(const LayoutInput& in);
 
-    // Empties the panel and the title as when the program has just started, for a new report.
-    void resetPanelForNewReport();
-
     // Set by the tree's expand and collapse notifications; the next activation from the tree takes them.
     bool CollapsePending = false;
     bool ExpandPending = false;
-    // True while a mouse button is held on the separator (and not while a layout pass runs).
-    bool DraggingSeparator = false;
-    // Re-entry guards of the caption handlers that write their own caption back.
+    // Re-entry guard of the address's caption handler, which writes its own caption back.
     bool m_pathChanging = false;
-    bool m_titleChanging = false;
     // Twips the panel moves for each step of its scroll bar: 1, unless the panel's content is taller
     // than the 32767 steps a scroll bar has.
     double m_panelScrollUnit = 1;
     MessageBoxes m_messages;
     // The open report's nodes: the tree shows them, the list shows the activated node's children.
     ReportTreeModel* m_report = nullptr;
+    ReportDocument* m_document = nullptr;
+    FileHandOff* m_handOff = nullptr;
+    SeparatorDrag* m_separatorDrag = nullptr;
+    // Drawn around the panel's scroll bar while it has the keyboard focus.
+    QFocusFrame* m_scrollFocus = nullptr;
 
     QWidget* m_client = nullptr;
     PictureBox* pctBorders = nullptr;
     QScrollBar* vsbBack = nullptr;
-    PictureBox* pctWeb = nullptr;
-    PictureBox* pctWebLine = nullptr;
-    QList<QLabel*> ImgOthers;
-    CaptionLabel* lblInfo = nullptr;
-    CaptionLabel* lblWebFolder = nullptr;
-    CaptionLabel* WebItemType = nullptr;
-    CaptionLabel* WebToolTip = nullptr;
-    CaptionLabel* WebItemName = nullptr;
-    QLabel* ImgIcon = nullptr;
+    WebPanel* pctWeb = nullptr;
     FileListView* LV = nullptr;
     MenuDecorator* mMenu = nullptr;
-    QTimer* ShowSelectedItems = nullptr;
     StatusBar* SB = nullptr;
     ImageList* ImgDirTree = nullptr;
     CommonDialog* CMDlg = nullptr;
@@ -220,22 +156,7 @@ private:
     QMenu* mnuTools = nullptr;
     QMenu* mnuHelp = nullptr;
     QAction* submnuOpen = nullptr;
-    QAction* submnuExport = nullptr;
-    QAction* submnuOpenWith = nullptr;
     QAction* submnuExit = nullptr;
-    QAction* submnuCopy = nullptr;
-    QAction* submnuSelectAll = nullptr;
-    QAction* submnuSelectMatching = nullptr;
-    QMenu* mnuRecent = nullptr;
-    QAction* submnuReload = nullptr;
-    QString m_reportPath;
-    // Set when the open report's file changed after it was read, until it is read again.
-    bool m_changedOnDisk = false;
-    QFileSystemWatcher* m_watcher = nullptr;
-    // Drawn around the panel's scroll bar while it has the keyboard focus.
-    QFocusFrame* m_scrollFocus = nullptr;
-    // What Select Matching looked for last, offered again.
-    QString m_lastPattern;
     QAction* submnuWebStyle = nullptr;
     QAction* submnuShowHelp = nullptr;
 };

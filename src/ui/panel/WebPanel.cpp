@@ -2,15 +2,17 @@
 
 #include "report/ProblemKind.h"
 #include "settings/LanguageCatalog.h"
+#include "shell/FileTypeIcons.h"
+#include "ui/common/Ampersands.h"
 #include "ui/common/CaptionLabel.h"
-#include "ui/common/PictureBox.h"
+#include "ui/common/DesignFont.h"
+#include "ui/common/Named.h"
 #include "ui/common/Twips.h"
-#include "ui/main/FileListView.h"
-#include "ui/main/frmMain.h"
 
+#include <QHeaderView>
 #include <QItemSelectionModel>
-#include <QScrollBar>
 #include <QTimer>
+#include <QTreeView>
 
 namespace zentoria {
 
@@ -22,19 +24,26 @@ constexpr double kGapUnderLine = 30;
 constexpr double kDetailsWidth = 2515;
 // A column value shows at most this many characters.
 constexpr qsizetype kLongestValue = 1200;
-
-// Labels read "&" as an access-key mark: data written to them keeps each "&" by doubling it.
-QString keepAmpersands(const QString& text) {
-    return text.contains(u'&') ? QString(text).replace(u'&', QStringLiteral("&&")) : text;
-}
+// The role under which the list's items carry their keys.
+constexpr int kKeyRole = Qt::UserRole;
 
 double bottomOf(const QWidget* widget) {
     const TwipsRect rect = geometryTwips(widget);
     return rect.Top + rect.Height;
 }
 
+CaptionLabel* wrappingLabel(QWidget* parent, const char* name, const QString& caption,
+                            const TwipsRect& rect) {
+    auto* label = named(new CaptionLabel(parent), name);
+    setGeometryTwips(label, rect);
+    label->setWordWrap(true);
+    label->setAutoSize(true);
+    label->setCaption(caption);
+    return label;
+}
+
 // The selected rows, top to bottom, read from the selection's ranges rather than row by row.
-QList<int> selectedRows(const FileListView* list) {
+QList<int> selectedRows(const QTreeView* list) {
     const int rows = list->model()->rowCount();
     QList<bool> selected(rows, false);
     for (const QItemSelectionRange& range : list->selectionModel()->selection()) {
@@ -52,7 +61,7 @@ QList<int> selectedRows(const FileListView* list) {
 }
 
 // The list's selected item: the current one when it is selected, else the first selected; -1 for none.
-int selectedItem(const FileListView* list) {
+int selectedItem(const QTreeView* list) {
     const QModelIndex current = list->currentIndex();
     if (current.isValid() && list->selectionModel()->isRowSelected(current.row(), {})) {
         return current.row();
@@ -61,12 +70,16 @@ int selectedItem(const FileListView* list) {
     return rows.isEmpty() ? -1 : rows.first();
 }
 
+QString cell(const QTreeView* list, int row, int column, int role = Qt::DisplayRole) {
+    return list->model()->index(row, column).data(role).toString();
+}
+
 // The details of one file: every further column with a width and a value, as "header: value".
-QString columnDetails(const FileListView* list, int row) {
-    const FileListModel* model = list->listModel();
+QString columnDetails(const QTreeView* list, int row) {
+    const QAbstractItemModel* model = list->model();
     QString details;
     for (int column = 1; column < model->columnCount(); ++column) {
-        const QString value = model->subItem(row, column);
+        const QString value = cell(list, row, column);
         if (value.isEmpty() || list->columnWidth(column) <= 0) {
             continue;
         }
@@ -82,109 +95,230 @@ QString columnDetails(const FileListView* list, int row) {
 
 } // namespace
 
-void StackWebItems(const WebPanelControls& panel) {
-    setTopTwips(panel.WebItemName, bottomOf(panel.pctWebLine) + kGapUnderLine);
-    setTopTwips(panel.WebItemType, bottomOf(panel.WebItemName));
-    setTopTwips(panel.WebToolTip, bottomOf(panel.WebItemType));
-    // The hidden tooltip keeps its room.
-    setTopTwips(panel.lblInfo, bottomOf(panel.WebToolTip));
+WebPanel::WebPanel(QWidget* parent)
+    : PictureBox(parent) {
+    setObjectName(QStringLiteral("pctWeb"));
+    setBackgroundColor(Qt::white);
+    setPicture(QPixmap(QStringLiteral(":/zentoria/web-banner.png")));
+    setGeometryTwips(this, 0, 0, 2895, 2655);
+    setAccessibleName(QStringLiteral("Details"));
+    setAccessibleDescription(QStringLiteral("What is selected in the list."));
+    createControls();
 }
 
-void ResetWebItems(bool Visible, frmMain& window) {
-    const WebPanelControls panel = window.webPanel();
-    panel.lblInfo->setVisible(Visible);
-    panel.WebItemName->setVisible(Visible);
-    panel.WebToolTip->setVisible(Visible && !panel.WebToolTip->caption().isEmpty());
-    if (!Visible) {
-        panel.vsbBack->hide();
+void WebPanel::createControls() {
+    pctWebLine = named(new PictureBox(this), "pctWebLine");
+    setGeometryTwips(pctWebLine, 0, 1030, 2850, 120);
+    pctWebLine->setAutoSize(true);
+    pctWebLine->setPicture(QPixmap(QStringLiteral(":/zentoria/web-line.png")));
+
+    auto* other = named(new QLabel(this), "ImgOthers");
+    other->setProperty("index", 0);
+    other->setPixmap(programIcon().pixmap(32, 32));
+    setGeometryTwips(other, 720, 240, 480, 480);
+    ImgOthers.append(other);
+
+    lblInfo = wrappingLabel(this, "lblInfo", QStringLiteral("lblInfo"), {165, 2160, 2295, 255});
+    lblInfo->setSingleBorder(true);
+
+    lblWebFolder =
+        wrappingLabel(this, "lblWebFolder", QStringLiteral("Search Results"), {195, 720, 2340, 300});
+    lblWebFolder->setFont(designBoldFont(12));
+    connect(lblWebFolder, &CaptionLabel::captionChanged, this, &WebPanel::lblWebFolder_Change);
+
+    WebItemType = wrappingLabel(this, "WebItemType", QStringLiteral("Item Type"), {170, 1440, 2100, 195});
+    WebToolTip = wrappingLabel(this, "WebToolTip", QStringLiteral("Tooltip"), {170, 1920, 2175, 195});
+    WebToolTip->setOpaqueColours(QPalette::ToolTipBase, QPalette::ToolTipText);
+    WebItemName = wrappingLabel(this, "WebItemName", QStringLiteral("Item Name"), {170, 1200, 2100, 195});
+    WebItemName->setFont(designBoldFont(8.25));
+
+    ImgIcon = named(new QLabel(this), "ImgIcon");
+    ImgIcon->setPixmap(programIcon().pixmap(32, 32));
+    setGeometryTwips(ImgIcon, 195, 175, 480, 480);
+
+    ShowSelectedItems = named(new QTimer(this), "ShowSelectedItems");
+    ShowSelectedItems->setInterval(150);
+    connect(ShowSelectedItems, &QTimer::timeout, this, &WebPanel::ShowSelectionInfo);
+}
+
+void WebPanel::prepare() {
+    lblInfo->setSingleBorder(false);
+    ImgIcon->clear();
+    LoadOtherImages(true);
+    lblWebFolder->setCaption({});
+    WebToolTip->setCaption({});
+    // Nothing is selected yet: the item fields end up empty, stacked under the line.
+    ShowItemInfo();
+    ShowSelectedItems->start();
+}
+
+void WebPanel::resetForNewReport(const QIcon& icon) {
+    ShowSelectedItems->stop();
+    emptyItemFields();
+    WebItemType->setCaption({});
+    WebToolTip->hide();
+    lblWebFolder->setCaption(QStringLiteral("Zentoria"));
+    showIcon(icon);
+    stackItems();
+    Q_EMIT contentHeightChanged();
+}
+
+QString WebPanel::title() const {
+    return lblWebFolder->caption();
+}
+
+void WebPanel::setTitle(const QString& title) {
+    lblWebFolder->setCaption(title);
+}
+
+void WebPanel::showIcon(const QIcon& icon) {
+    // Without the icon (the desktop may have none) the panel's stays as it is.
+    if (!icon.isNull()) {
+        ImgIcon->setPixmap(icon.pixmap(32, 32));
     }
-    panel.lblInfo->setCaption({});
-    panel.WebItemName->setCaption({});
-    panel.WebToolTip->setCaption({});
-    window.ReDrawForm();
+    LoadOtherImages(true);
 }
 
-void ShowSelectionInfo(FileListView* list, frmMain& window) {
-    const WebPanelControls panel = window.webPanel();
-    panel.ShowSelectedItems->stop();
-    const FileListModel* model = list->listModel();
-    const QList<int> rows = selectedRows(list);
+void WebPanel::LoadOtherImages(bool Others) {
+    if (ImgOthers.size() < 2) {
+        auto* other = named(new QLabel(this), "ImgOthers");
+        other->setProperty("index", 1);
+        setGeometryTwips(other, geometryTwips(ImgOthers.first()));
+        ImgOthers.append(other);
+    }
+    const QPixmap picture = ImgIcon->pixmap();
+    if (picture.isNull()) {
+        for (QLabel* other : std::as_const(ImgOthers)) {
+            other->hide();
+        }
+        return;
+    }
+    ImgIcon->raise();
+    const TwipsRect icon = geometryTwips(ImgIcon);
+    for (int i = 0; i < 2; ++i) {
+        QLabel* other = ImgOthers[i];
+        other->setPixmap(picture);
+        setGeometryTwips(other, icon.Left + 100 * (i + 1), icon.Top - 50 * (i + 1), icon.Width, icon.Height);
+        other->lower();
+        other->setVisible(Others);
+    }
+}
 
+void WebPanel::lblWebFolder_Change() {
+    if (m_titleChanging) {
+        return;
+    }
+    m_titleChanging = true;
+    lblWebFolder->setCaption(doubleAmpersands(lblWebFolder->caption()));
+    m_titleChanging = false;
+    if (!lblWebFolder->caption().isEmpty()) {
+        setTopTwips(pctWebLine, bottomOf(lblWebFolder));
+        // A title of several lines moves the line and so everything under it.
+        if (WebItemName) {
+            stackItems();
+            Q_EMIT contentHeightChanged();
+        }
+    }
+}
+
+void WebPanel::stackItems() {
+    setTopTwips(WebItemName, bottomOf(pctWebLine) + kGapUnderLine);
+    setTopTwips(WebItemType, bottomOf(WebItemName));
+    setTopTwips(WebToolTip, bottomOf(WebItemType));
+    // The hidden tooltip keeps its room.
+    setTopTwips(lblInfo, bottomOf(WebToolTip));
+}
+
+void WebPanel::emptyItemFields() {
+    for (CaptionLabel* field : {lblInfo, WebItemName, WebToolTip}) {
+        field->setCaption({});
+    }
+}
+
+double WebPanel::contentBottom() const {
+    return bottomOf(lblInfo);
+}
+
+void WebPanel::ResetWebItems(bool Visible) {
+    lblInfo->setVisible(Visible);
+    WebItemName->setVisible(Visible);
+    WebToolTip->setVisible(Visible && !WebToolTip->caption().isEmpty());
+    emptyItemFields();
+    Q_EMIT itemsReset(Visible);
+}
+
+void WebPanel::scheduleRefresh() {
+    if (!ShowSelectedItems->isActive()) {
+        ShowSelectedItems->start();
+    }
+}
+
+void WebPanel::ShowSelectionInfo() {
+    ShowSelectedItems->stop();
+    if (!m_list) {
+        return;
+    }
+    const QList<int> rows = selectedRows(m_list);
     if (rows.isEmpty()) {
         // Nothing selected: nothing of an earlier selection stays either.
-        panel.lblInfo->setCaption({});
-        panel.WebItemType->setCaption({});
-        StackWebItems(panel);
-        window.FitWebPanel(list);
+        lblInfo->setCaption({});
+        WebItemType->setCaption({});
+        stackItems();
+        Q_EMIT contentHeightChanged();
         return;
     }
     if (rows.size() == 1) {
-        ShowItemInfo(list, window);
+        ShowItemInfo();
         return;
     }
 
     QString names;
     for (int row : rows) {
-        const QString text = model->text(row);
+        const QString text = cell(m_list, row, 0);
         if (!text.isEmpty()) {
-            names += u'\r' + keepAmpersands(text);
+            names += u'\r' + doubleAmpersands(text);
         }
     }
     // Files of different kinds: the count line names the kind of the last one.
-    const QString noun = ProblemKindText(model->key(rows.last())).toLower();
-    panel.WebToolTip->hide();
-    panel.WebItemType->setCaption(
-        QString::number(rows.size()) + u' ' + keepAmpersands(noun) +
+    const QString noun = ProblemKindText(cell(m_list, rows.last(), 0, kKeyRole)).toLower();
+    WebToolTip->hide();
+    WebItemType->setCaption(
+        QString::number(rows.size()) + u' ' + doubleAmpersands(noun) +
         Translate(QStringLiteral("Status"), QStringLiteral("PluralSelected"), QStringLiteral("s selected.")) +
         QStringLiteral("\r\r") + names);
     // The details name each file's second column; a list without one has nothing to add, not a blank
     // line per file.
     QString details;
-    if (model->columnCount() > 1) {
+    if (m_list->model()->columnCount() > 1) {
         details = QStringLiteral("\r");
         for (int row : rows) {
-            details += model->subItem(row, 1) + u'\r';
+            details += cell(m_list, row, 1) + u'\r';
         }
     }
-    panel.lblInfo->setCaption(keepAmpersands(details));
-    panel.WebItemName->setCaption({});
-    StackWebItems(panel);
-    window.FitWebPanel(list);
+    lblInfo->setCaption(doubleAmpersands(details));
+    WebItemName->setCaption({});
+    stackItems();
+    Q_EMIT contentHeightChanged();
 }
 
-void ShowItemInfo(FileListView* list, frmMain& window) {
-    const WebPanelControls panel = window.webPanel();
-    const bool pending = panel.ShowSelectedItems->isActive();
+void WebPanel::ShowItemInfo() {
+    const bool pending = ShowSelectedItems->isActive();
     // Without a selected item the steps that need one are passed over: the fields stay empty.
-    const int row = selectedItem(list);
-    const FileListModel* model = list->listModel();
+    const int row = m_list ? selectedItem(m_list) : -1;
+    const bool describe = row >= 0 && !pending;
 
-    panel.WebItemName->setCaption({});
-    if (row >= 0 && !pending) {
-        panel.WebItemName->setCaption(keepAmpersands(model->text(row)));
-    }
-    setTopTwips(panel.WebItemName, bottomOf(panel.pctWebLine) + kGapUnderLine);
-    panel.WebItemType->setCaption({});
-    if (row >= 0 && !pending) {
-        panel.WebItemType->setCaption(ProblemKindText(model->key(row)));
-    }
-    setTopTwips(panel.WebItemType, bottomOf(panel.WebItemName));
-    if (pending) {
-        panel.WebItemName->setCaption({});
-        panel.WebItemType->setCaption({});
-    }
-    panel.WebToolTip->hide();
-    setTopTwips(panel.WebToolTip, bottomOf(panel.WebItemType));
+    WebItemName->setCaption(describe ? doubleAmpersands(cell(m_list, row, 0)) : QString());
+    setTopTwips(WebItemName, bottomOf(pctWebLine) + kGapUnderLine);
+    WebItemType->setCaption(describe ? ProblemKindText(cell(m_list, row, 0, kKeyRole)) : QString());
+    setTopTwips(WebItemType, bottomOf(WebItemName));
+    WebToolTip->hide();
+    setTopTwips(WebToolTip, bottomOf(WebItemType));
 
-    panel.lblInfo->setCaption({});
-    setWidthTwips(panel.lblInfo, kDetailsWidth);
-    setTopTwips(panel.lblInfo, bottomOf(panel.WebToolTip));
-    QString details = row >= 0 ? keepAmpersands(columnDetails(list, row)) : QString();
-    if (pending) {
-        details.clear();
-    }
-    panel.lblInfo->setCaption(details);
-    window.FitWebPanel(list);
+    lblInfo->setCaption({});
+    setWidthTwips(lblInfo, kDetailsWidth);
+    setTopTwips(lblInfo, bottomOf(WebToolTip));
+    lblInfo->setCaption(describe ? doubleAmpersands(columnDetails(m_list, row)) : QString());
+    Q_EMIT contentHeightChanged();
 }
 
 } // namespace zentoria

@@ -4,11 +4,12 @@
 #include "Version.h"
 #include "settings/LanguageCatalog.h"
 #include "ui/common/CaptionLabel.h"
-#include "ui/common/ImageList.h"
+#include "ui/common/DesignFont.h"
 #include "ui/common/Named.h"
 #include "ui/common/Twips.h"
 #include "ui/main/SavedPlacement.h"
 #include "ui/main/frmMain.h"
+#include "ui/panel/WebPanel.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -27,15 +28,6 @@ namespace {
 constexpr double kWidth = 7485;
 // The height of a splash; a closing window of this height shows the main window.
 constexpr double kHeight = 4980;
-
-QFont versionFont() {
-    // "MS Sans Serif" is no Linux font; the family falls back to the desktop's sans serif.
-    QFont font(QStringLiteral("MS Sans Serif"));
-    font.setStyleHint(QFont::SansSerif);
-    font.setPointSizeF(8.25);
-    font.setBold(true);
-    return font;
-}
 
 CaptionLabel* label(QWidget* parent, const char* name, const QRectF& twips, const QColor& colour) {
     auto* made = named(new CaptionLabel(parent), name);
@@ -64,7 +56,7 @@ void frmSplash::createControls() {
         LabVers[index] =
             label(this, "LabVers", QRectF(5280 + 35 * index, 1060 + 10 * index, 1200, 285), colours[index]);
         LabVers[index]->setProperty("index", index);
-        LabVers[index]->setFont(versionFont());
+        LabVers[index]->setFont(designBoldFont(8.25));
         LabVers[index]->setAlignment(Qt::AlignRight | Qt::AlignTop);
         LabVers[index]->setCaption(QStringLiteral("Ver.:1.4"));
     }
@@ -165,13 +157,8 @@ void frmSplash::closeEvent(QCloseEvent* event) {
 }
 
 void frmSplash::showMainWindow() {
-    if (const QIcon mp3 =
-            m_main->findChild<ImageList*>(QStringLiteral("ImgDirTree"))->icon(QStringLiteral("MP3"));
-        !mp3.isNull()) {
-        m_main->findChild<QLabel*>(QStringLiteral("ImgIcon"))->setPixmap(mp3.pixmap(32, 32));
-    }
-    m_main->LoadOtherImages(true);
-    m_main->findChild<CaptionLabel*>(QStringLiteral("lblWebFolder"))->setCaption(QStringLiteral("Zentoria"));
+    m_main->showReportIcon();
+    m_main->webPanel()->setTitle(QStringLiteral("Zentoria"));
     showAtSavedPlacement(m_main);
     m_main->ReDrawForm();
 }

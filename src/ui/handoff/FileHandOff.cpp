@@ -1,15 +1,15 @@
-// frmMain: handing the listed files on — copy, export, open in a tag editor — and selecting them.
-#include "FileListView.h"
-#include "ReportTree.h"
+#include "FileHandOff.h"
+
+#include "SelectMatchingDialog.h"
 #include "export/ExportWriter.h"
 #include "export/FileMatcher.h"
 #include "export/TagEditorCommand.h"
-#include "frmMain.h"
 #include "settings/Preferences.h"
 #include "settings/SettingsStore.h"
 #include "ui/common/CommonDialog.h"
-#include "ui/common/PathMapDialog.h"
-#include "ui/common/SelectMatchingDialog.h"
+#include "ui/common/MenuItems.h"
+#include "ui/main/FileListView.h"
+#include "ui/main/NodeCollection.h"
 
 #include <QAction>
 #include <QApplication>
@@ -20,7 +20,6 @@
 #include <QMimeData>
 #include <QProcess>
 #include <QSaveFile>
-#include <QTimer>
 #include <QUrl>
 
 namespace zentoria {
@@ -49,72 +48,57 @@ bool isLocalFile(const QString& path) {
     return path.startsWith(u'/') && QFileInfo(path).isFile();
 }
 
+// The mapping the user gave; empty when none was given or it cannot be read.
+PathMapping storedPathMapping() {
+    return PathMapping::parse(readPathText(settings::PathMap)).value_or(PathMapping{});
+}
+
 } // namespace
 
-QList<const ReportEntry*> frmMain::selectedFiles() const {
-    const NodeCollection& nodes = TV->nodes();
-    const FileListModel* list = LV->listModel();
-    QList<int> rows;
-    for (const QModelIndex& index : LV->selectionModel()->selectedRows()) {
-        rows << index.row();
-    }
-    std::sort(rows.begin(), rows.end());
-    QList<const ReportEntry*> files;
-    files.reserve(rows.size());
-    for (int row : rows) {
-        if (const int position = list->position(row); nodes.isEntry(position)) {
-            files << &nodes.entry(position);
-        }
-    }
-    return files;
+FileHandOff::FileHandOff(Window window, QObject* parent)
+    : QObject(parent)
+    , m_window(std::move(window))
+    , submnuCopy(namedAction(m_window.widget, "submnuCopy", QStringLiteral("&Copy"), Qt::CTRL | Qt::Key_C))
+    , submnuSelectAll(
+          namedAction(m_window.widget, "submnuSelectAll", QStringLiteral("Select &All"), Qt::CTRL | Qt::Key_A))
+    , submnuSelectMatching(namedAction(m_window.widget, "submnuSelectMatching",
+                                    QStringLiteral("Select &Matching…"), Qt::CTRL | Qt::Key_F))
+    , submnuExport(namedAction(m_window.widget, "submnuExport", QStringLiteral("&Export…"), Qt::CTRL | Qt::Key_E))
+    , submnuOpenWith(namedAction(m_window.widget, "submnuOpenWith", QStringLiteral("Open in &Tag Editor"),
+                              Qt::CTRL | Qt::Key_T)) {
+    setObjectName(QStringLiteral("FileHandOff"));
+    connect(submnuCopy, &QAction::triggered, this, &FileHandOff::submnuCopy_Click);
+    connect(submnuSelectAll, &QAction::triggered, this, &FileHandOff::submnuSelectAll_Click);
+    connect(submnuSelectMatching, &QAction::triggered, this, &FileHandOff::submnuSelectMatching_Click);
+    connect(submnuExport, &QAction::triggered, this, &FileHandOff::submnuExport_Click);
+    connect(submnuOpenWith, &QAction::triggered, this, &FileHandOff::submnuOpenWith_Click);
+    // Whatever changes the list or its selection may enable or disable the items.
+    FileListView* list = m_window.files.list();
+    connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FileHandOff::updateActions);
+    connect(list->listModel(), &QAbstractItemModel::modelReset, this, &FileHandOff::updateActions);
+    updateActions();
 }
 
-QList<const ReportEntry*> frmMain::filesToExport() const {
-    QList<const ReportEntry*> files = selectedFiles();
-    if (LV->selectionModel()->hasSelection()) {
-        return files;
-    }
-    // Every file of the kind, also those past the list's reach.
-    const NodeCollection& nodes = TV->nodes();
-    const int activated = nodes.positionOf(LV->listModel()->parentKey());
-    if (activated > 0) {
-        for (int position : nodes.children(activated)) {
-            if (nodes.isEntry(position)) {
-                files << &nodes.entry(position);
-            }
-        }
-    }
-    return files;
+QList<const ReportEntry*> FileHandOff::filesToExport() const {
+    const ListedFiles& files = m_window.files;
+    return files.list()->selectionModel()->hasSelection() ? files.selected() : files.ofActivatedNode();
 }
 
-void frmMain::updateEditActions() {
-    const bool listed = LV->listModel()->rowCount() > 0;
-    // Asked at every change of the selection: the first selected file answers, not all sixteen thousand.
-    bool selected = false;
-    const NodeCollection& nodes = TV->nodes();
-    for (const QItemSelectionRange& range : LV->selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom() && !selected; ++row) {
-            selected = nodes.isEntry(LV->listModel()->position(row));
-        }
-        if (selected) {
-            break;
-        }
-    }
+void FileHandOff::updateActions() {
+    const FileListView* list = m_window.files.list();
+    const bool listed = list->listModel()->rowCount() > 0;
+    const bool selected = m_window.files.anySelected();
     submnuCopy->setEnabled(selected);
     submnuOpenWith->setEnabled(selected);
     submnuSelectAll->setEnabled(listed);
     submnuSelectMatching->setEnabled(listed);
     // Without a selection Export takes the activated kind's files, which may be many: ask only whether
     // there is a node listed at all, the rest is the export's own business.
-    submnuExport->setEnabled(
-        selected || (!LV->selectionModel()->hasSelection() && !LV->listModel()->parentKey().isEmpty()));
+    submnuExport->setEnabled(selected || (!list->selectionModel()->hasSelection() &&
+                                          !list->listModel()->parentKey().isEmpty()));
 }
 
-PathMapping frmMain::storedPathMapping() {
-    return PathMapping::parse(readPathText(settings::PathMap)).value_or(PathMapping{});
-}
-
-std::optional<PathMapping> frmMain::pathMappingFor(const QList<const ReportEntry*>& files) {
+std::optional<PathMapping> FileHandOff::pathMappingFor(const QList<const ReportEntry*>& files) {
     const PathMapping stored = storedPathMapping();
     if (isStored(settings::PathMap)) {
         return stored;
@@ -130,15 +114,15 @@ std::optional<PathMapping> frmMain::pathMappingFor(const QList<const ReportEntry
     }
     // Asked once: the answer, a mapping or none, is kept for every later export and tag editor.
     const std::optional<PathMapping> answer =
-        CMDlg->ShowPathMap(this, stored, commonWindowsFolder(windowsPaths));
+        m_window.dialog->ShowPathMap(m_window.widget, stored, commonWindowsFolder(windowsPaths));
     if (answer) {
         write(settings::PathMap, answer->toText());
     }
     return answer;
 }
 
-void frmMain::submnuCopy_Click() {
-    const QList<const ReportEntry*> files = selectedFiles();
+void FileHandOff::submnuCopy_Click() {
+    const QList<const ReportEntry*> files = m_window.files.selected();
     if (files.isEmpty()) {
         return;
     }
@@ -160,32 +144,32 @@ void frmMain::submnuCopy_Click() {
     QApplication::clipboard()->setMimeData(copied);
 }
 
-void frmMain::submnuSelectAll_Click() {
-    if (LV->listModel()->rowCount() == 0) {
+void FileHandOff::submnuSelectAll_Click() {
+    FileListView* list = m_window.files.list();
+    const FileListModel* model = list->listModel();
+    if (model->rowCount() == 0) {
         return;
     }
-    LV->selectAll();
-    // A selection made from the menu is shown in the panel as one made with the keys.
-    LV_ItemClick();
+    list->selectRows(QItemSelection(model->index(0, 0), model->index(model->rowCount() - 1, 0)));
 }
 
-void frmMain::submnuSelectMatching_Click() {
-    const FileListModel* list = LV->listModel();
+void FileHandOff::submnuSelectMatching_Click() {
+    const FileListModel* list = m_window.files.list()->listModel();
     if (list->rowCount() == 0) {
         return;
     }
-    SelectMatchingDialog dialog(m_lastPattern, this);
+    SelectMatchingDialog dialog(m_lastPattern, m_window.widget);
     if (dialog.exec() != QDialog::Accepted) {
         return;
     }
     const FileMatcher matcher(dialog.pattern());
     if (matcher.isEmpty()) {
-        showMessage(QStringLiteral("Type a part of the files' paths, or a pattern with * and ?, to select "
+        m_window.tell(QStringLiteral("Type a part of the files' paths, or a pattern with * and ?, to select "
                                    "the files that match it."));
         return;
     }
     m_lastPattern = dialog.pattern().trimmed();
-    const NodeCollection& nodes = TV->nodes();
+    const NodeCollection& nodes = m_window.files.nodes();
     QItemSelection matching;
     for (int row = 0; row < list->rowCount(); ++row) {
         const int position = list->position(row);
@@ -199,26 +183,17 @@ void frmMain::submnuSelectMatching_Click() {
         }
     }
     if (matching.isEmpty()) {
-        showMessage(QStringLiteral("No file in the list matches \"%1\"; the selection stays as it was.")
+        m_window.tell(QStringLiteral("No file in the list matches \"%1\"; the selection stays as it was.")
                         .arg(m_lastPattern));
         return;
     }
-    selectInList(matching);
+    m_window.files.list()->selectRows(matching);
 }
 
-void frmMain::selectInList(const QItemSelection& rows) {
-    const QModelIndex first = rows.first().topLeft();
-    LV->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
-    LV->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    LV->scrollTo(first);
-    // A selection the program makes is shown in the panel as one the user makes.
-    LV_ItemClick();
-}
-
-void frmMain::submnuExport_Click() {
+void FileHandOff::submnuExport_Click() {
     const QList<const ReportEntry*> files = filesToExport();
     if (files.isEmpty()) {
-        showMessage(
+        m_window.tell(
             QStringLiteral("There are no files to export: select some, or a kind of problem in the tree."));
         return;
     }
@@ -226,18 +201,18 @@ void frmMain::submnuExport_Click() {
     if (!mapping) {
         return;
     }
-    CMDlg->Filter = kExportFilter;
-    CMDlg->DialogTitle = QStringLiteral("Export");
-    CMDlg->InitDir = QDir::home().filePath(QStringLiteral("problem files.m3u8"));
-    CMDlg->FilterIndex = 1;
-    if (!CMDlg->ShowSave(this)) {
+    m_window.dialog->Filter = kExportFilter;
+    m_window.dialog->DialogTitle = QStringLiteral("Export");
+    m_window.dialog->InitDir = QDir::home().filePath(QStringLiteral("problem files.m3u8"));
+    m_window.dialog->FilterIndex = 1;
+    if (!m_window.dialog->ShowSave(m_window.widget)) {
         return;
     }
-    QString fileName = CMDlg->FileName;
+    QString fileName = m_window.dialog->FileName;
     // The name's extension says the format; a name without one gets the chosen filter's.
     std::optional<ExportFormat> format = formatOfFileName(fileName);
     if (!format) {
-        format = kExportFormats[std::clamp(CMDlg->FilterIndex, 1, 3) - 1];
+        format = kExportFormats[std::clamp(m_window.dialog->FilterIndex, 1, 3) - 1];
         fileName += u'.' + formatName(*format);
     }
 
@@ -252,12 +227,12 @@ void frmMain::submnuExport_Click() {
             return;
         }
     }
-    showMessage(
+    m_window.tell(
         QStringLiteral("The files could not be exported to \"%1\": %2.").arg(fileName, out.errorString()));
 }
 
-void frmMain::submnuOpenWith_Click() {
-    const QList<const ReportEntry*> files = selectedFiles();
+void FileHandOff::submnuOpenWith_Click() {
+    const QList<const ReportEntry*> files = m_window.files.selected();
     if (files.isEmpty()) {
         return;
     }
@@ -266,7 +241,7 @@ void frmMain::submnuOpenWith_Click() {
         command = findTagEditorCommand();
     }
     if (command.isEmpty()) {
-        showMessage(
+        m_window.tell(
             QStringLiteral("No tag editor was found. Install one of %1, or name yours in the settings "
                            "file \"%2\": under [Preferences], for example TagEditor=kid3 %F.")
                 .arg(knownTagEditors().join(QStringLiteral(", ")), settingsFilePath(thisProgram())));
@@ -294,23 +269,23 @@ void frmMain::submnuOpenWith_Click() {
                       fileLines(missing);
     }
     if (existing.isEmpty()) {
-        showMessage(missingNote + QStringLiteral("\n\nThe tag editor was not started."));
+        m_window.tell(missingNote + QStringLiteral("\n\nThe tag editor was not started."));
         return;
     }
     QString error;
     const std::optional<QList<ProgramStart>> starts = tagEditorStarts(command, existing, &error);
     if (!starts) {
-        showMessage(QStringLiteral("The tag editor command \"%1\" cannot be run: %2.").arg(command, error));
+        m_window.tell(QStringLiteral("The tag editor command \"%1\" cannot be run: %2.").arg(command, error));
         return;
     }
     for (const ProgramStart& start : *starts) {
         if (!QProcess::startDetached(start.program, start.arguments)) {
-            showMessage(QStringLiteral("The tag editor \"%1\" could not be started.").arg(start.program));
+            m_window.tell(QStringLiteral("The tag editor \"%1\" could not be started.").arg(start.program));
             return;
         }
     }
     if (!missing.isEmpty()) {
-        showMessage(missingNote + QStringLiteral("\n\nThe tag editor was started with the other %1.")
+        m_window.tell(missingNote + QStringLiteral("\n\nThe tag editor was started with the other %1.")
                                       .arg(existing.size() == 1
                                                ? QStringLiteral("file")
                                                : QStringLiteral("%1 files").arg(existing.size())));

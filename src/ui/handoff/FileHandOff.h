@@ -1,0 +1,66 @@
+#pragma once
+
+#include "export/PathMapping.h"
+#include "ui/main/ListedFiles.h"
+
+#include <QObject>
+
+#include <functional>
+#include <optional>
+
+class QAction;
+class QWidget;
+
+namespace zentoria {
+
+class CommonDialog;
+
+// Hands the listed files on: copies them to the clipboard, exports them as a playlist, a table or
+// text, starts a tag editor with them, and selects them by a pattern. It asks once where the
+// report's Windows folder is on this computer and keeps the answer.
+class FileHandOff : public QObject {
+    Q_OBJECT
+
+public:
+    // What the hand-off needs of the window it serves.
+    struct Window {
+        // The window: dialogs and messages belong to it.
+        QWidget* widget = nullptr;
+        ListedFiles files;
+        CommonDialog* dialog = nullptr;
+        std::function<void(const QString& text)> tell;
+    };
+
+    FileHandOff(Window window, QObject* parent);
+
+    QAction* copyAction() const { return submnuCopy; }
+    QAction* selectAllAction() const { return submnuSelectAll; }
+    QAction* selectMatchingAction() const { return submnuSelectMatching; }
+    QAction* exportAction() const { return submnuExport; }
+    QAction* openWithAction() const { return submnuOpenWith; }
+
+private:
+    void submnuCopy_Click();
+    void submnuSelectAll_Click();
+    void submnuSelectMatching_Click();
+    void submnuExport_Click();
+    void submnuOpenWith_Click();
+    // Enables the items that need a selection, or files in the list, only while there are some.
+    void updateActions();
+    // What Export writes: the selected files, or without a selection every file of the activated kind.
+    QList<const ReportEntry*> filesToExport() const;
+    // The path mapping to use for these files: the stored one, or the user's answer when none was ever
+    // given and some file is a Windows path. None when the user cancelled.
+    std::optional<PathMapping> pathMappingFor(const QList<const ReportEntry*>& files);
+
+    Window m_window;
+    // What Select Matching looked for last, offered again.
+    QString m_lastPattern;
+    QAction* submnuCopy;
+    QAction* submnuSelectAll;
+    QAction* submnuSelectMatching;
+    QAction* submnuExport;
+    QAction* submnuOpenWith;
+};
+
+} // namespace zentoria

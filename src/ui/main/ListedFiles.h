@@ -1,0 +1,38 @@
+#pragma once
+
+#include "report/ReportEntry.h"
+
+#include <QList>
+
+namespace zentoria {
+
+class FileListView;
+class NodeCollection;
+class ReportTree;
+
+// The files of the open report as the list shows them, for what acts on them beyond the window's own
+// handlers: the selected files, every file of the activated node, and the activated node itself.
+class ListedFiles {
+public:
+    ListedFiles(const ReportTree* tree, FileListView* list)
+        : m_tree(tree)
+        , m_list(list) {}
+
+    const NodeCollection& nodes() const;
+    FileListView* list() const { return m_list; }
+
+    // The selected files (kind nodes left out), in the list's order.
+    QList<const ReportEntry*> selected() const;
+    // Whether any file is selected; the first selected file answers, not all sixteen thousand.
+    bool anySelected() const;
+    // Every file under the activated node, also those the list cannot reach.
+    QList<const ReportEntry*> ofActivatedNode() const;
+    // The tree position of the node whose children the list shows; 0 when none is.
+    int activatedPosition() const;
+
+private:
+    const ReportTree* m_tree;
+    FileListView* m_list;
+};
+
+} // namespace zentoria

@@ -5,6 +5,7 @@
 #include "report/RegularFile.h"
 #include "report/ReportReader.h"
 
+#include <QCommandLineParser>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -125,6 +126,20 @@ bool reportOutcome(const ReportReadResult& result, const QIODevice& report, cons
     return result.Outcome == Outcome::Loaded || result.Outcome == Outcome::NoProblems;
 }
 
+// Names an unknown option as it was typed: "-x", "--x" or "--x=value".
+QString unknownOption(const QStringList& arguments, const QString& name) {
+    for (const QString& argument : arguments) {
+        if (argument == u"--") {
+            break;
+        }
+        const QString typed = argument.section(u'=', 0, 0);
+        if (typed == u'-' + name || typed == QStringLiteral("--") + name) {
+            return QStringLiteral("unknown option '%1'").arg(typed);
+        }
+    }
+    return QStringLiteral("unknown option '%1'").arg(name);
+}
+
 } // namespace
 
 int writeListing(Listing listing, QIODevice& report, const QString& name, QIODevice& out, QIODevice& err) {
@@ -197,67 +212,50 @@ int writeExport(QIODevice& report, const QString& name, const ExportRequest& req
 }
 
 int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& err) {
-    bool help = false;
-    bool version = false;
-    bool json = false;
-    QString unknownOption;
+    QCommandLineParser parser;
+    // "-mixed.vzt" is one unknown option, not the options m, i, x and so on.
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    const QCommandLineOption helpOption(QStringList{QStringLiteral("h"), QStringLiteral("help")});
+    const QCommandLineOption versionOption(QStringLiteral("version"));
+    const QCommandLineOption jsonOption(QStringLiteral("json"));
+    const QCommandLineOption kindOption(QStringLiteral("kind"), {}, QStringLiteral("KIND"));
+    const QCommandLineOption formatOption(QStringLiteral("format"), {}, QStringLiteral("FORMAT"));
+    const QCommandLineOption mapOption(QStringLiteral("map"), {}, QStringLiteral("WINDOWS=LOCAL"));
+    parser.addOptions({helpOption, versionOption, jsonOption, kindOption, formatOption, mapOption});
+    if (!parser.parse(QStringList{QStringLiteral("zentoria-report")} + arguments)) {
+        if (!parser.unknownOptionNames().isEmpty()) {
+            return usageError(err, unknownOption(arguments, parser.unknownOptionNames().first()));
+        }
+        return usageError(err, parser.errorText());
+    }
+    const bool help = parser.isSet(helpOption);
+    const bool version = parser.isSet(versionOption);
+    const bool json = parser.isSet(jsonOption);
+    QString unknown;
     QString badValue;
-    QStringList exportOptions;
     ExportRequest request;
-    QStringList words;
-    bool optionsEnded = false;
-    for (qsizetype i = 0; i < arguments.size(); ++i) {
-        const QString& argument = arguments.at(i);
-        if (optionsEnded || !argument.startsWith(u'-') || argument.size() == 1) {
-            words << argument;
-            continue;
-        }
-        // The options of export take a value, as the next argument or after "=".
-        QString option = argument;
-        std::optional<QString> value;
-        if (const qsizetype equals = argument.indexOf(u'=');
-            argument.startsWith(QStringLiteral("--")) && equals > 0) {
-            option = argument.left(equals);
-            value = argument.mid(equals + 1);
-        }
-        if (option == QStringLiteral("--kind") || option == QStringLiteral("--format") ||
-            option == QStringLiteral("--map")) {
-            if (!value && i + 1 < arguments.size()) {
-                value = arguments.at(++i);
-            }
-            exportOptions << option;
-            if (!value) {
-                badValue = QStringLiteral("option '%1' needs a value").arg(option);
-            } else if (option == QStringLiteral("--kind")) {
-                request.kind = problemKindNamed(*value);
-                if (!request.kind) {
-                    badValue = QStringLiteral("unknown kind '%1' (ID3v1, ID3v2 or ID3v0)").arg(*value);
-                }
-            } else if (option == QStringLiteral("--format")) {
-                const std::optional<ExportFormat> format = formatNamed(*value);
-                if (format) {
-                    request.format = *format;
-                } else {
-                    badValue = QStringLiteral("unknown format '%1' (m3u8, csv or txt)").arg(*value);
-                }
-            } else if (const std::optional<PathMapping> mapping = PathMapping::parse(*value)) {
-                request.mapping = *mapping;
-            } else {
-                badValue =
-                    QStringLiteral("'%1' is no mapping: write WINDOWS-FOLDER=/LOCAL/FOLDER").arg(*value);
-            }
-        } else if (argument == QStringLiteral("--")) {
-            optionsEnded = true;
-        } else if (argument == QStringLiteral("--help") || argument == QStringLiteral("-h")) {
-            help = true;
-        } else if (argument == QStringLiteral("--version")) {
-            version = true;
-        } else if (argument == QStringLiteral("--json")) {
-            json = true;
-        } else if (unknownOption.isEmpty()) {
-            unknownOption = argument;
+    if (parser.isSet(kindOption)) {
+        request.kind = problemKindNamed(parser.value(kindOption));
+        if (!request.kind) {
+            badValue = QStringLiteral("unknown kind '%1' (ID3v1, ID3v2 or ID3v0)").arg(parser.value(kindOption));
         }
     }
+    if (parser.isSet(formatOption)) {
+        if (const std::optional<ExportFormat> format = formatNamed(parser.value(formatOption))) {
+            request.format = *format;
+        } else {
+            badValue = QStringLiteral("unknown format '%1' (m3u8, csv or txt)").arg(parser.value(formatOption));
+        }
+    }
+    if (parser.isSet(mapOption)) {
+        if (const std::optional<PathMapping> mapping = PathMapping::parse(parser.value(mapOption))) {
+            request.mapping = *mapping;
+        } else {
+            badValue = QStringLiteral("'%1' is no mapping: write WINDOWS-FOLDER=/LOCAL/FOLDER")
+                           .arg(parser.value(mapOption));
+        }
+    }
+    QStringList words = parser.positionalArguments();
     if (help) {
         out.write(kUsage);
         return kExitRead;
@@ -275,13 +273,15 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
     }
     if (json && command != QStringLiteral("list") && command != QStringLiteral("diff")) {
-        unknownOption = QStringLiteral("--json");
+        unknown = QStringLiteral("--json");
     }
-    if (!exportOptions.isEmpty() && command != QStringLiteral("export") && unknownOption.isEmpty()) {
-        unknownOption = exportOptions.first();
+    for (const QCommandLineOption& option : {kindOption, formatOption, mapOption}) {
+        if (unknown.isEmpty() && parser.isSet(option) && command != QStringLiteral("export")) {
+            unknown = QStringLiteral("--") + option.names().first();
+        }
     }
-    if (!unknownOption.isEmpty()) {
-        return usageError(err, QStringLiteral("unknown option '%1'").arg(unknownOption));
+    if (!unknown.isEmpty()) {
+        return usageError(err, QStringLiteral("unknown option '%1'").arg(unknown));
     }
     if (!badValue.isEmpty()) {
         return usageError(err, badValue);

@@ -135,7 +135,7 @@ void tst_Cli::usage_data() {
         << "is no mapping";
     QTest::newRow("export: option without its value")
         << QStringList{"export", dataFile("export.vzt"), "--kind"} << 2 << ""
-        << "option '--kind' needs a value";
+        << "Missing value after '--kind'";
     QTest::newRow("export option with list")
         << QStringList{"list", "--format", "csv", dataFile("export.vzt")} << 2 << ""
         << "unknown option '--format'";

@@ -24,24 +24,20 @@ void FileListModel::setItems(const QString& parentKey, QList<int> positions, con
     m_parentKey = parentKey;
     m_rows = std::move(positions);
     m_largeIcon = largeIcon;
-    m_subItems.clear();
     if (m_sorted && m_sortColumn < columnCount()) {
-        m_rows = rowsInOrder(sortedCaseInsensitive(columnTexts(m_sortColumn), m_rows, m_sortOrder));
+        m_rows = rowsInOrder(sortedCaseInsensitive(pathTexts(), m_rows, m_sortOrder));
     }
     endResetModel();
 }
 
 void FileListModel::setSingleColumn(const QString& key, const QString& caption) {
-    if (m_columns.size() > 1) {
-        removeColumns(1, int(m_columns.size()) - 1);
-    }
-    if (m_columns.isEmpty()) {
+    if (!m_column) {
         beginInsertColumns({}, 0, 0);
-        m_columns.append({key, caption});
+        m_column = Column{key, caption};
         endInsertColumns();
         return;
     }
-    m_columns.first() = {key, caption};
+    m_column = Column{key, caption};
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, 0);
 }
 
@@ -53,24 +49,17 @@ QString FileListModel::text(int row) const {
     return m_nodes.text(m_rows.at(row)).trimmed();
 }
 
-QString FileListModel::subItem(int row, int column) const {
-    return m_subItems.value(m_rows.at(row)).value(column - 1);
-}
-
 int FileListModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
 }
 
 int FileListModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
+    return parent.isValid() || !m_column ? 0 : 1;
 }
 
 QVariant FileListModel::data(const QModelIndex& index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
-    }
-    if (index.column() > 0) {
-        return role == Qt::DisplayRole ? QVariant(subItem(index.row(), index.column())) : QVariant();
     }
     switch (role) {
     case Qt::DisplayRole:
@@ -84,75 +73,14 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     }
 }
 
-bool FileListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    // The path comes from the report; only the further columns take values.
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || index.column() == 0 ||
-        (role != Qt::EditRole && role != Qt::DisplayRole)) {
-        return false;
-    }
-    QStringList& values = m_subItems[m_rows.at(index.row())];
-    if (values.size() < index.column()) {
-        values.resize(index.column());
-    }
-    values[index.column() - 1] = value.toString();
-    Q_EMIT dataChanged(index, index, {Qt::DisplayRole});
-    return true;
-}
-
 QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || section < 0 || section >= m_columns.size()) {
+    if (orientation != Qt::Horizontal || section != 0 || !m_column) {
         return QAbstractTableModel::headerData(section, orientation, role);
     }
     if (role == Qt::DisplayRole) {
-        return m_columns.at(section).caption;
+        return m_column->caption;
     }
-    return role == KeyRole ? QVariant(m_columns.at(section).key) : QVariant();
-}
-
-bool FileListModel::setHeaderData(int section, Qt::Orientation orientation, const QVariant& value, int role) {
-    if (orientation != Qt::Horizontal || section < 0 || section >= m_columns.size()) {
-        return false;
-    }
-    if (role == Qt::DisplayRole || role == Qt::EditRole) {
-        m_columns[section].caption = value.toString();
-    } else if (role == KeyRole) {
-        m_columns[section].key = value.toString();
-    } else {
-        return false;
-    }
-    Q_EMIT headerDataChanged(orientation, section, section);
-    return true;
-}
-
-bool FileListModel::insertColumns(int column, int count, const QModelIndex& parent) {
-    // A column before the path's would move the path out of the first column.
-    if (parent.isValid() || count < 1 || column < 0 || column > m_columns.size() ||
-        (column == 0 && !m_columns.isEmpty())) {
-        return false;
-    }
-    beginInsertColumns({}, column, column + count - 1);
-    m_columns.insert(column, count, Column{});
-    for (QStringList& values : m_subItems) {
-        if (column >= 1 && values.size() >= column - 1) {
-            values.insert(column - 1, count, QString());
-        }
-    }
-    endInsertColumns();
-    return true;
-}
-
-bool FileListModel::removeColumns(int column, int count, const QModelIndex& parent) {
-    // The path's column stays; setSingleColumn renames it.
-    if (parent.isValid() || count < 1 || column < 1 || column + count > m_columns.size()) {
-        return false;
-    }
-    beginRemoveColumns({}, column, column + count - 1);
-    m_columns.remove(column, count);
-    for (QStringList& values : m_subItems) {
-        values.remove(column - 1, qMax<qsizetype>(0, qMin<qsizetype>(count, values.size() - (column - 1))));
-    }
-    endRemoveColumns();
-    return true;
+    return role == KeyRole ? QVariant(m_column->key) : QVariant();
 }
 
 Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
@@ -172,7 +100,7 @@ void FileListModel::sort(int column, Qt::SortOrder order) {
 
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     // Tree order is the order of the positions, so they break ties between equal texts.
-    const QList<QStringView> texts = columnTexts(column);
+    const QList<QStringView> texts = pathTexts();
     const QList<int> newOrder = onlyTurned ? turnedRound(texts) : sortedCaseInsensitive(texts, m_rows, order);
     QList<int> newRowOf(m_rows.size());
     for (int row = 0; row < newOrder.size(); ++row) {
@@ -196,18 +124,11 @@ QList<int> FileListModel::rowsInOrder(const QList<int>& order) const {
     return rows;
 }
 
-QList<QStringView> FileListModel::columnTexts(int column) const {
+QList<QStringView> FileListModel::pathTexts() const {
     QList<QStringView> texts;
     texts.reserve(m_rows.size());
     for (int position : m_rows) {
-        if (column == 0) {
-            texts.append(QStringView(m_nodes.text(position)).trimmed());
-        } else {
-            const auto values = m_subItems.constFind(position);
-            texts.append(values != m_subItems.cend() && column <= values->size()
-                             ? QStringView(values->at(column - 1))
-                             : QStringView());
-        }
+        texts.append(QStringView(m_nodes.text(position)).trimmed());
     }
     return texts;
 }

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QHash>
 #include <QIcon>
+
+#include <optional>
 
 namespace zentoria {
 
@@ -11,11 +12,8 @@ class NodeCollection;
 // The file list as an item model: the children of one tree node, each row standing for a tree
 // position. Key and text are derived from the node collection when asked for, so a kind of sixteen
 // thousand files is listed by copying its positions. Rows are in tree order unless sorted; a sort
-// orders by the sorted column's text, letter case aside, and keeps tree order among equal texts.
-//
-// The first column is the file's path. Further columns (none in the program's own list) can be added
-// with insertColumns and given a caption with setHeaderData and per-item values, sub-items, with
-// setData; a new set of items starts without sub-items.
+// orders by the path, letter case aside, and keeps tree order among equal paths. The one column, the
+// file's path, comes with the first activation.
 class FileListModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -40,8 +38,6 @@ public:
     int position(int row) const { return m_rows.at(row); }
     QString key(int row) const;
     QString text(int row) const;
-    // The value of a further column (1 and up) for a row; empty when it has none.
-    QString subItem(int row, int column) const;
 
     // Sorting is off until the first sort; from then on every new set of items is sorted too.
     bool isSorted() const { return m_sorted; }
@@ -51,12 +47,7 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
-    bool setHeaderData(int section, Qt::Orientation orientation, const QVariant& value,
-                       int role = Qt::EditRole) override;
-    bool insertColumns(int column, int count, const QModelIndex& parent = {}) override;
-    bool removeColumns(int column, int count, const QModelIndex& parent = {}) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
@@ -68,8 +59,8 @@ private:
 
     // The rows in a new order, given as the old row of each new one.
     QList<int> rowsInOrder(const QList<int>& order) const;
-    // The rows' texts in a column as listed, in row order.
-    QList<QStringView> columnTexts(int column) const;
+    // The rows' paths as listed, in row order.
+    QList<QStringView> pathTexts() const;
     // The new order of a sorted list's rows (new row to old row) when its direction turns round.
     static QList<int> turnedRound(const QList<QStringView>& texts);
 
@@ -77,9 +68,7 @@ private:
     QString m_parentKey;
     QList<int> m_rows;
     QIcon m_largeIcon;
-    QList<Column> m_columns;
-    // The further columns' values of the items that have any, by tree position (column 1 first).
-    QHash<int, QStringList> m_subItems;
+    std::optional<Column> m_column;
     bool m_sorted = false;
     int m_sortColumn = 0;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;

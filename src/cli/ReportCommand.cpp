@@ -237,14 +237,16 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
     if (parser.isSet(kindOption)) {
         request.kind = problemKindNamed(parser.value(kindOption));
         if (!request.kind) {
-            badValue = QStringLiteral("unknown kind '%1' (ID3v1, ID3v2 or ID3v0)").arg(parser.value(kindOption));
+            badValue =
+                QStringLiteral("unknown kind '%1' (ID3v1, ID3v2 or ID3v0)").arg(parser.value(kindOption));
         }
     }
     if (parser.isSet(formatOption)) {
         if (const std::optional<ExportFormat> format = formatNamed(parser.value(formatOption))) {
             request.format = *format;
         } else {
-            badValue = QStringLiteral("unknown format '%1' (m3u8, csv or txt)").arg(parser.value(formatOption));
+            badValue =
+                QStringLiteral("unknown format '%1' (m3u8, csv or txt)").arg(parser.value(formatOption));
         }
     }
     if (parser.isSet(mapOption)) {

@@ -59,13 +59,14 @@ FileHandOff::FileHandOff(Window window, QObject* parent)
     : QObject(parent)
     , m_window(std::move(window))
     , submnuCopy(namedAction(m_window.widget, "submnuCopy", QStringLiteral("&Copy"), Qt::CTRL | Qt::Key_C))
-    , submnuSelectAll(
-          namedAction(m_window.widget, "submnuSelectAll", QStringLiteral("Select &All"), Qt::CTRL | Qt::Key_A))
+    , submnuSelectAll(namedAction(m_window.widget, "submnuSelectAll", QStringLiteral("Select &All"),
+                                  Qt::CTRL | Qt::Key_A))
     , submnuSelectMatching(namedAction(m_window.widget, "submnuSelectMatching",
-                                    QStringLiteral("Select &Matching…"), Qt::CTRL | Qt::Key_F))
-    , submnuExport(namedAction(m_window.widget, "submnuExport", QStringLiteral("&Export…"), Qt::CTRL | Qt::Key_E))
+                                       QStringLiteral("Select &Matching…"), Qt::CTRL | Qt::Key_F))
+    , submnuExport(
+          namedAction(m_window.widget, "submnuExport", QStringLiteral("&Export…"), Qt::CTRL | Qt::Key_E))
     , submnuOpenWith(namedAction(m_window.widget, "submnuOpenWith", QStringLiteral("Open in &Tag Editor"),
-                              Qt::CTRL | Qt::Key_T)) {
+                                 Qt::CTRL | Qt::Key_T)) {
     setObjectName(QStringLiteral("FileHandOff"));
     connect(submnuCopy, &QAction::triggered, this, &FileHandOff::submnuCopy_Click);
     connect(submnuSelectAll, &QAction::triggered, this, &FileHandOff::submnuSelectAll_Click);
@@ -74,7 +75,8 @@ FileHandOff::FileHandOff(Window window, QObject* parent)
     connect(submnuOpenWith, &QAction::triggered, this, &FileHandOff::submnuOpenWith_Click);
     // Whatever changes the list or its selection may enable or disable the items.
     FileListView* list = m_window.files.list();
-    connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FileHandOff::updateActions);
+    connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &FileHandOff::updateActions);
     connect(list->listModel(), &QAbstractItemModel::modelReset, this, &FileHandOff::updateActions);
     updateActions();
 }
@@ -94,8 +96,8 @@ void FileHandOff::updateActions() {
     submnuSelectMatching->setEnabled(listed);
     // Without a selection Export takes the activated kind's files, which may be many: ask only whether
     // there is a node listed at all, the rest is the export's own business.
-    submnuExport->setEnabled(selected || (!list->selectionModel()->hasSelection() &&
-                                          !list->listModel()->parentKey().isEmpty()));
+    submnuExport->setEnabled(
+        selected || (!list->selectionModel()->hasSelection() && !list->listModel()->parentKey().isEmpty()));
 }
 
 std::optional<PathMapping> FileHandOff::pathMappingFor(const QList<const ReportEntry*>& files) {
@@ -165,7 +167,7 @@ void FileHandOff::submnuSelectMatching_Click() {
     const FileMatcher matcher(dialog.pattern());
     if (matcher.isEmpty()) {
         m_window.tell(QStringLiteral("Type a part of the files' paths, or a pattern with * and ?, to select "
-                                   "the files that match it."));
+                                     "the files that match it."));
         return;
     }
     m_lastPattern = dialog.pattern().trimmed();
@@ -184,7 +186,7 @@ void FileHandOff::submnuSelectMatching_Click() {
     }
     if (matching.isEmpty()) {
         m_window.tell(QStringLiteral("No file in the list matches \"%1\"; the selection stays as it was.")
-                        .arg(m_lastPattern));
+                          .arg(m_lastPattern));
         return;
     }
     m_window.files.list()->selectRows(matching);
@@ -286,9 +288,9 @@ void FileHandOff::submnuOpenWith_Click() {
     }
     if (!missing.isEmpty()) {
         m_window.tell(missingNote + QStringLiteral("\n\nThe tag editor was started with the other %1.")
-                                      .arg(existing.size() == 1
-                                               ? QStringLiteral("file")
-                                               : QStringLiteral("%1 files").arg(existing.size())));
+                                        .arg(existing.size() == 1
+                                                 ? QStringLiteral("file")
+                                                 : QStringLiteral("%1 files").arg(existing.size())));
     }
 }
 

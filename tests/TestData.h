@@ -2,10 +2,20 @@
 
 #include <QFile>
 #include <QString>
+#include <QTest>
+
+#include <type_traits>
 
 // A fixture file in tests/data.
 inline QString dataFile(const char* name) {
     return QStringLiteral(ZENTORIA_TEST_DATA "/") + QLatin1StringView(name);
+}
+
+// One row of test data named name, its values in the order of the columns.
+template <typename... Values>
+void addRow(const char* name, const Values&... values) {
+    QTestData& row = QTest::newRow(name);
+    ((row << static_cast<std::decay_t<const Values&>>(values)), ...);
 }
 
 // Writes a report of this many files of kind ID3v1, "C:\Music\Artist <n mod 700>\<n> - Track.mp3" for

@@ -50,16 +50,13 @@ void tst_CommandLine::answers_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("starts");
 
-    QTest::newRow("--help") << "--help"
-                            << "Usage: zentoria [REPORT]";
-    QTest::newRow("-h") << "-h"
-                        << "Usage: zentoria [REPORT]";
-    QTest::newRow("--version") << "--version"
-                               << "zentoria " ZENTORIA_VERSION;
-    QTest::newRow("a path") << "C:\\Music\\report.vzt" << QString();
-    QTest::newRow("--help with more") << "--help me" << QString();
-    QTest::newRow("--HELP") << "--HELP" << QString();
-    QTest::newRow("nothing") << "" << QString();
+    addRow("--help", "--help", "Usage: zentoria [REPORT]");
+    addRow("-h", "-h", "Usage: zentoria [REPORT]");
+    addRow("--version", "--version", "zentoria " ZENTORIA_VERSION);
+    addRow("a path", "C:\\Music\\report.vzt", QString());
+    addRow("--help with more", "--help me", QString());
+    addRow("--HELP", "--HELP", QString());
+    addRow("nothing", "", QString());
 }
 
 void tst_CommandLine::answers() {
@@ -77,12 +74,9 @@ void tst_CommandLine::printsAndExits_data() {
     QTest::addColumn<QString>("option");
     QTest::addColumn<QString>("output");
 
-    QTest::newRow("--help") << "--help"
-                            << "Usage: zentoria [REPORT]";
-    QTest::newRow("-h") << "-h"
-                        << "Usage: zentoria [REPORT]";
-    QTest::newRow("--version") << "--version"
-                               << "zentoria " ZENTORIA_VERSION "\n";
+    addRow("--help", "--help", "Usage: zentoria [REPORT]");
+    addRow("-h", "-h", "Usage: zentoria [REPORT]");
+    addRow("--version", "--version", "zentoria " ZENTORIA_VERSION "\n");
 }
 
 void tst_CommandLine::printsAndExits() {

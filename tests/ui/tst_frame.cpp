@@ -24,7 +24,6 @@ struct Frame : MainWindowFixture {
     QTemporaryDir home;
     PictureBox* separator = child<PictureBox>("Separator");
     QWidget* tree = child<QWidget>("TV");
-    FileListView* list = child<FileListView>("LV");
     PictureBox* panel = child<PictureBox>("pctWeb");
     QScrollBar* scroll = child<QScrollBar>("vsbBack");
 
@@ -73,9 +72,7 @@ private Q_SLOTS:
     void panelStacksAboveTheList();
     void narrowWindowKeepsThePanesReachable_data();
     void narrowWindowKeepsThePanesReachable();
-    void minimumSize();
     void panelTallerThanTheList();
-    void classicViewLeavesThePanelAlone();
     void panelTitleDoublesAmpersands();
     void addressCaptionMovesThePath();
 };
@@ -106,12 +103,10 @@ void tst_Frame::separatorDrag_data() {
     QTest::addColumn<QString>("where");
     QTest::addColumn<bool>("webStyle");
 
-    for (const auto& [button, name] :
-         {std::pair{int(Qt::LeftButton), "left"}, std::pair{int(Qt::RightButton), "right"}}) {
-        QTest::addRow("%s button, past the left edge", name) << button << "left edge" << true;
-        QTest::addRow("%s button, beyond the client width", name) << button << "beyond" << false;
-        QTest::addRow("%s button, to 3990 twips", name) << button << "3990" << true;
-    }
+    addRow("past the left edge", int(Qt::LeftButton), "left edge", true);
+    addRow("beyond the client width", int(Qt::LeftButton), "beyond", false);
+    addRow("to 3990 twips", int(Qt::LeftButton), "3990", true);
+    addRow("the right button drags too", int(Qt::RightButton), "3990", true);
     // In web style the panel needs room beside the tree: a list of negative width is refused and the
     // pass takes the last safe tree width instead.
     QTest::addRow("beyond the client width, web style") << int(Qt::LeftButton) << "beyond, recovered" << true;
@@ -198,11 +193,11 @@ void tst_Frame::treeWidthThatCannotBeApplied_data() {
     QTest::addColumn<QString>("safe");
     QTest::addColumn<int>("recovered");
 
-    QTest::newRow("wider than any screen") << 100000 << "2500" << 2500;
-    QTest::newRow("negative") << -500 << "2500" << 2500;
-    QTest::newRow("no safe configuration yet") << -500 << "" << 3000;
-    QTest::newRow("the last safe one no better") << 100000 << "-20" << 3000;
-    QTest::newRow("too wide for this window") << 9000 << "2500" << 2500;
+    addRow("wider than any screen", 100000, "2500", 2500);
+    addRow("negative", -500, "2500", 2500);
+    addRow("no safe configuration yet", -500, "", 3000);
+    addRow("the last safe one no better", 100000, "-20", 3000);
+    addRow("too wide for this window", 9000, "2500", 2500);
 }
 
 void tst_Frame::treeWidthThatCannotBeApplied() {
@@ -232,9 +227,8 @@ void tst_Frame::panelStacksAboveTheList_data() {
     QTest::addColumn<bool>("webStyle");
     QTest::addColumn<bool>("afterPasses");
 
-    QTest::newRow("as created") << true << false;
-    QTest::newRow("after passes") << true << true;
-    QTest::newRow("classic view") << false << true;
+    addRow("after passes", true, true);
+    addRow("classic view", false, true);
 }
 
 void tst_Frame::panelStacksAboveTheList() {
@@ -277,8 +271,8 @@ void tst_Frame::narrowWindowKeepsThePanesReachable_data() {
     QTest::addColumn<bool>("saved");
 
     // The last safe width, if it fits, replaces the one that does not, as a repair does.
-    QTest::newRow("the last safe width fits") << "2500" << 2500 << true;
-    QTest::newRow("nothing fits") << "6000" << 6000 << false;
+    addRow("the last safe width fits", "2500", 2500, true);
+    addRow("nothing fits", "6000", 6000, false);
 }
 
 void tst_Frame::narrowWindowKeepsThePanesReachable() {
@@ -313,28 +307,6 @@ void tst_Frame::narrowWindowKeepsThePanesReachable() {
     QCOMPARE(read(settings::InitialTVWidth), QString::number(kept));
 }
 
-void tst_Frame::minimumSize() {
-    Frame f;
-    f.resizeTwips(1500, 1500);
-    const QSize least = f.window.size();
-    QVERIFY(least.width() > 100 && least.height() > 100);
-    QCOMPARE(f.window.minimumSizeHint().boundedTo(least), f.window.minimumSizeHint());
-
-    // At the least size every pane shows: the tree at its default width, the separator, a list of an
-    // inch, and the status bar's "About" text inside the window.
-    QCOMPARE(globals().InitialTVWidth, 3000);
-    QCOMPARE(geometryTwips(f.tree).Width, 3000.0);
-    QVERIFY(geometryTwips(f.list).Width >= 1440 - 15);
-    QVERIFY(geometryTwips(f.list).Height >= 1440 - 15);
-    auto* about = f.child<QWidget>("SB")->findChild<QLabel*>("About");
-    QVERIFY(about);
-    QVERIFY(about->isVisible());
-    const QRect aboutInWindow(about->mapTo(&f.window, QPoint(0, 0)), about->size());
-    QVERIFY2(f.window.rect().contains(aboutInWindow),
-             qPrintable(QStringLiteral("%1 of %2").arg(aboutInWindow.right()).arg(f.window.width())));
-    QVERIFY(f.settingsWritten());
-}
-
 void tst_Frame::panelTallerThanTheList() {
     Frame f;
     auto* info = f.child<CaptionLabel>("lblInfo");
@@ -367,20 +339,6 @@ void tst_Frame::panelTallerThanTheList() {
     setGeometryTwips(info, infoRect.Left, 100, infoRect.Width, infoRect.Height);
     f.resizeEventAgain();
     QVERIFY(!f.scroll->isVisible());
-}
-
-void tst_Frame::classicViewLeavesThePanelAlone() {
-    Frame f;
-    auto* info = f.child<CaptionLabel>("lblInfo");
-    const TwipsRect infoRect = geometryTwips(info);
-    setGeometryTwips(info, infoRect.Left, geometryTwips(f.list).Height + 500, infoRect.Width,
-                     infoRect.Height);
-    f.trigger("submnuWebStyle");
-    const bool scrollShown = f.scroll->isVisible();
-    const double panelHeight = geometryTwips(f.panel).Height;
-    f.resizeTwips(11000, 7000);
-    QCOMPARE(f.scroll->isVisible(), scrollShown);
-    QCOMPARE(geometryTwips(f.panel).Height, panelHeight);
 }
 
 void tst_Frame::panelTitleDoublesAmpersands() {

@@ -1,3 +1,4 @@
+#include "TestData.h"
 #include "ui/main/LayoutGeometry.h"
 
 #include <QTest>
@@ -47,8 +48,6 @@ private Q_SLOTS:
     void treeWidthPlan();
     void minimumWindowSize_data();
     void minimumWindowSize();
-    void roundingHalvesToEven_data();
-    void roundingHalvesToEven();
 };
 
 void tst_LayoutGeometry::workedExample() {
@@ -105,8 +104,8 @@ void tst_LayoutGeometry::addressBar_data() {
     QTest::addColumn<float>("treeTop");
     QTest::addColumn<float>("separatorTop");
 
-    QTest::newRow("shown") << true << 460.0f << -60.0f << 560.0f << 460.0f;
-    QTest::newRow("hidden") << false << 0.0f << -520.0f << 100.0f << 0.0f;
+    addRow("shown", true, 460.0f, -60.0f, 560.0f, 460.0f);
+    addRow("hidden", false, 0.0f, -520.0f, 100.0f, 0.0f);
 }
 
 void tst_LayoutGeometry::addressBar() {
@@ -144,15 +143,15 @@ void tst_LayoutGeometry::scrollRange_data() {
     QTest::addColumn<int>("small");
 
     // In the classic view the range is |panel height - 5415|.
-    QTest::newRow("web style: always 540") << true << 99999.0f << 540 << 54 << 5;
-    QTest::newRow("panel as tall as the list") << false << 5415.0f << 0 << 0 << 0;
-    QTest::newRow("beyond 32767") << false << 5415.0f + 40000 << 32767 << 3277 << 328;
-    QTest::newRow("tiny range: changes at least 1") << false << 5418.0f << 3 << 1 << 1;
-    QTest::newRow("tenth 4.5 rounds to 4") << false << 5415.0f + 45 << 45 << 4 << 1;
-    QTest::newRow("tenth 5.5 rounds to 6") << false << 5415.0f + 55 << 55 << 6 << 1;
-    QTest::newRow("hundredth 2.5 rounds to 2") << false << 5415.0f - 250 << 250 << 25 << 2;
-    QTest::newRow("hundredth 3.5 rounds to 4") << false << 5415.0f + 350 << 350 << 35 << 4;
-    QTest::newRow("half a twip rounds to even") << false << 5415.0f + 100.5f << 100 << 10 << 1;
+    addRow("web style: always 540", true, 99999.0f, 540, 54, 5);
+    addRow("panel as tall as the list", false, 5415.0f, 0, 0, 0);
+    addRow("beyond 32767", false, 5415.0f + 40000, 32767, 3277, 328);
+    addRow("tiny range: changes at least 1", false, 5418.0f, 3, 1, 1);
+    addRow("tenth 4.5 rounds to 4", false, 5415.0f + 45, 45, 4, 1);
+    addRow("tenth 5.5 rounds to 6", false, 5415.0f + 55, 55, 6, 1);
+    addRow("hundredth 2.5 rounds to 2", false, 5415.0f - 250, 250, 25, 2);
+    addRow("hundredth 3.5 rounds to 4", false, 5415.0f + 350, 350, 35, 4);
+    addRow("half a twip rounds to even", false, 5415.0f + 100.5f, 100, 10, 1);
 }
 
 void tst_LayoutGeometry::scrollRange() {
@@ -183,25 +182,19 @@ void tst_LayoutGeometry::treeWidthPlan_data() {
 
     // The example's window, 12000 wide; the widest screen is 20000 twips. In web style the list
     // keeps 8950 twips beside a tree of width 0.
-    QTest::newRow("fits") << 3000 << 2500 << true << 12000.f << 3000 << 3000 << true << false;
-    QTest::newRow("no tree") << 0 << 2500 << true << 12000.f << 0 << 0 << true << false;
-    QTest::newRow("right pane closed, classic view")
-        << 11835 << 2500 << false << 12000.f << 11835 << 11835 << true << false;
-    QTest::newRow("negative") << -500 << 2500 << true << 12000.f << 2500 << 2500 << true << true;
-    QTest::newRow("negative, the last safe one too")
-        << -500 << -20 << true << 12000.f << 3000 << 3000 << true << true;
-    QTest::newRow("wider than any screen")
-        << 30000 << 2500 << true << 12000.f << 2500 << 2500 << true << true;
-    QTest::newRow("too wide here, the last safe one fits")
-        << 9500 << 2500 << true << 12000.f << 2500 << 2500 << true << true;
-    QTest::newRow("too wide here, the last safe one too")
-        << 9500 << 9400 << true << 12000.f << 9500 << 8950 - 1440 << false << true;
-    QTest::newRow("too wide here, the same as the last safe one")
-        << 9500 << 9500 << true << 12000.f << 9500 << 8950 - 1440 << false << true;
-    QTest::newRow("wider than any screen, nothing fits here")
-        << 30000 << 9400 << true << 9000.f << 9400 << 5950 - 1440 << false << true;
-    QTest::newRow("no room even without a tree")
-        << 3000 << 3000 << true << 4000.f << 3000 << 0 << false << true;
+    addRow("fits", 3000, 2500, true, 12000.f, 3000, 3000, true, false);
+    addRow("no tree", 0, 2500, true, 12000.f, 0, 0, true, false);
+    addRow("right pane closed, classic view", 11835, 2500, false, 12000.f, 11835, 11835, true, false);
+    addRow("negative", -500, 2500, true, 12000.f, 2500, 2500, true, true);
+    addRow("negative, the last safe one too", -500, -20, true, 12000.f, 3000, 3000, true, true);
+    addRow("wider than any screen", 30000, 2500, true, 12000.f, 2500, 2500, true, true);
+    addRow("too wide here, the last safe one fits", 9500, 2500, true, 12000.f, 2500, 2500, true, true);
+    addRow("too wide here, the last safe one too", 9500, 9400, true, 12000.f, 9500, 8950 - 1440, false, true);
+    addRow("too wide here, the same as the last safe one", 9500, 9500, true, 12000.f, 9500, 8950 - 1440,
+           false, true);
+    addRow("wider than any screen, nothing fits here", 30000, 9400, true, 9000.f, 9400, 5950 - 1440, false,
+           true);
+    addRow("no room even without a tree", 3000, 3000, true, 4000.f, 3000, 0, false, true);
 }
 
 void tst_LayoutGeometry::treeWidthPlan() {
@@ -237,9 +230,9 @@ void tst_LayoutGeometry::minimumWindowSize_data() {
     QTest::addColumn<float>("aboutTextWidth");
     QTest::addColumn<bool>("addressBarVisible");
 
-    QTest::newRow("the list decides the width") << 100.f << true;
-    QTest::newRow("the status bar decides the width") << 600.f << true;
-    QTest::newRow("no address bar") << 600.f << false;
+    addRow("the list decides the width", 100.f, true);
+    addRow("the status bar decides the width", 600.f, true);
+    addRow("no address bar", 600.f, false);
 }
 
 void tst_LayoutGeometry::minimumWindowSize() {
@@ -271,23 +264,6 @@ void tst_LayoutGeometry::minimumWindowSize() {
     const LayoutResult narrower = layoutAt(least.Width - 1, least.Height);
     QVERIFY(narrower.List.Width < 1440 || narrower.Blank < 0);
     QVERIFY(layoutAt(least.Width, least.Height - 1).List.Height < 1440);
-}
-
-void tst_LayoutGeometry::roundingHalvesToEven_data() {
-    QTest::addColumn<double>("value");
-    QTest::addColumn<int>("rounded");
-
-    QTest::newRow("2500.5") << 2500.5 << 2500;
-    QTest::newRow("2501.5") << 2501.5 << 2502;
-    QTest::newRow("-0.5") << -0.5 << 0;
-    QTest::newRow("-1.5") << -1.5 << -2;
-    QTest::newRow("2.49") << 2.49 << 2;
-}
-
-void tst_LayoutGeometry::roundingHalvesToEven() {
-    QFETCH(double, value);
-    QFETCH(int, rounded);
-    QCOMPARE(roundHalfEven(value), rounded);
 }
 
 QTEST_GUILESS_MAIN(tst_LayoutGeometry)

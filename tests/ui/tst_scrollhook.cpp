@@ -14,7 +14,6 @@ namespace {
 // A window whose list shows a report's largest kind, long enough to scroll.
 struct Hooked : MainWindowFixture {
     QTemporaryDir dir;
-    FileListView* list = child<FileListView>("LV");
     QWidget* panel = child<QWidget>("pctWeb");
     QWidget* scroll = child<QWidget>("vsbBack");
 
@@ -52,13 +51,13 @@ void tst_ScrollHook::reordersBeforeTheListScrolls_data() {
     QTest::addColumn<QString>("action");
     QTest::addColumn<bool>("reorders");
 
-    QTest::newRow("wheel over the list") << "wheel" << true;
-    QTest::newRow("wheel over its scroll bar") << "wheel on the bar" << true;
-    QTest::newRow("a press on its scroll bar") << "press on the bar" << true;
-    QTest::newRow("Page Down") << "page down" << true;
-    QTest::newRow("sideways wheel") << "sideways wheel" << false;
-    QTest::newRow("a press on the sideways scroll bar") << "press on the sideways bar" << false;
-    QTest::newRow("a letter") << "letter" << false;
+    addRow("wheel over the list", "wheel", true);
+    addRow("wheel over its scroll bar", "wheel on the bar", true);
+    addRow("a press on its scroll bar", "press on the bar", true);
+    addRow("Page Down", "page down", true);
+    addRow("sideways wheel", "sideways wheel", false);
+    addRow("a press on the sideways scroll bar", "press on the sideways bar", false);
+    addRow("a letter", "letter", false);
 }
 
 void tst_ScrollHook::reordersBeforeTheListScrolls() {

@@ -114,10 +114,10 @@ void tst_Splash::showsWhileTheMainWindowWaits() {
 void tst_Splash::closes_data() {
     QTest::addColumn<int>("key");
 
-    QTest::newRow("the timer") << 0;
-    QTest::newRow("Escape") << int(Qt::Key_Escape);
-    QTest::newRow("Enter, on the Ok button") << int(Qt::Key_Return);
-    QTest::newRow("Space, on the Ok button") << int(Qt::Key_Space);
+    addRow("the timer", 0);
+    addRow("Escape", int(Qt::Key_Escape));
+    addRow("Enter, on the Ok button", int(Qt::Key_Return));
+    addRow("Space, on the Ok button", int(Qt::Key_Space));
 }
 
 void tst_Splash::closes() {
@@ -150,17 +150,15 @@ void tst_Splash::placement_data() {
 
     // The defaults (45, 465, 12000, 7350) on this 12000-twip-wide screen: moved to its left edge.
     const QRectF defaults(0, 465, 12000, 7350);
-    QTest::newRow("first run") << QStringList{} << QStringList{} << defaults << "";
-    QTest::newRow("stored") << QStringList{"9000", "6000", "300", "150"} << QStringList{}
-                            << QRectF(150, 300, 9000, 6000) << "9000";
-    QTest::newRow("rejected, repaired from the last safe one")
-        << QStringList{"-500", "6000", "300", "150"} << QStringList{"10500", "7005", "600", "300"}
-        << QRectF(300, 600, 10500, 7005) << "10500";
-    QTest::newRow("rejected, and the last safe one too: the defaults")
-        << QStringList{"-500", "6000", "300", "150"} << QStringList{"-300", "7000", "600", "300"} << defaults
-        << "-300";
-    QTest::newRow("off every screen counts as rejected")
-        << QStringList{"9000", "6000", "300", "60000"} << QStringList{} << defaults << "12000";
+    addRow("first run", QStringList{}, QStringList{}, defaults, "");
+    addRow("stored", QStringList{"9000", "6000", "300", "150"}, QStringList{}, QRectF(150, 300, 9000, 6000),
+           "9000");
+    addRow("rejected, repaired from the last safe one", QStringList{"-500", "6000", "300", "150"},
+           QStringList{"10500", "7005", "600", "300"}, QRectF(300, 600, 10500, 7005), "10500");
+    addRow("rejected, and the last safe one too: the defaults", QStringList{"-500", "6000", "300", "150"},
+           QStringList{"-300", "7000", "600", "300"}, defaults, "-300");
+    addRow("off every screen counts as rejected", QStringList{"9000", "6000", "300", "60000"}, QStringList{},
+           defaults, "12000");
 }
 
 void tst_Splash::placement() {
@@ -191,12 +189,11 @@ void tst_Splash::captionsFromTheLanguageFile_data() {
     QTest::addColumn<QString>("okCaption");
     QTest::addColumn<bool>("translationShown");
 
-    QTest::newRow("no language file") << QByteArray() << "&Ok" << false;
-    QTest::newRow("translated")
-        << QByteArray("[Splash]\nOkButton=&Gut\n[TranslationInfo]\nTranslatedBy=Übersetzt von\n") << "&Gut"
-        << true;
-    QTest::newRow("translator left empty")
-        << QByteArray("[TranslationInfo]\nTranslatedBy=\n") << "&Ok" << false;
+    addRow("no language file", QByteArray(), "&Ok", false);
+    addRow("translated",
+           QByteArray("[Splash]\nOkButton=&Gut\n[TranslationInfo]\nTranslatedBy=Übersetzt von\n"), "&Gut",
+           true);
+    addRow("translator left empty", QByteArray("[TranslationInfo]\nTranslatedBy=\n"), "&Ok", false);
 }
 
 void tst_Splash::captionsFromTheLanguageFile() {

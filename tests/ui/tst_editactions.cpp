@@ -322,6 +322,7 @@ void tst_EditActions::selectMatching_data() {
 
     addRow("part of the path", "QUEEN", QStringList{kLive}, "");
     addRow("wildcard on the file name", "track??.mp3", QStringList{kTrack}, "");
+    addRow("wildcard over the path", "c:\\music\\*", QStringList{kWaterloo, kLive}, "");
     addRow("nothing matches", "zappa", QStringList{kWaterloo},
            "No file in the list matches \"zappa\"; the selection stays as it was.");
     addRow("empty", "   ", QStringList{kWaterloo}, "Type a part");

@@ -73,7 +73,6 @@ private Q_SLOTS:
     void narrowWindowKeepsThePanesReachable_data();
     void narrowWindowKeepsThePanesReachable();
     void panelTallerThanTheList();
-    void panelTitleDoublesAmpersands();
     void addressCaptionMovesThePath();
 };
 
@@ -339,25 +338,6 @@ void tst_Frame::panelTallerThanTheList() {
     setGeometryTwips(info, infoRect.Left, 100, infoRect.Width, infoRect.Height);
     f.resizeEventAgain();
     QVERIFY(!f.scroll->isVisible());
-}
-
-void tst_Frame::panelTitleDoublesAmpersands() {
-    Frame f;
-    f.open(dataFile("markup.vzt"));
-    auto* tree = f.child<ReportTree>("TV");
-    auto* title = f.child<CaptionLabel>("lblWebFolder");
-    clickExpandButton(tree, tree->indexOf(2));
-    clickIndex(tree, tree->indexOf(6));
-    QCOMPARE(title->caption(), QStringLiteral("C:\\Rock && Roll\\<i>y</i>.mp3"));
-    QCOMPARE(title->text(), QStringLiteral("C:\\Rock & Roll\\<i>y</i>.mp3"));
-    QCOMPARE(title->textFormat(), Qt::PlainText);
-    const TwipsRect titleRect = geometryTwips(title);
-    QCOMPARE(geometryTwips(f.child<QWidget>("pctWebLine")).Top, titleRect.Top + titleRect.Height);
-
-    // An empty title leaves the line where it was.
-    const double lineTop = geometryTwips(f.child<QWidget>("pctWebLine")).Top;
-    title->setCaption(QString());
-    QCOMPARE(geometryTwips(f.child<QWidget>("pctWebLine")).Top, lineTop);
 }
 
 void tst_Frame::addressCaptionMovesThePath() {

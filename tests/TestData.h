@@ -11,6 +11,12 @@ inline QString dataFile(const char* name) {
     return QStringLiteral(ZENTORIA_TEST_DATA "/") + QLatin1StringView(name);
 }
 
+// The columns of a data function, their types in the order of the names.
+template <typename... Types, typename... Names>
+void addColumns(const Names&... names) {
+    (QTest::addColumn<Types>(names), ...);
+}
+
 // One row of test data named name, its values in the order of the columns.
 template <typename... Values>
 void addRow(const char* name, const Values&... values) {

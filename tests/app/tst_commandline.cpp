@@ -47,8 +47,7 @@ private Q_SLOTS:
 };
 
 void tst_CommandLine::answers_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("starts");
+    addColumns<QString, QString>("text", "starts");
 
     addRow("--help", "--help", "Usage: zentoria [REPORT]");
     addRow("-h", "-h", "Usage: zentoria [REPORT]");
@@ -71,8 +70,7 @@ void tst_CommandLine::answers() {
 }
 
 void tst_CommandLine::printsAndExits_data() {
-    QTest::addColumn<QString>("option");
-    QTest::addColumn<QString>("output");
+    addColumns<QString, QString>("option", "output");
 
     addRow("--help", "--help", "Usage: zentoria [REPORT]");
     addRow("-h", "-h", "Usage: zentoria [REPORT]");

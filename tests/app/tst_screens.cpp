@@ -52,11 +52,9 @@ private Q_SLOTS:
 };
 
 void tst_Screens::windowFitsItsScreen_data() {
-    QTest::addColumn<QJsonArray>("screens");
-    QTest::addColumn<QString>("scale");
+    addColumns<QJsonArray, QString>("screens", "scale");
     // The stored placement in twips: left, top, width, height; empty for a first run.
-    QTest::addColumn<QStringList>("placement");
-    QTest::addColumn<QString>("screenName");
+    addColumns<QStringList, QString>("placement", "screenName");
     // The window's outer size, or an empty size where only its fit matters.
     QTest::addColumn<QSize>("size");
 

@@ -22,10 +22,7 @@ private Q_SLOTS:
 };
 
 void tst_Export::parseMapping_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<QString>("windowsFolder");
-    QTest::addColumn<QString>("localFolder");
+    addColumns<QString, bool, QString, QString>("text", "valid", "windowsFolder", "localFolder");
 
     addRow("plain", "C:\\Music=/media/music", true, "C:\\Music", "/media/music");
     addRow("trailing separators", "C:\\Music\\=/media/music/", true, "C:\\Music", "/media/music");
@@ -56,9 +53,7 @@ void tst_Export::parseMapping() {
 }
 
 void tst_Export::mapPath_data() {
-    QTest::addColumn<QString>("mapping");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("mapped");
+    addColumns<QString, QString, QString>("mapping", "path", "mapped");
 
     addRow("inside", "C:\\Music=/media/music", "C:\\Music\\Abba\\SOS.mp3", "/media/music/Abba/SOS.mp3");
     addRow("letter case aside", "c:\\music=/media/music", "C:\\MUSIC\\Björk\\Jóga.mp3",
@@ -80,8 +75,7 @@ void tst_Export::mapPath() {
 }
 
 void tst_Export::commonFolder_data() {
-    QTest::addColumn<QStringList>("paths");
-    QTest::addColumn<QString>("folder");
+    addColumns<QStringList, QString>("paths", "folder");
 
     addRow("one file", QStringList{"C:\\Music\\Abba\\SOS.mp3"}, "C:\\Music\\Abba");
     addRow("shared folder", QStringList{"C:\\Music\\Abba\\SOS.mp3", "c:\\music\\Queen\\x.mp3"}, "C:\\Music");
@@ -100,9 +94,8 @@ void tst_Export::commonFolder() {
 }
 
 void tst_Export::tagEditorStarts_data() {
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<QStringList>("files");
-    QTest::addColumn<QList<ProgramStart>>("starts"); // empty: refused
+    // An empty expectation means the text is refused.
+    addColumns<QString, QStringList, QList<ProgramStart>>("command", "files", "starts");
 
     const QStringList two{"/m/a b.mp3", "/m/c%.mp3"};
     addRow("all files", "kid3 %F", two, QList<ProgramStart>{{"kid3", two}});

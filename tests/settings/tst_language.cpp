@@ -37,9 +37,7 @@ void tst_Language::init() {
 }
 
 void tst_Language::iniSemantics_data() {
-    QTest::addColumn<QString>("section");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("value");
+    addColumns<QString, QString, QString>("section", "key", "value");
 
     addRow("plain", "Menus", "File", "&Datei");
     addRow("section and key in other case", "menus", "FILE", "&Datei");
@@ -73,11 +71,7 @@ void tst_Language::iniSemantics() {
 }
 
 void tst_Language::catalogLookups_data() {
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("section");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("raw");
-    QTest::addColumn<QString>("translated");
+    addColumns<QString, QString, QString, QString, QString>("file", "section", "key", "raw", "translated");
 
     addRow("quoted value with blanks", "tricky.ini", "Status", "PluralSelected", "  Dateien ausgewählt.  ",
            "Dateien ausgewählt.");
@@ -118,8 +112,8 @@ void tst_Language::menuCatalogEntries() {
 }
 
 void tst_Language::languageFileOfAnInstalledProgram_data() {
-    QTest::addColumn<QString>("setting");
-    QTest::addColumn<QString>("found"); // "beside", "installed", or "missing"
+    // "found": "beside", "installed", or "missing".
+    addColumns<QString, QString>("setting", "found");
 
     addRow("a name the data folders have", "Zentoria-Test-Language.ini", "installed");
     addRow("a relative name: its file name counts", "languages/Zentoria-Test-Language.ini", "installed");
@@ -152,8 +146,7 @@ void tst_Language::languageFileOfAnInstalledProgram() {
 }
 
 void tst_Language::melvadexLanguageIsPlainText_data() {
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<QString>("language");
+    addColumns<QByteArray, QString>("line", "language");
 
     // Qt's own dialect would make a list of the first two and cut the third at the semicolon.
     addRow("comma", QByteArray("Language=Deutsch, neu.ini"), "Deutsch, neu.ini");

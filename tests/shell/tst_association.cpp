@@ -82,8 +82,6 @@ private Q_SLOTS:
     void init();
     void execArgument_data();
     void execArgument();
-    void defaultApplication_data();
-    void defaultApplication();
     void registers();
     void writesOnlyWhatChanged();
     void unwritableFoldersLetStartUpFinish();
@@ -114,30 +112,6 @@ void tst_Association::execArgument() {
 
     const QByteArray entry = desktopEntry(kReport, {kAppId, executable});
     QCOMPARE(execArguments(execValue(entry)), (QStringList{executable, "%f"}));
-}
-
-void tst_Association::defaultApplication_data() {
-    QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<QByteArray>("after");
-
-    const QByteArray ours = "application/x-melvadex-integrity-report=org.melvadex.Zentoria.desktop;";
-    addRow("no file", QByteArray(), "[Default Applications]\n" + ours + "\n");
-    addRow("other sections only", QByteArray("[Added Associations]\ntext/plain=gedit.desktop;\n"),
-           "[Added Associations]\ntext/plain=gedit.desktop;\n[Default Applications]\n" + ours + "\n");
-    addRow("the section without our type",
-           QByteArray("# kept\n[Default Applications]\ntext/plain=gedit.desktop;\n\n[Other]\nx=y\n"),
-           "# kept\n[Default Applications]\n" + ours + "\ntext/plain=gedit.desktop;\n\n[Other]\nx=y\n");
-    addRow("our type given to another program",
-           QByteArray("[Default Applications]\ntext/plain=gedit.desktop;\n"
-                      "application/x-melvadex-integrity-report = other.desktop;\n"),
-           "[Default Applications]\ntext/plain=gedit.desktop;\n" + ours + "\n");
-}
-
-void tst_Association::defaultApplication() {
-    QFETCH(QByteArray, before);
-    QFETCH(QByteArray, after);
-
-    QCOMPARE(withDefaultApplication(before, kReport.mimeType, kAppId + ".desktop"), after);
 }
 
 void tst_Association::registers() {

@@ -1,5 +1,4 @@
 #include "MainWindowFixture.h"
-#include "settings/Globals.h"
 #include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/main/FileListView.h"
@@ -87,12 +86,10 @@ class tst_EditActions : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void translatedMenus();
     void enabledWithASelection();
     void copy();
     void exportFormats_data();
     void exportFormats();
-    void exportWithoutSelection();
     void pathMapAskedOnce();
     void tagEditor_data();
     void tagEditor();
@@ -100,33 +97,6 @@ private Q_SLOTS:
     void selectMatching();
     void selectAllShowsInThePanel();
 };
-
-void tst_EditActions::translatedMenus() {
-    globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/Deutsch.ini");
-    Editing e;
-    globals().LanguageFile.clear();
-    QCOMPARE(e.child<QMenu>("mnuEdit")->title(), QStringLiteral("&Bearbeiten"));
-    QCOMPARE(e.child<QAction>("submnuCopy")->text(), QStringLiteral("&Kopieren"));
-    QCOMPARE(e.child<QAction>("submnuSelectMatching")->text(), QStringLiteral("&Passende auswählen…"));
-    QCOMPARE(e.child<QAction>("submnuExport")->text(), QStringLiteral("&Exportieren…"));
-    QCOMPARE(e.child<QAction>("submnuOpenWith")->text(), QStringLiteral("Im &Tag-Editor öffnen"));
-
-    Editing builtIn;
-    // The shipped English file says what the program says without it, and German leaves nothing in
-    // English.
-    globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/English.ini");
-    Editing english;
-    globals().LanguageFile.clear();
-    for (QAction* item : builtIn.window.findChildren<QAction*>()) {
-        if (item->objectName().startsWith("mnu") || item->objectName().startsWith("submnu")) {
-            const auto* same = english.child<QAction>(qPrintable(item->objectName()));
-            QCOMPARE(same->text(), item->text());
-            const auto* german = e.child<QAction>(qPrintable(item->objectName()));
-            QVERIFY2(german->text() != item->text() || item->objectName().startsWith("submnuRecent"),
-                     qPrintable(item->objectName()));
-        }
-    }
-}
 
 void tst_EditActions::enabledWithASelection() {
     Editing e;
@@ -169,18 +139,10 @@ void tst_EditActions::copy() {
 }
 
 void tst_EditActions::exportFormats_data() {
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QStringList>("selected"); // none: the kind's files
-    QTest::addColumn<QString>("fileName");
-    QTest::addColumn<int>("filterIndex");
-    QTest::addColumn<QString>("written");
-    QTest::addColumn<QByteArray>("expected"); // MUSIC stands for the local music folder
+    // No file selected exports the kind's files; MUSIC in the expected bytes is the local music folder.
+    addColumns<QString, QStringList, QString, int, QString, QByteArray>("kind", "selected", "fileName",
+                                                                        "filterIndex", "written", "expected");
 
-    addRow("playlist: a double quote, one file outside the mapping", "ID3v2", QStringList{kLive, kTrack},
-           "out.m3u8", 1, "out.m3u8",
-           QByteArray("#EXTM3U\n"
-                      "#EXTINF:-1,\"Live\" at Wembley.mp3\nMUSIC/Queen/\"Live\" at Wembley.mp3\n"
-                      "#EXTINF:-1,Track01.mp3\nD:\\Elsewhere\\Track01.mp3\n"));
     addRow("csv by its extension: a comma, a folder that only starts the same", "ID3v1", QStringList(),
            "out.csv", 1, "out.csv",
            QByteArray("Ordinal,Kind,Problem,Path\r\n"
@@ -219,23 +181,6 @@ void tst_EditActions::exportFormats() {
     QCOMPARE(contentsOf(e.home.filePath(written)), expected.replace("MUSIC", QFile::encodeName(e.music)));
 }
 
-void tst_EditActions::exportWithoutSelection() {
-    Editing e;
-    write(settings::PathMap, QString()); // paths as they stand
-    e.activate("ID3v1");
-    QVERIFY(!e.list->selectionModel()->hasSelection());
-    e.dialogs->setChooser([&](const CommonDialog&) { return e.home.filePath("kind.txt"); });
-    e.trigger("submnuExport");
-    QCOMPARE(contentsOf(e.home.filePath("kind.txt")), (kSuite + u'\n' + kMemory + u'\n').toUtf8());
-
-    // A file that cannot be written: said, and nothing else is touched.
-    e.dialogs->setChooser([&](const CommonDialog&) { return e.home.filePath("no/such/folder/kind.txt"); });
-    e.trigger("submnuExport");
-    QCOMPARE(e.messages.size(), 1);
-    QVERIFY2(e.messages.first().startsWith("The files could not be exported to"),
-             qPrintable(e.messages.first()));
-}
-
 void tst_EditActions::pathMapAskedOnce() {
     Editing e;
     e.makeLocalFiles({"Abba/Waterloo.mp3"});
@@ -259,9 +204,8 @@ void tst_EditActions::pathMapAskedOnce() {
 }
 
 void tst_EditActions::tagEditor_data() {
-    QTest::addColumn<QStringList>("selected");
-    QTest::addColumn<QStringList>("arguments"); // relative to the music folder
-    QTest::addColumn<QString>("message");       // its start, or empty
+    // The arguments are relative to the music folder; the message is its start, or empty.
+    addColumns<QStringList, QStringList, QString>("selected", "arguments", "message");
 
     addRow("all here", QStringList{kWaterloo, kLive},
            QStringList{"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"}, "");
@@ -316,9 +260,7 @@ void tst_EditActions::tagEditor() {
 }
 
 void tst_EditActions::selectMatching_data() {
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<QStringList>("selected");
-    QTest::addColumn<QString>("message");
+    addColumns<QString, QStringList, QString>("pattern", "selected", "message");
 
     addRow("part of the path", "QUEEN", QStringList{kLive}, "");
     addRow("wildcard on the file name", "track??.mp3", QStringList{kTrack}, "");

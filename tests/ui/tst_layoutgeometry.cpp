@@ -44,10 +44,6 @@ private Q_SLOTS:
     void narrowWindow();
     void scrollRange_data();
     void scrollRange();
-    void treeWidthPlan_data();
-    void treeWidthPlan();
-    void minimumWindowSize_data();
-    void minimumWindowSize();
 };
 
 void tst_LayoutGeometry::workedExample() {
@@ -98,11 +94,7 @@ void tst_LayoutGeometry::firstPassUsesTheDesignTop() {
 }
 
 void tst_LayoutGeometry::addressBar_data() {
-    QTest::addColumn<bool>("visible");
-    QTest::addColumn<float>("a");
-    QTest::addColumn<float>("barTop");
-    QTest::addColumn<float>("treeTop");
-    QTest::addColumn<float>("separatorTop");
+    addColumns<bool, float, float, float, float>("visible", "a", "barTop", "treeTop", "separatorTop");
 
     addRow("shown", true, 460.0f, -60.0f, 560.0f, 460.0f);
     addRow("hidden", false, 0.0f, -520.0f, 100.0f, 0.0f);
@@ -136,11 +128,7 @@ void tst_LayoutGeometry::narrowWindow() {
 }
 
 void tst_LayoutGeometry::scrollRange_data() {
-    QTest::addColumn<bool>("webStyle");
-    QTest::addColumn<float>("panelHeight");
-    QTest::addColumn<int>("maximum");
-    QTest::addColumn<int>("large");
-    QTest::addColumn<int>("small");
+    addColumns<bool, float, int, int, int>("webStyle", "panelHeight", "maximum", "large", "small");
 
     // In the classic view the range is |panel height - 5415|.
     addRow("web style: always 540", true, 99999.0f, 540, 54, 5);
@@ -168,102 +156,6 @@ void tst_LayoutGeometry::scrollRange() {
     QCOMPARE(out.ScrollMaximum, maximum);
     QCOMPARE(out.ScrollLargeChange, large);
     QCOMPARE(out.ScrollSmallChange, small);
-}
-
-void tst_LayoutGeometry::treeWidthPlan_data() {
-    QTest::addColumn<int>("treeWidth");
-    QTest::addColumn<int>("safe");
-    QTest::addColumn<bool>("webStyle");
-    QTest::addColumn<float>("windowWidth");
-    QTest::addColumn<int>("kept");
-    QTest::addColumn<int>("placed");
-    QTest::addColumn<bool>("save");
-    QTest::addColumn<bool>("safeAsked");
-
-    // The example's window, 12000 wide; the widest screen is 20000 twips. In web style the list
-    // keeps 8950 twips beside a tree of width 0.
-    addRow("fits", 3000, 2500, true, 12000.f, 3000, 3000, true, false);
-    addRow("no tree", 0, 2500, true, 12000.f, 0, 0, true, false);
-    addRow("right pane closed, classic view", 11835, 2500, false, 12000.f, 11835, 11835, true, false);
-    addRow("negative", -500, 2500, true, 12000.f, 2500, 2500, true, true);
-    addRow("negative, the last safe one too", -500, -20, true, 12000.f, 3000, 3000, true, true);
-    addRow("wider than any screen", 30000, 2500, true, 12000.f, 2500, 2500, true, true);
-    addRow("too wide here, the last safe one fits", 9500, 2500, true, 12000.f, 2500, 2500, true, true);
-    addRow("too wide here, the last safe one too", 9500, 9400, true, 12000.f, 9500, 8950 - 1440, false, true);
-    addRow("too wide here, the same as the last safe one", 9500, 9500, true, 12000.f, 9500, 8950 - 1440,
-           false, true);
-    addRow("wider than any screen, nothing fits here", 30000, 9400, true, 9000.f, 9400, 5950 - 1440, false,
-           true);
-    addRow("no room even without a tree", 3000, 3000, true, 4000.f, 3000, 0, false, true);
-}
-
-void tst_LayoutGeometry::treeWidthPlan() {
-    QFETCH(int, treeWidth);
-    QFETCH(int, safe);
-    QFETCH(bool, webStyle);
-    QFETCH(float, windowWidth);
-    QFETCH(int, kept);
-    QFETCH(int, placed);
-    QFETCH(bool, save);
-    QFETCH(bool, safeAsked);
-
-    LayoutInput in = example();
-    in.TreeWidth = treeWidth;
-    in.WebStyle = webStyle;
-    in.ClientWidth = windowWidth - (in.WindowWidth - in.ClientWidth);
-    in.WindowWidth = windowWidth;
-    bool asked = false;
-    const TreeWidthPlan plan = PlanTreeWidth(
-        in,
-        [&] {
-            asked = true;
-            return safe;
-        },
-        20000);
-    QCOMPARE(plan.Kept, kept);
-    QCOMPARE(plan.Placed, placed);
-    QCOMPARE(plan.Save, save);
-    QCOMPARE(asked, safeAsked);
-}
-
-void tst_LayoutGeometry::minimumWindowSize_data() {
-    QTest::addColumn<float>("aboutTextWidth");
-    QTest::addColumn<bool>("addressBarVisible");
-
-    addRow("the list decides the width", 100.f, true);
-    addRow("the status bar decides the width", 600.f, true);
-    addRow("no address bar", 600.f, false);
-}
-
-void tst_LayoutGeometry::minimumWindowSize() {
-    QFETCH(float, aboutTextWidth);
-    QFETCH(bool, addressBarVisible);
-
-    LayoutInput in = example();
-    in.AboutTextWidth = aboutTextWidth;
-    in.AddressBarVisible = addressBarVisible;
-    in.WebStyle = false; // the least size holds for web style, the view that needs more
-    const TwipsSize least = MinimumWindowSize(in);
-
-    // At that size, with the default tree and web style: an inch of list each way and "About" whole.
-    const auto layoutAt = [&](double width, double height) {
-        LayoutInput at = in;
-        at.ClientWidth = float(width) - (in.WindowWidth - in.ClientWidth);
-        at.WindowWidth = float(width);
-        at.WindowHeight = float(height);
-        at.TreeWidth = 3000;
-        at.WebStyle = true;
-        at.TreeTop = ComputeLayout(at).A + 100;
-        return ComputeLayout(at);
-    };
-    const LayoutResult fits = layoutAt(least.Width, least.Height);
-    QVERIFY(fits.List.Width >= 1440);
-    QVERIFY(fits.List.Height >= 1440);
-    QVERIFY(fits.Blank >= 0);
-    // A twip less either way and something is short.
-    const LayoutResult narrower = layoutAt(least.Width - 1, least.Height);
-    QVERIFY(narrower.List.Width < 1440 || narrower.Blank < 0);
-    QVERIFY(layoutAt(least.Width, least.Height - 1).List.Height < 1440);
 }
 
 QTEST_GUILESS_MAIN(tst_LayoutGeometry)

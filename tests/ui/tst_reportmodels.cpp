@@ -1,11 +1,8 @@
 #include "TestData.h"
-#include "ui/main/CaseInsensitiveOrder.h"
 #include "ui/main/FileListModel.h"
 #include "ui/main/NodeCollection.h"
-#include "ui/main/ReportTreeModel.h"
 
 #include <QAbstractItemModelTester>
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace zentoria;
@@ -40,11 +37,6 @@ class tst_ReportModels : public QObject {
 
 private Q_SLOTS:
     void nodeCollection();
-    void keysAreParsed_data();
-    void keysAreParsed();
-    void treeModel();
-    void caseInsensitiveOrder_data();
-    void caseInsensitiveOrder();
     void listSorting_data();
     void listSorting();
     void sortKeepsTheSelection();
@@ -82,114 +74,8 @@ void tst_ReportModels::nodeCollection() {
     QCOMPARE(nodes.positionOf(u"ID3v11"), 0);
 }
 
-void tst_ReportModels::keysAreParsed_data() {
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<int>("position");
-
-    addRow("root", "Integrity", 1);
-    addRow("first entry", "ID3v11", 5);
-    addRow("entry with a gap before it", "ID3v13", 6);
-    addRow("largest ordinal", "ID3v132767", 8);
-    addRow("ordinal in the gap", "ID3v12", 0);
-    addRow("leading zero", "ID3v101", 0);
-    addRow("not a number", "ID3v11x", 0);
-    addRow("past 16 bits", "ID3v132768", 0);
-    addRow("small letters", "id3v11", 0);
-}
-
-void tst_ReportModels::keysAreParsed() {
-    QFETCH(QString, key);
-    QFETCH(int, position);
-
-    NodeCollection nodes;
-    addFolders(nodes);
-    nodes.addEntry(entry(1, ProblemKind::ID3v1, "a"));
-    nodes.addEntry(entry(3, ProblemKind::ID3v0, "b"));
-    nodes.addEntry(entry(32766, ProblemKind::ID3v2, "c"));
-    nodes.addEntry(entry(32767, ProblemKind::ID3v2, "d"));
-    QCOMPARE(nodes.positionOf(key), position);
-    if (position) {
-        QCOMPARE(nodes.key(position), key);
-    }
-}
-
-void tst_ReportModels::treeModel() {
-    ReportTreeModel model;
-    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
-
-    model.addNode({}, "Integrity", "Integrity Report");
-    for (ProblemKind kind : {ProblemKind::ID3v1, ProblemKind::ID3v2, ProblemKind::ID3v0}) {
-        model.addNode("Integrity", kindCode(kind), kindCaption(kind));
-    }
-    model.addEntry(entry(1, ProblemKind::ID3v2, "one at a time"));
-    QCOMPARE(inserted.size(), 5);
-    QCOMPARE(model.rowCount(model.indexOf(3)), 1);
-    {
-        const ReportTreeModel::EntryBatch batch(model, 4);
-        model.addEntry(entry(2, ProblemKind::ID3v1, "a"));
-        model.addEntry(entry(3, ProblemKind::ID3v2, "b"));
-        model.addEntry(entry(4, ProblemKind::ID3v1, "c"));
-        // Views learn of the batch when it ends.
-        QCOMPARE(model.rowCount(model.indexOf(2)), 0);
-        QVERIFY(!model.indexOf(6).isValid());
-        QCOMPARE(inserted.size(), 5);
-    }
-    // One insertion per kind that got entries.
-    QCOMPARE(inserted.size(), 7);
-    QCOMPARE(inserted.at(5).at(0).toModelIndex(), model.indexOf(2));
-    QCOMPARE(inserted.at(5).at(1).toInt(), 0);
-    QCOMPARE(inserted.at(5).at(2).toInt(), 1);
-    QCOMPARE(model.rowCount(model.indexOf(3)), 2);
-
-    const QModelIndex c = model.indexOf(8);
-    QCOMPARE(c.data().toString(), QStringLiteral("c"));
-    QCOMPARE(c.data(ReportTreeModel::KeyRole).toString(), QStringLiteral("ID3v14"));
-    QCOMPARE(c.row(), 1);
-    QCOMPARE(c.parent(), model.indexOf(2));
-    QCOMPARE(ReportTreeModel::positionOf(c), 8);
-    QVERIFY(c.data(Qt::DecorationRole).isNull());
-    QVERIFY(c.flags() & Qt::ItemNeverHasChildren);
-    QVERIFY(!model.hasChildren(c));
-    QVERIFY(model.hasChildren(model.indexOf(2)));
-    QVERIFY(!model.hasChildren(model.indexOf(4)));
-
-    model.clear();
-    QCOMPARE(model.rowCount(), 0);
-}
-
-void tst_ReportModels::caseInsensitiveOrder_data() {
-    QTest::addColumn<QString>("a");
-    QTest::addColumn<QString>("b");
-
-    addRow("case only", "C:\\MUSIC\\A.MP3", "c:\\music\\a.mp3");
-    addRow("case, then letter", "C:\\Music\\Ab.mp3", "C:\\music\\aC.mp3");
-    addRow("prefix", "C:\\Music", "c:\\music\\a.mp3");
-    // Folded capitals sort after the punctuation between the two alphabets.
-    addRow("capital against bracket", "A", "[");
-    addRow("umlaut case", "Ärger.mp3", "ärger.mp3");
-    addRow("umlaut against ASCII", "Ärger.mp3", "Arger.mp3");
-    addRow("accent against next letter", "é.mp3", "f.mp3");
-    addRow("sharp s", "straße", "STRASSE");
-    addRow("surrogate pair case", "a\U00010400b", "A\U00010428b");
-    addRow("surrogate pair, then letter", "a\U00010400b", "a\U00010428c");
-    addRow("lone surrogate", QString(QChar(0xD801)), QString(QChar(0xDC00)));
-}
-
-void tst_ReportModels::caseInsensitiveOrder() {
-    QFETCH(QString, a);
-    QFETCH(QString, b);
-
-    const auto sign = [](int n) { return (n > 0) - (n < 0); };
-    const int expected = sign(QStringView(a).compare(b, Qt::CaseInsensitive));
-    QCOMPARE(sign(compareCaseInsensitive(a, b)), expected);
-    QCOMPARE(sign(compareCaseInsensitive(b, a)), -expected);
-}
-
 void tst_ReportModels::listSorting_data() {
-    QTest::addColumn<QStringList>("paths");
-    QTest::addColumn<QStringList>("ascending");
-    QTest::addColumn<QStringList>("descending");
+    addColumns<QStringList, QStringList, QStringList>("paths", "ascending", "descending");
 
     // Entries 1.. at positions 5.., all of kind ID3v1, listed with keys "ID3v1" + position.
     addRow("letter case aside, equal texts in tree order",

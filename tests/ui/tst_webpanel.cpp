@@ -65,24 +65,15 @@ private Q_SLOTS:
     void oneFile();
     void severalFiles();
     void clicksWithinTheIntervalGiveOneRefresh();
-    void emptySelection();
-    void secondReportResetsThePanel();
-    void longTitleMovesTheLabels();
-    void pluralTextFromTheLanguageFile();
+    void emptyPanel();
     void columnDetails_data();
     void columnDetails();
     void iconStack();
-    void keysArmTheRefresh_data();
-    void keysArmTheRefresh();
     void largeSelection();
 };
 
 void tst_WebPanel::oneFile_data() {
-    QTest::addColumn<QString>("kindKey");
-    QTest::addColumn<int>("row");
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QString>("kind");
+    addColumns<QString, int, QString, QString, QString>("kindKey", "row", "caption", "shown", "kind");
 
     addRow("ampersand", "ID3v1", 0, "C:\\Music\\Rock && Roll\\Track.mp3", kRockAndRoll, "ID3v1 not found");
     addRow("markup", "ID3v1", 1, kBold, kBold, "ID3v1 not found");
@@ -144,30 +135,22 @@ void tst_WebPanel::clicksWithinTheIntervalGiveOneRefresh() {
     QCOMPARE(p.name->caption(), kPlain);
 }
 
-void tst_WebPanel::emptySelection() {
-    Panel p;
-    p.activate("ID3v1");
-    p.clickRow(0);
-    p.clickRow(1, Qt::ControlModifier);
-    p.settle();
-    QVERIFY(p.kind->caption().startsWith("2 "));
-    p.clickRow(0, Qt::ControlModifier);
-    p.clickRow(1, Qt::ControlModifier);
-    p.settle();
-    QCOMPARE(selectedRows(p.list), QList<int>{});
-    for (CaptionLabel* label : {p.name, p.kind, p.info}) {
-        QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
-    }
-    p.verifyStacked();
-}
-
-void tst_WebPanel::secondReportResetsThePanel() {
+void tst_WebPanel::emptyPanel() {
     Panel p;
     // The design captions never stay after start-up.
     for (CaptionLabel* label : {p.name, p.kind, p.tip, p.info}) {
         QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
     }
     p.activate("ID3v1");
+    p.clickRow(0);
+    p.clickRow(1, Qt::ControlModifier);
+    p.settle();
+    QVERIFY(p.kind->caption().startsWith("2 "));
+    // Nothing selected any more: nothing of the earlier selection stays.
+    p.clickRow(0, Qt::ControlModifier);
+    p.clickRow(1, Qt::ControlModifier);
+    p.settle();
+    QCOMPARE(p.kind->caption(), QString());
     p.clickRow(0);
     p.settle();
     QVERIFY(!p.name->caption().isEmpty());
@@ -178,64 +161,6 @@ void tst_WebPanel::secondReportResetsThePanel() {
     }
     QVERIFY(!p.refresh->isActive());
     p.verifyStacked();
-}
-
-void tst_WebPanel::longTitleMovesTheLabels() {
-    Panel p;
-    // An entry node titles the panel with its path, which wraps to several lines.
-    clickExpandButton(p.tree, indexOfKey(p.tree, "ID3v1"));
-    p.activate("ID3v14");
-    QVERIFY(p.title->wrappedText().rows().size() >= 3);
-    QCOMPARE(geometryTwips(p.line).Top, geometryTwips(p.title).Top + geometryTwips(p.title).Height);
-    p.verifyStacked();
-    p.activate("ID3v1");
-    p.clickRow(0);
-    p.settle();
-    p.verifyStacked();
-}
-
-void tst_WebPanel::pluralTextFromTheLanguageFile() {
-    QTemporaryDir dir;
-    QFile language(dir.filePath("Test.ini"));
-    QVERIFY(language.open(QIODevice::WriteOnly));
-    language.write("[Status]\r\nPluralSelected=  Dateien gewaehlt.  \r\n");
-    language.close();
-    const QString before = globals().LanguageFile;
-    globals().LanguageFile = language.fileName();
-
-    Panel p;
-    p.activate("ID3v1");
-    p.clickRow(0);
-    p.clickRow(2, Qt::ControlModifier);
-    p.settle();
-    globals().LanguageFile = before;
-    QVERIFY2(p.kind->caption().startsWith("2 id3v1 not foundDateien gewaehlt.\r\r\r"),
-             qPrintable(p.kind->caption()));
-}
-
-void tst_WebPanel::keysArmTheRefresh_data() {
-    QTest::addColumn<QKeyCombination>("key");
-    QTest::addColumn<bool>("arms");
-
-    addRow("Down", QKeyCombination(Qt::Key_Down), true);
-    addRow("Ctrl+A", QKeyCombination(Qt::ControlModifier, Qt::Key_A), true);
-    addRow("Ctrl+Down moves only the focus", QKeyCombination(Qt::ControlModifier, Qt::Key_Down), false);
-}
-
-void tst_WebPanel::keysArmTheRefresh() {
-    QFETCH(QKeyCombination, key);
-    QFETCH(bool, arms);
-
-    Panel p;
-    p.activate("ID3v1");
-    p.clickRow(1);
-    p.settle();
-    QTest::keyClick(p.list, key.key(), key.keyboardModifiers());
-    QCOMPARE(p.refresh->isActive(), arms);
-    p.settle();
-    if (arms) {
-        QCOMPARE(p.name->caption().isEmpty() && p.kind->caption().isEmpty(), selectedRows(p.list).isEmpty());
-    }
 }
 
 void tst_WebPanel::largeSelection() {
@@ -261,8 +186,7 @@ void tst_WebPanel::largeSelection() {
 }
 
 void tst_WebPanel::columnDetails_data() {
-    QTest::addColumn<int>("length");
-    QTest::addColumn<QString>("shownValue");
+    addColumns<int, QString>("length", "shownValue");
 
     const QString value = QString(1200, u'x');
     addRow("1200 characters, whole", 1200, value);

@@ -30,8 +30,7 @@ private Q_SLOTS:
 };
 
 void tst_WrappedText::lineBreaks_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QStringList>("rows");
+    addColumns<QString, QStringList>("text", "rows");
 
     addRow("carriage return, CR LF, line feed", "a\rb\r\nc\nd", QStringList{"a", "b", "c", "d"});
     addRow("empty lines", "a\r\r\rb", QStringList{"a", "", "", "b"});
@@ -50,9 +49,8 @@ void tst_WrappedText::lineBreaks() {
 }
 
 void tst_WrappedText::wrapping_data() {
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("fitting"); // what the width is made to hold
-    QTest::addColumn<QString>("firstRow");
+    // "fits": what the width is made to hold.
+    addColumns<QString, QString, QString>("line", "fitting", "firstRow");
 
     addRow("after a backslash", "C:\\Music\\Artist\\Track.mp3", "C:\\Music\\Artis", "C:\\Music\\");
     addRow("after a blank", "Blue Train.mp3", "Blue Tra", "Blue ");

@@ -44,8 +44,6 @@ class tst_StartUp : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void commandLineText_data();
-    void commandLineText();
     void startsWithoutReport();
     void opensCommandLineReport_data();
     void opensCommandLineReport();
@@ -144,22 +142,6 @@ void tst_StartUp::translatedMainWindow() {
     shown << window->findChild<CaptionLabel*>("lblAddress")->caption();
     QCOMPARE(shown, captions);
     QCOMPARE(window->findChild<QMenu*>("mnuFile")->title(), captions.first());
-}
-
-void tst_StartUp::commandLineText_data() {
-    addColumns<QStringList, QString>("arguments", "text");
-
-    addRow("none", QStringList{"zentoria"}, "");
-    addRow("one", QStringList{"zentoria", "/music/r.vzt"}, "/music/r.vzt");
-    addRow("split by the shell", QStringList{"zentoria", "\"/my", "music/r.vzt\""}, "\"/my music/r.vzt\"");
-    addRow("empty argument", QStringList{"zentoria", ""}, "");
-    addRow("two empty arguments", QStringList{"zentoria", "", ""}, " ");
-}
-
-void tst_StartUp::commandLineText() {
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, text);
-    QCOMPARE(rawCommandLine(arguments), text);
 }
 
 void tst_StartUp::startsWithoutReport() {

@@ -182,6 +182,8 @@ void tst_Frame::treeWidthThatCannotBeApplied_data() {
 
     addRow("wider than any screen", 100000, "2500", 2500);
     addRow("no safe configuration yet", -500, "", 3000);
+    // The repair is tried once: a last safe width no better gives way to the default.
+    addRow("the last safe one no better", 100000, "-20", 3000);
     addRow("too wide for this window", 9000, "2500", 2500);
 }
 

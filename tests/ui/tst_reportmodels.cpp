@@ -36,43 +36,10 @@ class tst_ReportModels : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void nodeCollection();
     void listSorting_data();
     void listSorting();
     void sortKeepsTheSelection();
 };
-
-void tst_ReportModels::nodeCollection() {
-    NodeCollection nodes;
-    addFolders(nodes);
-    QCOMPARE(nodes.addEntry(entry(1, ProblemKind::ID3v2, "C:\\a.mp3")), 5);
-    QCOMPARE(nodes.addEntry(entry(3, ProblemKind::ID3v1, "  C:\\b.mp3 ")), 6);
-    QCOMPARE(nodes.addEntry(entry(12, ProblemKind::ID3v2, "C:\\c.mp3")), 7);
-    QCOMPARE(nodes.count(), 7);
-
-    QStringList table;
-    for (int p = 1; p <= nodes.count(); ++p) {
-        table << QStringLiteral("%1 %2<%3 #%4 row %5: %6")
-                     .arg(p)
-                     .arg(nodes.key(p), nodes.parentKey(p))
-                     .arg(nodes.childCount(p))
-                     .arg(nodes.row(p))
-                     .arg(nodes.text(p));
-    }
-    QCOMPARE(
-        table,
-        (QStringList{"1 Integrity< #3 row 0: Integrity Report", "2 ID3v1<Integrity #1 row 0: ID3v1 not found",
-                     "3 ID3v2<Integrity #2 row 1: ID3v2 not found", "4 ID3v0<Integrity #0 row 2: No ID3 tags",
-                     "5 ID3v11<ID3v2 #0 row 0: C:\\a.mp3", "6 ID3v13<ID3v1 #0 row 0:   C:\\b.mp3 ",
-                     "7 ID3v112<ID3v2 #0 row 1: C:\\c.mp3"}));
-    QCOMPARE(nodes.children(3), (QList<int>{5, 7}));
-    QCOMPARE(nodes.children(0), (QList<int>{1}));
-    QCOMPARE(nodes.fullPath(1), QStringLiteral("Integrity Report"));
-    QCOMPARE(nodes.fullPath(6), QStringLiteral("Integrity Report\\ID3v1 not found\\  C:\\b.mp3 "));
-
-    nodes.clear();
-    QCOMPARE(nodes.positionOf(u"ID3v11"), 0);
-}
 
 void tst_ReportModels::listSorting_data() {
     addColumns<QStringList, QStringList, QStringList>("paths", "ascending", "descending");

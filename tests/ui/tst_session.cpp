@@ -82,12 +82,11 @@ class tst_Session : public QObject {
 
 private Q_SLOTS:
     void init();
-    void titleAndAddress();
+    void titleAndAddressFollowTheReport();
     void dropping_data();
     void dropping();
     void recentReports();
     void reloadKeepsTheView();
-    void changedOnDisk();
     void accessibleAndTabOrder();
 
 private:
@@ -100,7 +99,7 @@ void tst_Session::init() {
     QLocale::setDefault(QLocale::c());
 }
 
-void tst_Session::titleAndAddress() {
+void tst_Session::titleAndAddressFollowTheReport() {
     Session s(file("config"));
     QCOMPARE(s.window.windowTitle(), kTitle);
 
@@ -124,7 +123,21 @@ void tst_Session::titleAndAddress() {
     // A file that is no report leaves both as they were.
     writeFile(file("bad.vzt"), "not a report\r\n");
     s.open(file("bad.vzt"));
-    QCOMPARE(s.window.windowTitle(), "second.vzt — " + kTitle);
+    const QString title = "second.vzt — " + kTitle;
+    QCOMPARE(s.window.windowTitle(), title);
+
+    // Changed on disk: said in the title, nothing read behind the user's back, until F5.
+    writeFile(second, reportOf({{"C:\\x.mp3", 0}, {"C:\\y.mp3", 1}}));
+    QTRY_COMPARE(s.window.windowTitle(), title + " (changed on disk — F5 to reload)");
+    QCOMPARE(s.tree->nodes().entryCount(), 1);
+    s.trigger("submnuReload");
+    QCOMPARE(s.window.windowTitle(), title);
+    QCOMPARE(s.tree->nodes().entryCount(), 2);
+    // Replaced by a program that writes a new file and renames it over the old one: still noticed.
+    writeFile(file("new.vzt"), reportOf({{"C:\\c.mp3", 2}}));
+    QVERIFY(QFile::remove(second));
+    QVERIFY(QFile::rename(file("new.vzt"), second));
+    QTRY_COMPARE(s.window.windowTitle(), title + " (changed on disk — F5 to reload)");
 }
 
 void tst_Session::dropping_data() {
@@ -142,7 +155,6 @@ void tst_Session::dropping() {
     QFETCH(bool, opens);
 
     Session s(file("config"));
-    QDir(m_dir->path()).mkdir("folder");
     const QByteArray report = reportOf({{"C:\\Music\\a.mp3", 1}});
     for (const char* name : {"dropped.vzt", "dropped.TXT", "cover.png", "other.vzt"}) {
         writeFile(file(name), report);
@@ -187,7 +199,6 @@ void tst_Session::recentReports() {
     const QStringList expected{reports[4], reports[8], reports[7], reports[6],
                                reports[5], reports[3], reports[2], reports[1]};
     QCOMPARE(s.recentMenu(), expected);
-    QCOMPARE(s.window.document().recentReports(), expected);
 
     // One that is gone: said, and removed.
     QVERIFY(QFile::remove(reports[7]));
@@ -199,9 +210,7 @@ void tst_Session::recentReports() {
 
     // One that is there opens.
     s.recentItem(reports[6])->trigger();
-    QCOMPARE(s.window.document().path(), reports[6]);
     QCOMPARE(s.recentMenu().first(), reports[6]);
-
     s.trigger("submnuClearRecent");
     QCOMPARE(s.recentMenu(), QStringList());
     Session again(file("config"));
@@ -212,7 +221,6 @@ void tst_Session::reloadKeepsTheView() {
     const QString report = file("report.vzt");
     writeFile(report, reportOf({{"C:\\b.mp3", 2}, {"C:\\a.mp3", 2}, {"C:\\c.mp3", 2}, {"C:\\d.mp3", 1}}));
     Session s(file("config"));
-    QVERIFY(!s.child<QAction>("submnuReload")->isEnabled());
     s.open(report);
     s.activate("ID3v2");
     // Sorted descending by the first header click, and two files selected.
@@ -229,32 +237,7 @@ void tst_Session::reloadKeepsTheView() {
     QCOMPARE(s.list->listModel()->parentKey(), QStringLiteral("ID3v2"));
     QCOMPARE(texts(s.list), (QStringList{"C:\\e.mp3", "C:\\b.mp3", "C:\\A.MP3"}));
     QCOMPARE(s.selectedTexts(), QStringList{"C:\\A.MP3"});
-    QCOMPARE(s.address->text(), report + "\\Integrity Report\\ID3v2 not found");
     QCOMPARE(s.messages, QStringList());
-}
-
-void tst_Session::changedOnDisk() {
-    const QString report = file("report.vzt");
-    writeFile(report, reportOf({{"C:\\a.mp3", 1}}));
-    Session s(file("config"));
-    s.open(report);
-    const QString title = "report.vzt — " + kTitle;
-    QCOMPARE(s.window.windowTitle(), title);
-
-    writeFile(report, reportOf({{"C:\\a.mp3", 1}, {"C:\\b.mp3", 1}}));
-    QTRY_COMPARE(s.window.windowTitle(), title + " (changed on disk — F5 to reload)");
-    // Nothing is read behind the user's back.
-    QCOMPARE(s.tree->nodes().entryCount(), 1);
-
-    s.trigger("submnuReload");
-    QCOMPARE(s.window.windowTitle(), title);
-    QCOMPARE(s.tree->nodes().entryCount(), 2);
-
-    // Replaced by a program that writes a new file and renames it over the old one: still noticed.
-    writeFile(file("new.vzt"), reportOf({{"C:\\c.mp3", 2}}));
-    QVERIFY(QFile::remove(report));
-    QVERIFY(QFile::rename(file("new.vzt"), report));
-    QTRY_COMPARE(s.window.windowTitle(), title + " (changed on disk — F5 to reload)");
 }
 
 void tst_Session::accessibleAndTabOrder() {

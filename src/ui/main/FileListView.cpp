@@ -24,6 +24,12 @@ FileListView::FileListView(const NodeCollection& nodes, QWidget* parent)
     header()->setStretchLastSection(false);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { m_selectionChanged = true; });
+    connect(header(), &QHeaderView::sectionClicked, this, &FileListView::LV_ColumnClick);
+}
+
+void FileListView::LV_ColumnClick(int column) {
+    // Every header click switches sorting on; a click on the sorted column turns the direction round.
+    setSort(column, sortKey() == column ? 1 - sortOrder() : sortOrder());
 }
 
 void FileListView::setSingleColumn(const QString& key, const QString& caption, int width) {
@@ -58,11 +64,16 @@ void FileListView::showSortIndicator() {
 }
 
 void FileListView::mousePressEvent(QMouseEvent* event) {
-    // The right button over empty space leaves the selection alone; only the left one clears it there.
-    if (event->button() != Qt::RightButton || indexAt(event->position().toPoint()).isValid()) {
+    if (event->button() != Qt::RightButton) {
         QTreeView::mousePressEvent(event);
+        return;
     }
-    Q_EMIT mouseDown(event->button(), event->modifiers(), event->position().toPoint());
+    // The right button over an item makes it the only selected (and the current) item; over empty
+    // space it leaves the selection alone.
+    if (const QModelIndex found = indexAt(event->position().toPoint()); found.isValid()) {
+        selectionModel()->setCurrentIndex(found,
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
 }
 
 void FileListView::keyPressEvent(QKeyEvent* event) {

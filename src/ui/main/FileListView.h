@@ -8,8 +8,10 @@
 namespace zentoria {
 
 // The file list control: a view with a header over a FileListModel; several items can be selected.
-// It sorts by the column and direction it is told, and reports clicks and button presses like the list
-// controls report tools are used to. A path cut off by the column shows whole as a tooltip.
+// It sorts by the column and direction it is told, and behaves as the list controls report tools are
+// used to: a header click sorts by that column (turning the direction round on the sorted one), the
+// right button makes the item under it the only selected one, and every click is told. A path cut off
+// by the column shows whole as a tooltip.
 class FileListView : public QTreeView {
     Q_OBJECT
 
@@ -34,8 +36,6 @@ public:
 Q_SIGNALS:
     // A left click anywhere in the list; it comes after clicked().
     void clickedAnywhere();
-    // A mouse button went down; the list has already handled it.
-    void mouseDown(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, const QPoint& position);
     // A key changed which items are selected (arrows, Shift+arrows, Ctrl+A, Space).
     void selectionChangedByKey();
     // The program selected rows for the user (Select All, Select Matching, a reload).
@@ -47,6 +47,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    // A click on a column header sorts by it.
+    void LV_ColumnClick(int column);
     void showSortIndicator();
 
     FileListModel* m_model;

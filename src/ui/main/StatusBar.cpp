@@ -2,12 +2,24 @@
 
 #include "ui/common/Twips.h"
 
+#include <QEvent>
 #include <QLabel>
 
 namespace zentoria {
 
 StatusBar::StatusBar(QWidget* parent)
-    : QFrame(parent) {}
+    : QFrame(parent) {
+    if (parent) {
+        parent->installEventFilter(this);
+    }
+}
+
+bool StatusBar::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == parentWidget() && event->type() == QEvent::Resize) {
+        setGeometry(0, parentWidget()->height() - height(), parentWidget()->width(), height());
+    }
+    return QFrame::eventFilter(watched, event);
+}
 
 QLabel* StatusBar::addPanel(const QString& key, double widthTwips, const QString& text) {
     auto* label = new QLabel(text, this);

@@ -8,7 +8,8 @@ class QLabel;
 namespace zentoria {
 
 // A status bar of keyed panels laid side by side from the left, each as wide as it is told (in twips);
-// nothing stretches on its own, the window's layout sets every width.
+// nothing stretches on its own, the window's layout sets every width. It keeps to the bottom of its
+// container at the container's full width, whatever its size, as status bars do.
 class StatusBar : public QFrame {
     Q_OBJECT
 
@@ -25,6 +26,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void placePanels();

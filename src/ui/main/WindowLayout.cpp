@@ -10,11 +10,11 @@
 #include "ui/common/PictureBox.h"
 #include "ui/common/ScreenFit.h"
 #include "ui/common/Twips.h"
+#include "ui/panel/PanelScrollBar.h"
 #include "ui/panel/WebPanel.h"
 
 #include <QCoreApplication>
 #include <QLabel>
-#include <QScrollBar>
 
 #include <functional>
 
@@ -113,13 +113,8 @@ void frmMain::ReDrawForm() {
             if (out.ScrollHeight < 0) {
                 return StepResult::InvalidArgument;
             }
-            setHeightTwips(vsbBack, out.ScrollHeight);
-            m_panelScrollUnit = 1;
-            vsbBack->setMaximum(out.ScrollMaximum);
-            if (vsbBack->maximum() > 0) {
-                vsbBack->setPageStep(out.ScrollLargeChange);
-                vsbBack->setSingleStep(out.ScrollSmallChange);
-            }
+            vsbBack->setRange(out.ScrollHeight, out.ScrollMaximum, out.ScrollLargeChange,
+                              out.ScrollSmallChange);
             return StepResult::Done;
         },
         [&] {

@@ -19,13 +19,12 @@
 #include "ui/common/PictureBox.h"
 #include "ui/document/ReportDocument.h"
 #include "ui/handoff/FileHandOff.h"
+#include "ui/panel/PanelScrollBar.h"
 #include "ui/panel/WebPanel.h"
 
 #include <QAction>
-#include <QFocusFrame>
 #include <QHeaderView>
 #include <QMenuBar>
-#include <QScrollBar>
 
 namespace zentoria {
 
@@ -57,7 +56,6 @@ frmMain::frmMain(QWidget* parent)
     connect(m_document, &ReportDocument::addressChanged, this, &frmMain::setAddress);
     m_handOff = new FileHandOff({this, ListedFiles(TV, LV), CMDlg, tell}, this);
     createMenus();
-    describeForAssistiveTechnology();
     updateMinimumSize(readLayoutInput());
     const QRect client = twipsRectToPixels(0, 0, kClientWidth, kClientHeight, logicalDpi(this));
     resize(client.width(), client.height() + menuBar()->sizeHint().height());
@@ -73,19 +71,14 @@ void frmMain::createControls() {
 
     m_client = named(new QWidget(this), "client");
     setCentralWidget(m_client);
-    m_client->installEventFilter(this);
 
     pctBorders = named(new PictureBox(m_client), "pctBorders");
     pctBorders->setBackgroundColor(palette().color(QPalette::Base));
     setGeometryTwips(pctBorders, 4440, 1080, 5775, 2775);
 
-    vsbBack = named(new QScrollBar(Qt::Vertical, pctBorders), "vsbBack");
+    vsbBack = new PanelScrollBar(pctBorders);
     setGeometryTwips(vsbBack, 5280, 0, 255, 6375);
     vsbBack->hide();
-    // The value changes once a thumb drag ends; during the drag only the slider moves.
-    vsbBack->setTracking(false);
-    connect(vsbBack, &QScrollBar::sliderMoved, this, &frmMain::vsbBack_Scroll);
-    connect(vsbBack, &QScrollBar::valueChanged, this, &frmMain::vsbBack_Change);
 
     pctWeb = new WebPanel(pctBorders);
     connect(pctWeb, &WebPanel::contentHeightChanged, this, [this] { FitWebPanel(LV); });
@@ -99,15 +92,13 @@ void frmMain::createControls() {
     LV = named(new FileListView(m_report->nodes(), pctBorders), "LV");
     setGeometryTwips(LV, 3000, 0, 1935, 2685);
     pctWeb->describe(LV);
+    vsbBack->attach(pctWeb, LV);
+    LV->setAccessibleName(QStringLiteral("Files"));
+    LV->setAccessibleDescription(QStringLiteral("The files with the activated kind of problem."));
     // The list's items name positions in the tree; a rebuilt tree has other nodes at them.
     connect(m_report, &QAbstractItemModel::modelAboutToBeReset, LV->listModel(), &FileListModel::clear);
-    connect(LV->header(), &QHeaderView::sectionClicked, this, &frmMain::LV_ColumnClick);
     connect(LV, &QAbstractItemView::clicked, this, &frmMain::LV_ItemClick);
     connect(LV, &FileListView::clickedAnywhere, this, &frmMain::LV_ItemClick);
-    connect(LV, &FileListView::mouseDown, this,
-            [this](Qt::MouseButton button, Qt::KeyboardModifiers, const QPoint& position) {
-                LV_MouseDown(button, position);
-            });
     connect(LV, &QAbstractItemView::doubleClicked, this, [this] { ItemClick(LV); });
     // Keys, and the program selecting for the user, change the selection as clicks do.
     connect(LV, &FileListView::selectionChangedByKey, this, &frmMain::LV_ItemClick);
@@ -124,6 +115,7 @@ void frmMain::createControls() {
     SB->addPanel(QStringLiteral("Blank"), 1440);
     SB->addPanel(QStringLiteral("About"), 1440, QStringLiteral("By Orsolt"))
         ->setToolTip(QStringLiteral("By Orsolt"));
+    SB->setAccessibleName(QStringLiteral("Status"));
 
     ImgDirTree = named(new ImageList(this), "ImgDirTree");
     CMDlg = named(new CommonDialog(this), "CMDlg");
@@ -147,6 +139,7 @@ void frmMain::createControls() {
     WEPath->setSingleBorder(true);
     WEPath->setOpaqueColours(QPalette::Base, QPalette::Text);
     WEPath->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    WEPath->setAccessibleDescription(QStringLiteral("The open report and the activated kind."));
     connect(WEPath, &CaptionLabel::captionChanged, this, &frmMain::WEPath_Change);
 
     // Connected before its first caption, so that the path box starts after the caption as drawn in
@@ -165,6 +158,12 @@ void frmMain::createControls() {
     TV = named(new ReportTree(m_client), "TV");
     TV->setReportModel(m_report);
     setGeometryTwips(TV, 0, 1080, 4215, 5775);
+    TV->setAccessibleName(QStringLiteral("Problem kinds"));
+    TV->setAccessibleDescription(
+        QStringLiteral("The kinds of problem the report found; activating one lists its files."));
+    // Tab goes tree, list, the details' scroll bar (while it shows), as a reader goes left to right.
+    setTabOrder(TV, LV);
+    setTabOrder(LV, vsbBack);
     connect(TV, &QTreeView::collapsed, this, [this] { CollapsePending = true; });
     connect(TV, &QTreeView::expanded, this, [this](const QModelIndex& node) {
         TV->setCurrentIndex(node);
@@ -178,29 +177,6 @@ void frmMain::createControls() {
 
     Mns = named(new ImageList(this), "Mns");
     fillDesignImages(*ImgDirTree, *Mns);
-}
-
-void frmMain::describeForAssistiveTechnology() {
-    TV->setAccessibleName(QStringLiteral("Problem kinds"));
-    TV->setAccessibleDescription(
-        QStringLiteral("The kinds of problem the report found; activating one lists its files."));
-    LV->setAccessibleName(QStringLiteral("Files"));
-    LV->setAccessibleDescription(QStringLiteral("The files with the activated kind of problem."));
-    vsbBack->setAccessibleName(QStringLiteral("Scroll the details"));
-    vsbBack->setAccessibleDescription(
-        QStringLiteral("Scrolls the details panel when it is taller than the window."));
-    WEPath->setAccessibleDescription(QStringLiteral("The open report and the activated kind."));
-    SB->setAccessibleName(QStringLiteral("Status"));
-    // Tab goes tree, list, the details' scroll bar (while it shows), as a reader goes left to right.
-    vsbBack->setFocusPolicy(Qt::TabFocus);
-    // The style draws no focus mark on a scroll bar: a focus frame around it, while it has the focus,
-    // shows where the keys go. It joins the scroll bar's parent only while it shows, so the panes hold
-    // their designed controls alone.
-    m_scrollFocus = named(new QFocusFrame(this), "vsbBackFocus");
-    m_scrollFocus->hide();
-    vsbBack->installEventFilter(this);
-    setTabOrder(TV, LV);
-    setTabOrder(LV, vsbBack);
 }
 
 void frmMain::Form_Load() {

@@ -7,10 +7,8 @@
 #include <QMainWindow>
 
 class QAction;
-class QFocusFrame;
 class QFrame;
 class QMenu;
-class QScrollBar;
 
 namespace zentoria {
 
@@ -20,6 +18,7 @@ class FileHandOff;
 class FileListView;
 class ImageList;
 class MenuDecorator;
+class PanelScrollBar;
 class PictureBox;
 class ReportDocument;
 class ReportTree;
@@ -92,24 +91,17 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void createControls();
     void createMenus();
-    // Names and descriptions a screen reader speaks, and the order Tab visits the panes in.
-    void describeForAssistiveTechnology();
     void SetMenuIcon(const QString& menuName, const QString& imageKey);
 
     void submnuOpen_Click();
     void submnuExit_Click();
     void submnuWebStyle_Click();
-    void LV_ColumnClick(int column);
     void LV_ItemClick();
-    void LV_MouseDown(Qt::MouseButton button, const QPoint& position);
     void Form_Resize();
-    void vsbBack_Scroll();
-    void vsbBack_Change();
     void lblAddress_Change();
     void WEPath_Change();
     LayoutInput readLayoutInput() const;
@@ -121,21 +113,16 @@ private:
     bool ExpandPending = false;
     // Re-entry guard of the address's caption handler, which writes its own caption back.
     bool m_pathChanging = false;
-    // Twips the panel moves for each step of its scroll bar: 1, unless the panel's content is taller
-    // than the 32767 steps a scroll bar has.
-    double m_panelScrollUnit = 1;
     MessageBoxes m_messages;
     // The open report's nodes: the tree shows them, the list shows the activated node's children.
     ReportTreeModel* m_report = nullptr;
     ReportDocument* m_document = nullptr;
     FileHandOff* m_handOff = nullptr;
     SeparatorDrag* m_separatorDrag = nullptr;
-    // Drawn around the panel's scroll bar while it has the keyboard focus.
-    QFocusFrame* m_scrollFocus = nullptr;
 
     QWidget* m_client = nullptr;
     PictureBox* pctBorders = nullptr;
-    QScrollBar* vsbBack = nullptr;
+    PanelScrollBar* vsbBack = nullptr;
     WebPanel* pctWeb = nullptr;
     FileListView* LV = nullptr;
     MenuDecorator* mMenu = nullptr;

@@ -1,0 +1,93 @@
+#include "PanelScrollBar.h"
+
+#include "ui/common/Twips.h"
+#include "ui/main/LayoutGeometry.h"
+
+#include <QFocusFrame>
+
+#include <cmath>
+
+namespace zentoria {
+
+PanelScrollBar::PanelScrollBar(QWidget* parent)
+    : QScrollBar(Qt::Vertical, parent)
+    , m_focusFrame(new QFocusFrame(window())) {
+    setObjectName(QStringLiteral("vsbBack"));
+    m_focusFrame->setObjectName(QStringLiteral("vsbBackFocus"));
+    m_focusFrame->hide();
+    setAccessibleName(QStringLiteral("Scroll the details"));
+    setAccessibleDescription(QStringLiteral("Scrolls the details panel when it is taller than the window."));
+    // Tab reaches it after the list, while it shows.
+    setFocusPolicy(Qt::TabFocus);
+    // The value changes once a thumb drag ends; during the drag only the slider moves.
+    setTracking(false);
+    connect(this, &QScrollBar::sliderMoved, this, &PanelScrollBar::vsbBack_Scroll);
+    connect(this, &QScrollBar::valueChanged, this, &PanelScrollBar::vsbBack_Change);
+}
+
+void PanelScrollBar::attach(QWidget* panel, QWidget* list) {
+    m_panel = panel;
+    m_list = list;
+}
+
+void PanelScrollBar::setRange(double height, qint32 maximum, qint32 largeChange, qint32 smallChange) {
+    setHeightTwips(this, height);
+    m_unit = 1;
+    setMaximum(maximum);
+    if (this->maximum() > 0) {
+        setPageStep(largeChange);
+        setSingleStep(smallChange);
+    }
+}
+
+void PanelScrollBar::fitPanel(double contentBottom, double listHeight) {
+    if (contentBottom < geometryTwips(m_panel).Height) {
+        hide();
+        setHeightTwips(m_panel, listHeight);
+        return;
+    }
+    setHeightTwips(m_panel, contentBottom);
+    show();
+    setLeftTwips(this, geometryTwips(m_panel).Width);
+    const double d = std::fabs(geometryTwips(m_panel).Height - listHeight);
+    const qint32 top = d <= 32767 ? roundHalfEven(d) : 32767;
+    m_unit = d <= 32767 ? 1 : d / top;
+    setMaximum(top);
+    // A scroll bar takes change values from 1 up; a range too small for a tenth keeps at least 1.
+    if (top / 10.0 > 0) {
+        setPageStep(qMax(1, roundHalfEven(top / 10.0)));
+    }
+    if (top / 100.0 > 0.3) {
+        setSingleStep(qMax(1, roundHalfEven(top / 100.0)));
+    }
+}
+
+void PanelScrollBar::vsbBack_Scroll() {
+    if (!m_panel) {
+        return;
+    }
+    setTopTwips(m_panel, -sliderPosition() * m_unit);
+}
+
+void PanelScrollBar::vsbBack_Change() {
+    if (!m_panel) {
+        return;
+    }
+    setTopTwips(m_panel, -value() * m_unit);
+    m_list->setFocus();
+}
+
+void PanelScrollBar::focusInEvent(QFocusEvent* event) {
+    QScrollBar::focusInEvent(event);
+    m_focusFrame->setWidget(this);
+}
+
+void PanelScrollBar::focusOutEvent(QFocusEvent* event) {
+    QScrollBar::focusOutEvent(event);
+    // It leaves the right pane again, so the panes hold their designed controls alone.
+    m_focusFrame->setWidget(nullptr);
+    m_focusFrame->setParent(window());
+    m_focusFrame->hide();
+}
+
+} // namespace zentoria

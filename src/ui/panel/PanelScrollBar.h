@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QScrollBar>
+
+class QFocusFrame;
+
+namespace zentoria {
+
+// The web-style panel's scroll bar: it slides the panel up inside the right pane by its position,
+// while the thumb is dragged and when its value changes, and then gives the keyboard back to the list.
+// A panel taller than the 32767 steps a scroll bar has is scrolled in coarser steps, to its very end.
+// The style draws no focus mark on a scroll bar, so a focus frame rings it while it has the focus.
+class PanelScrollBar : public QScrollBar {
+    Q_OBJECT
+
+public:
+    explicit PanelScrollBar(QWidget* parent);
+
+    // The panel it scrolls, and the list that takes the keyboard after a scroll.
+    void attach(QWidget* panel, QWidget* list);
+    // The range a layout pass gives it: twips scroll one to one again.
+    void setRange(double height, qint32 maximum, qint32 largeChange, qint32 smallChange);
+    // Sizes the panel to content ending at contentBottom (twips): taller than the panel, the panel
+    // grows to it and the scroll bar shows with its range against the list's height; otherwise the
+    // scroll bar hides and the panel is as tall as the list.
+    void fitPanel(double contentBottom, double listHeight);
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void vsbBack_Scroll();
+    void vsbBack_Change();
+
+    QWidget* m_panel = nullptr;
+    QWidget* m_list = nullptr;
+    QFocusFrame* m_focusFrame;
+    // Twips the panel moves for each step.
+    double m_unit = 1;
+};
+
+} // namespace zentoria

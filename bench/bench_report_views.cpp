@@ -4,10 +4,10 @@
 #include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
-#include "ui/main/FileListView.h"
-#include "ui/main/ReportTree.h"
 #include "ui/main/frmMain.h"
 #include "ui/panel/WebPanel.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ReportTree.h"
 
 #include <QAction>
 #include <QApplication>

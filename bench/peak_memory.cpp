@@ -1,7 +1,7 @@
 #include "LargestReport.h"
 #include "app/Startup.h"
-#include "ui/main/ReportTree.h"
 #include "ui/main/frmMain.h"
+#include "ui/views/ReportTree.h"
 
 #include <QApplication>
 #include <QFile>

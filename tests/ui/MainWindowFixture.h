@@ -2,9 +2,9 @@
 
 #include "TestData.h"
 #include "ui/common/CommonDialog.h"
-#include "ui/main/FileListView.h"
-#include "ui/main/ReportTree.h"
 #include "ui/main/frmMain.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ReportTree.h"
 
 #include <QAction>
 #include <QHeaderView>

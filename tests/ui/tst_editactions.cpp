@@ -1,8 +1,8 @@
 #include "MainWindowFixture.h"
 #include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
-#include "ui/main/FileListView.h"
-#include "ui/main/ReportTree.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ReportTree.h"
 
 #include <QApplication>
 #include <QClipboard>

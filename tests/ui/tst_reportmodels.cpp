@@ -1,6 +1,6 @@
 #include "TestData.h"
-#include "ui/main/FileListModel.h"
-#include "ui/main/NodeCollection.h"
+#include "ui/views/FileListModel.h"
+#include "ui/views/NodeCollection.h"
 
 #include <QAbstractItemModelTester>
 #include <QTest>

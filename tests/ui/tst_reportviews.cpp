@@ -2,8 +2,8 @@
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/ImageList.h"
 #include "ui/common/Twips.h"
-#include "ui/main/FileListView.h"
-#include "ui/main/ReportTree.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ReportTree.h"
 
 #include <QApplication>
 #include <QLabel>

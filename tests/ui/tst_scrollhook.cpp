@@ -1,7 +1,7 @@
 #include "MainWindowFixture.h"
 #include "shell/ListScrollHook.h"
-#include "ui/main/FileListView.h"
-#include "ui/main/ReportTree.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ReportTree.h"
 
 #include <QScrollBar>
 #include <QTemporaryDir>

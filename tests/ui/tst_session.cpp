@@ -2,8 +2,8 @@
 #include "MainWindowFixture.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/document/ReportDocument.h"
-#include "ui/main/FileListView.h"
-#include "ui/main/ReportTree.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ReportTree.h"
 
 #include <QApplication>
 #include <QDropEvent>

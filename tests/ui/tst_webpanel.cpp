@@ -3,9 +3,9 @@
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/ImageList.h"
 #include "ui/common/Twips.h"
-#include "ui/main/FileListView.h"
-#include "ui/main/ReportTree.h"
 #include "ui/panel/WebPanel.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ReportTree.h"
 
 #include <QLabel>
 #include <QScrollBar>

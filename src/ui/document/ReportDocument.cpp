@@ -5,8 +5,8 @@
 #include "settings/SettingsStore.h"
 #include "ui/common/Ampersands.h"
 #include "ui/common/MenuItems.h"
-#include "ui/main/FileListView.h"
-#include "ui/main/NodeCollection.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/NodeCollection.h"
 
 #include <QAction>
 #include <QDragEnterEvent>

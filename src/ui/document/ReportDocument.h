@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/main/ListedFiles.h"
+#include "ui/views/ListedFiles.h"
 
 #include <QObject>
 #include <QStringList>

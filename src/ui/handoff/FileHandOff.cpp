@@ -8,8 +8,8 @@
 #include "settings/SettingsStore.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/MenuItems.h"
-#include "ui/main/FileListView.h"
-#include "ui/main/NodeCollection.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/NodeCollection.h"
 
 #include <QAction>
 #include <QApplication>

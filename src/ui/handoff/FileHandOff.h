@@ -1,7 +1,7 @@
 #pragma once
 
 #include "export/PathMapping.h"
-#include "ui/main/ListedFiles.h"
+#include "ui/views/ListedFiles.h"
 
 #include <QObject>
 

@@ -1,7 +1,7 @@
 // frmMain: the file list's notifications.
-#include "FileListView.h"
 #include "frmMain.h"
 #include "ui/panel/WebPanel.h"
+#include "ui/views/FileListView.h"
 
 namespace zentoria {
 

@@ -1,6 +1,5 @@
 // frmMain: the frame's handlers: resizing, the panel's scroll bar, the captions that move their
 // neighbours, and Tools > WebStyle.
-#include "FileListView.h"
 #include "LayoutGeometry.h"
 #include "StatusBar.h"
 #include "frmMain.h"
@@ -10,6 +9,7 @@
 #include "ui/common/CaptionLabel.h"
 #include "ui/panel/PanelScrollBar.h"
 #include "ui/panel/WebPanel.h"
+#include "ui/views/FileListView.h"
 
 #include <QAction>
 #include <QEvent>

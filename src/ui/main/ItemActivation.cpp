@@ -1,9 +1,9 @@
 // frmMain: the activation of tree nodes and list items.
-#include "FileListView.h"
-#include "ReportTree.h"
 #include "frmMain.h"
 #include "ui/common/ImageList.h"
 #include "ui/panel/WebPanel.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ReportTree.h"
 
 #include <algorithm>
 

@@ -1,7 +1,4 @@
 // frmMain: opening a report and building the report tree from it.
-#include "FileListView.h"
-#include "ReportTree.h"
-#include "ReportTreeModel.h"
 #include "frmMain.h"
 #include "report/RegularFile.h"
 #include "report/ReportReader.h"
@@ -10,6 +7,9 @@
 #include "ui/common/ImageList.h"
 #include "ui/document/ReportDocument.h"
 #include "ui/panel/WebPanel.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ReportTree.h"
+#include "ui/views/ReportTreeModel.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,10 +1,10 @@
 // frmMain: closing the main window, which ends the program.
-#include "FileListView.h"
 #include "frmMain.h"
 #include "settings/Globals.h"
 #include "settings/Preferences.h"
 #include "shell/ListScrollHook.h"
 #include "ui/common/Twips.h"
+#include "ui/views/FileListView.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>

@@ -1,7 +1,5 @@
 // frmMain: the layout pass that places every pane of the window.
-#include "FileListView.h"
 #include "LayoutGeometry.h"
-#include "ReportTree.h"
 #include "StatusBar.h"
 #include "frmMain.h"
 #include "settings/Globals.h"
@@ -12,6 +10,8 @@
 #include "ui/common/Twips.h"
 #include "ui/panel/PanelScrollBar.h"
 #include "ui/panel/WebPanel.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ReportTree.h"
 
 #include <QCoreApplication>
 #include <QLabel>

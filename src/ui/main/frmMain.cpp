@@ -1,11 +1,7 @@
 #include "frmMain.h"
 
 #include "DesignImages.h"
-#include "FileListView.h"
-#include "ListedFiles.h"
 #include "MenuDecorator.h"
-#include "ReportTree.h"
-#include "ReportTreeModel.h"
 #include "SeparatorDrag.h"
 #include "StatusBar.h"
 #include "settings/LanguageCatalog.h"
@@ -21,6 +17,10 @@
 #include "ui/handoff/FileHandOff.h"
 #include "ui/panel/PanelScrollBar.h"
 #include "ui/panel/WebPanel.h"
+#include "ui/views/FileListView.h"
+#include "ui/views/ListedFiles.h"
+#include "ui/views/ReportTree.h"
+#include "ui/views/ReportTreeModel.h"
 
 #include <QAction>
 #include <QHeaderView>

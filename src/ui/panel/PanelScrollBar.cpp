@@ -1,13 +1,21 @@
 #include "PanelScrollBar.h"
 
 #include "ui/common/Twips.h"
-#include "ui/main/LayoutGeometry.h"
 
 #include <QFocusFrame>
 
 #include <cmath>
 
 namespace zentoria {
+
+namespace {
+
+// To the nearest whole number, halves to the even one, as scroll bars round.
+qint32 roundHalfEven(double value) {
+    return static_cast<qint32>(std::nearbyint(value));
+}
+
+} // namespace
 
 PanelScrollBar::PanelScrollBar(QWidget* parent)
     : QScrollBar(Qt::Vertical, parent)

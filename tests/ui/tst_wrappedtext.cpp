@@ -49,7 +49,7 @@ void tst_WrappedText::lineBreaks() {
 }
 
 void tst_WrappedText::wrapping_data() {
-    // "fits": what the width is made to hold.
+    // "fitting": what the width is made to hold.
     addColumns<QString, QString, QString>("line", "fitting", "firstRow");
 
     addRow("after a backslash", "C:\\Music\\Artist\\Track.mp3", "C:\\Music\\Artis", "C:\\Music\\");

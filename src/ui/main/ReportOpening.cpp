@@ -56,8 +56,8 @@ void frmMain::OpenFile(QString& File) {
     {
         // The entries move into the tree, which is shown once they are all there.
         const ReportTreeModel::EntryBatch batch(*m_report, result.Entries.size());
-        for (const ReportEntry& entry : result.Entries) {
-            AddEntryNode(entry);
+        for (ReportEntry& entry : result.Entries) {
+            AddEntryNode(std::move(entry));
         }
     }
     // Nothing of the previous report's selection stays. No layout pass here: at start-up the window is
@@ -93,10 +93,10 @@ void frmMain::LoadTreeView(const QString& Key) {
     }
 }
 
-void frmMain::AddEntryNode(const ReportEntry& entry) {
+void frmMain::AddEntryNode(ReportEntry entry) {
     // Every entry key starts with "ID3v1", whatever the entry's kind: the kind is the parent's. The
     // collection derives keys and parents from the entry itself.
-    m_report->addEntry(entry);
+    m_report->addEntry(std::move(entry));
 }
 
 void frmMain::submnuOpen_Click() {

@@ -43,15 +43,16 @@ frmMain::frmMain(QWidget* parent)
     setWindowIcon(programIcon());
     createControls();
     const auto tell = [this](const QString& text) { m_messages.show(this, text); };
-    m_document = new ReportDocument({this, ListedFiles(TV, LV), [this](QString file) { OpenFile(file); },
-                                     [this](int position) {
-                                         CollapsePending = false;
-                                         ExpandPending = false;
-                                         TV->setCurrentIndex(TV->indexOf(position));
-                                         ItemClick(TV);
-                                     },
-                                     tell},
-                                    this);
+    // A report the user opens another way than File > Open: from File > Recent, a reload or a drop.
+    const auto open = [this](QString file) { OpenFile(file); };
+    // As a click on the node would, with no expansion or collapse pending to swallow it.
+    const auto activate = [this](int position) {
+        CollapsePending = false;
+        ExpandPending = false;
+        TV->setCurrentIndex(TV->indexOf(position));
+        ItemClick(TV);
+    };
+    m_document = new ReportDocument({this, ListedFiles(TV, LV), open, activate, tell}, this);
     connect(m_document, &ReportDocument::titleChanged, this, &QWidget::setWindowTitle);
     connect(m_document, &ReportDocument::addressChanged, this, &frmMain::setAddress);
     m_handOff = new FileHandOff({this, ListedFiles(TV, LV), CMDlg, tell}, this);
@@ -153,7 +154,8 @@ void frmMain::createControls() {
     Separator = named(new PictureBox(m_client), "Separator");
     Separator->setCursor(Qt::SizeHorCursor);
     setGeometryTwips(Separator, 4200, 1080, 75, 5835);
-    m_separatorDrag = new SeparatorDrag(Separator, m_client, [this] { ReDrawForm(); });
+    // Owned by the separator.
+    new SeparatorDrag(Separator, m_client, [this] { ReDrawForm(); });
 
     TV = named(new ReportTree(m_client), "TV");
     TV->setReportModel(m_report);

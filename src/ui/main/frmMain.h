@@ -23,7 +23,6 @@ class PictureBox;
 class ReportDocument;
 class ReportTree;
 class ReportTreeModel;
-class SeparatorDrag;
 class StatusBar;
 class WebPanel;
 
@@ -51,7 +50,7 @@ public:
     // Rebuilds the report tree with its root and kind nodes only.
     void LoadTreeView(const QString& Key = {});
     // Adds one report entry to the tree under its kind.
-    void AddEntryNode(const ReportEntry& entry);
+    void AddEntryNode(ReportEntry entry);
 
     // Activates the selected item of the tree or the list: a tree node lists its children in the file
     // list and titles the panel with its text.
@@ -118,7 +117,6 @@ private:
     ReportTreeModel* m_report = nullptr;
     ReportDocument* m_document = nullptr;
     FileHandOff* m_handOff = nullptr;
-    SeparatorDrag* m_separatorDrag = nullptr;
 
     QWidget* m_client = nullptr;
     PictureBox* pctBorders = nullptr;

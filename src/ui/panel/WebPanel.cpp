@@ -8,6 +8,7 @@
 #include "ui/common/DesignFont.h"
 #include "ui/common/Named.h"
 #include "ui/common/Twips.h"
+#include "ui/views/FileListModel.h"
 
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -72,6 +73,15 @@ int selectedItem(const QTreeView* list) {
 
 QString cell(const QTreeView* list, int row, int column, int role = Qt::DisplayRole) {
     return list->model()->index(row, column).data(role).toString();
+}
+
+// The name of a row's file. The program's own list answers without a variant in between, which
+// counts when sixteen thousand files are selected.
+QString fileName(const QTreeView* list, int row) {
+    if (const auto* files = qobject_cast<const FileListModel*>(list->model())) {
+        return files->text(row);
+    }
+    return cell(list, row, 0);
 }
 
 // The details of one file: every further column with a width and a value, as "header: value".
@@ -274,7 +284,7 @@ void WebPanel::ShowSelectionInfo() {
 
     QString names;
     for (int row : rows) {
-        const QString text = cell(m_list, row, 0);
+        const QString text = fileName(m_list, row);
         if (!text.isEmpty()) {
             names += u'\r' + doubleAmpersands(text);
         }

@@ -2,7 +2,6 @@
 #include "Version.h"
 #include "app/CommandLine.h"
 
-#include <QCoreApplication>
 #include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>

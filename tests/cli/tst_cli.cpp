@@ -1,8 +1,6 @@
 #include "../report/ReportBuilder.h"
 #include "TestData.h"
 
-#include <QFileInfo>
-#include <QJsonDocument>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>

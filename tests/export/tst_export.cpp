@@ -2,7 +2,6 @@
 #include "export/PathMapping.h"
 #include "export/TagEditorCommand.h"
 
-#include <QBuffer>
 #include <QTest>
 
 using namespace zentoria;

@@ -3,7 +3,6 @@
 #include "report/ReportReader.h"
 
 #include <QByteArray>
-#include <QList>
 
 // Writes report bytes line by line, so each test shows the lines it cares about and nothing else.
 class ReportBuilder {

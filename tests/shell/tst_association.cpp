@@ -4,7 +4,6 @@
 #include "shell/FileAssociation.h"
 #include "ui/main/frmMain.h"
 
-#include <QApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>

@@ -87,12 +87,6 @@ inline void clickExpandButton(QTreeView* view, const QModelIndex& index) {
                       QPoint(row.left() - view->indentation() / 2, row.center().y()));
 }
 
-// Clicks the tree or list below its last row.
-inline void clickEmptySpace(QAbstractItemView* view) {
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
-                      QPoint(view->viewport()->width() / 2, view->viewport()->height() - 3));
-}
-
 // The texts (or another role) of the top-level rows, in the order the view shows them.
 inline QStringList texts(const QAbstractItemView* view, int role = Qt::DisplayRole) {
     QStringList out;

@@ -9,7 +9,6 @@
 #include <QDialog>
 #include <QDir>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMimeData>
 #include <QTemporaryDir>
 #include <QTimer>

@@ -8,9 +8,7 @@
 #include "ui/views/FileListView.h"
 #include "ui/views/ReportTree.h"
 
-#include <QApplication>
 #include <QFile>
-#include <QLabel>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QTemporaryDir>

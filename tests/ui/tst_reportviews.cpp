@@ -5,7 +5,6 @@
 #include "ui/views/FileListView.h"
 #include "ui/views/ReportTree.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QSignalSpy>
 

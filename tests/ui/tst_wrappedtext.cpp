@@ -2,7 +2,6 @@
 #include "ui/common/WrappedText.h"
 
 #include <QFontMetricsF>
-#include <QGuiApplication>
 #include <QTest>
 
 using namespace zentoria;

@@ -81,10 +81,8 @@ void tst_Screens::windowFitsItsScreen() {
     QFETCH(QSize, size);
 
     QTemporaryDir home;
-    QFile config(home.filePath("screens.json"));
-    QVERIFY(config.open(QIODevice::WriteOnly));
-    config.write(QJsonDocument(QJsonObject{{"screens", screens}}).toJson());
-    config.close();
+    const QString config = home.filePath("screens.json");
+    QVERIFY(writeFile(config, QJsonDocument(QJsonObject{{"screens", screens}}).toJson()));
     qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
     if (!placement.isEmpty()) {
         const char* keys[] = {"Left", "Top", "Width", "Height"};
@@ -95,7 +93,7 @@ void tst_Screens::windowFitsItsScreen() {
 
     QProcess child;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + config.fileName());
+    environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + config);
     environment.insert("QT_SCALE_FACTOR", scale);
     child.setProcessEnvironment(environment);
     child.start(QCoreApplication::applicationFilePath(), {kStartMode});

@@ -42,10 +42,6 @@ private Q_SLOTS:
     void commands_data();
     void commands();
     void optionsEnd();
-    void diff_data();
-    void diff();
-    void exportFiles_data();
-    void exportFiles();
 
 private:
     QTemporaryDir m_dir;
@@ -54,8 +50,25 @@ private:
 void tst_Cli::initTestCase() {
     // A pipe that nobody writes to and an empty file, made once for every test that names them.
     QVERIFY(::mkfifo(QFile::encodeName(m_dir.filePath("pipe.vzt")).constData(), 0600) == 0);
-    QFile empty(m_dir.filePath("empty.vzt"));
-    QVERIFY(empty.open(QIODevice::WriteOnly));
+    QVERIFY(writeFile(m_dir.filePath("empty.vzt"), {}));
+    // Two reports to compare: b.mp3 fixed, d.mp3 new, Café.mp3 still (now without any tags, and written
+    // in capitals), a.mp3 still.
+    QVERIFY(
+        writeFile(m_dir.filePath("old.vzt"), ReportBuilder()
+                                                 .start()
+                                                 .record("C:\\Music\\a.mp3", zentoria::kDetailID3v1)
+                                                 .record("C:\\Music\\b.mp3", zentoria::kDetailID3v2)
+                                                 .record("C:\\Music\\Caf\xC3\xA9.mp3", zentoria::kDetailID3v2)
+                                                 .closing()
+                                                 .bytes()));
+    QVERIFY(
+        writeFile(m_dir.filePath("new.vzt"), ReportBuilder()
+                                                 .start()
+                                                 .record("c:\\MUSIC\\CAF\xC3\x89.MP3", zentoria::kDetailID3v0)
+                                                 .record("C:\\Music\\d.mp3", zentoria::kDetailID3v1)
+                                                 .record("C:\\Music\\A.mp3", zentoria::kDetailID3v1)
+                                                 .closing()
+                                                 .bytes()));
     // 2 GiB without a line break, sparse, so it costs no disk space.
     QFile huge(m_dir.filePath("huge.vzt"));
     QVERIFY(huge.open(QIODevice::WriteOnly) && huge.resize(qint64(2) << 30));
@@ -93,6 +106,47 @@ void tst_Cli::commands_data() {
            "{\"error\":\"cannot open \\\"" + m_dir.filePath("pipe.vzt") +
                "\\\": it is a named pipe, not a file\",\"outcome\":\"Unreadable\"}",
            "it is a named pipe, not a file");
+    const QString old = m_dir.filePath("old.vzt");
+    const QString now = m_dir.filePath("new.vzt");
+    // Something is new: status 1.
+    addRow("diff, letter case aside", QStringList{"diff", old, now}, 1,
+           "fixed\tID3v2\tC:\\Music\\b.mp3\nnew\tID3v1\tC:\\Music\\d.mp3\n"
+           "still\tID3v0\tc:\\MUSIC\\CAF\xC3\x89.MP3\nstill\tID3v1\tC:\\Music\\A.mp3\n",
+           "");
+    addRow("diff, json", QStringList{"diff", "--json", old, now}, 1,
+           "{\"fixed\":[{\"code\":\"ID3v2\",\"path\":\"C:\\\\Music\\\\b.mp3\"}],"
+           "\"new\":[{\"code\":\"ID3v1\",\"path\":\"C:\\\\Music\\\\d.mp3\"}],"
+           "\"still\":[{\"code\":\"ID3v0\",\"path\":\"c:\\\\MUSIC\\\\CAF\xC3\x89.MP3\"},"
+           "{\"code\":\"ID3v1\",\"path\":\"C:\\\\Music\\\\A.mp3\"}]}\n",
+           "");
+    addRow("diff, nothing new", QStringList{"diff", now, now}, 0, "still", "");
+    addRow("diff with no report", QStringList{"diff", old, dataFile("corrupted.txt")}, 2, "",
+           "not a Melvadex report");
+    // export.vzt: a comma, a double quote and non-ASCII letters in its paths, and folders beside the
+    // mapped one that only start the same.
+    addRow(
+        "export, a playlist by default, mapped",
+        QStringList{"export", "--map", "C:\\Music=/media/music", "--kind", "ID3v2", dataFile("export.vzt")},
+        0,
+        "#EXTM3U\n#EXTINF:-1,Waterloo.mp3\n/media/music/Abba/Waterloo.mp3\n"
+        "#EXTINF:-1,\"Live\" at Wembley.mp3\n/media/music/Queen/\"Live\" at Wembley.mp3\n"
+        "#EXTINF:-1,Track01.mp3\nD:\\Elsewhere\\Track01.mp3\n",
+        "");
+    addRow("export, csv of every kind, mapped with =",
+           QStringList{"export", "--format", "csv", "--map=c:/music=/m", dataFile("export.vzt")}, 0,
+           "Ordinal,Kind,Problem,Path\r\n1,ID3v2,ID3v2 Not found,/m/Abba/Waterloo.mp3\r\n"
+           "2,ID3v1,ID3v1 not found,\"/m/Crosby, Stills & Nash/Suite.mp3\"\r\n"
+           "3,ID3v2,ID3v2 Not found,\"/m/Queen/\"\"Live\"\" at Wembley.mp3\"\r\n"
+           "4,ID3v0,No ID3 tags,/m/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\r\n5,ID3v2,ID3v2 Not "
+           "found,D:\\Elsewhere\\Track01.mp3\r\n"
+           "6,ID3v1,ID3v1 not found,C:\\Musical\\Cats\\Memory.mp3\r\n",
+           "");
+    addRow("export, text of one kind as they stand",
+           QStringList{"export", "--format", "txt", "--kind", "id3v0", dataFile("export.vzt")}, 0,
+           "C:\\MUSIC\\Bj\xC3\xB6rk\\J\xC3\xB3ga.mp3\n", "");
+    // Whatever the damage, the files read before it are exported.
+    addRow("export of a damaged report", QStringList{"export", "--format", "txt", dataFile("endedearly.vzt")},
+           1, "C:\\Music\\One.mp3\nC:\\Music\\Two.mp3\n", "ends too early");
     addRow("help", QStringList{"--help"}, 0, "Usage: zentoria-report list [--json] REPORT", "");
     addRow("version", QStringList{"--version"}, 0, "zentoria-report 0.", "");
     addRow("nothing", QStringList(), 2, "", "missing command");
@@ -146,106 +200,6 @@ void tst_Cli::optionsEnd() {
     const Run unknown = runTool({"check", "-mixed.vzt"}, m_dir.path());
     QCOMPARE(unknown.exitCode, 2);
     QVERIFY(unknown.err.contains("unknown option '-mixed.vzt'"));
-}
-
-void tst_Cli::diff_data() {
-    addColumns<QByteArray, QByteArray, QStringList, int, QByteArray>("oldReport", "newReport", "options",
-                                                                     "exitCode", "expected");
-
-    const QByteArray old = ReportBuilder()
-                               .start()
-                               .record("C:\\Music\\a.mp3", zentoria::kDetailID3v1)
-                               .record("C:\\Music\\b.mp3", zentoria::kDetailID3v2)
-                               .record("C:\\Music\\Caf\xC3\xA9.mp3", zentoria::kDetailID3v2)
-                               .closing()
-                               .bytes();
-    const QByteArray newer =
-        ReportBuilder()
-            .start()
-            .record("c:\\MUSIC\\CAF\xC3\x89.MP3", zentoria::kDetailID3v0) // same file, now no tags
-            .record("C:\\Music\\d.mp3", zentoria::kDetailID3v1)
-            .record("C:\\Music\\A.mp3", zentoria::kDetailID3v1)
-            .closing()
-            .bytes();
-    addRow("fixed, new and still, letter case aside", old, newer, QStringList(), 1,
-           QByteArray("fixed\tID3v2\tC:\\Music\\b.mp3\n"
-                      "new\tID3v1\tC:\\Music\\d.mp3\n"
-                      "still\tID3v0\tc:\\MUSIC\\CAF\xC3\x89.MP3\n"
-                      "still\tID3v1\tC:\\Music\\A.mp3\n"));
-    addRow("json", old, newer, QStringList{"--json"}, 1,
-           QByteArray("{\"fixed\":[{\"code\":\"ID3v2\",\"path\":\"C:\\\\Music\\\\b.mp3\"}],"
-                      "\"new\":[{\"code\":\"ID3v1\",\"path\":\"C:\\\\Music\\\\d.mp3\"}],"
-                      "\"still\":[{\"code\":\"ID3v0\",\"path\":\"c:\\\\MUSIC\\\\CAF\xC3\x89.MP3\"},"
-                      "{\"code\":\"ID3v1\",\"path\":\"C:\\\\Music\\\\A.mp3\"}]}\n"));
-    addRow("the new one is no report", old, QByteArray("hello\r\n"), QStringList(), 2, QByteArray());
-}
-
-void tst_Cli::diff() {
-    QFETCH(QByteArray, oldReport);
-    QFETCH(QByteArray, newReport);
-    QFETCH(QStringList, options);
-    QFETCH(int, exitCode);
-    QFETCH(QByteArray, expected);
-
-    for (const auto& [name, bytes] : {std::pair{"old.vzt", oldReport}, std::pair{"new.vzt", newReport}}) {
-        QFile file(m_dir.filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(bytes);
-    }
-    const Run run = runTool(QStringList{"diff"} + options +
-                            QStringList{m_dir.filePath("old.vzt"), m_dir.filePath("new.vzt")});
-    QCOMPARE(run.exitCode, exitCode);
-    if (exitCode == 2) {
-        QVERIFY(run.err.contains("not a Melvadex report"));
-        QCOMPARE(run.out, QByteArray());
-        return;
-    }
-    QCOMPARE(run.out, expected);
-}
-
-void tst_Cli::exportFiles_data() {
-    addColumns<QStringList, QString, int, QByteArray>("options", "report", "exitCode", "expected");
-
-    // export.vzt: a comma, a double quote and non-ASCII letters in its paths, and folders beside the
-    // mapped one that only start the same.
-    addRow("playlist by default, mapped", QStringList{"--map", "C:\\Music=/media/music", "--kind", "ID3v2"},
-           "export.vzt", 0,
-           QByteArray("#EXTM3U\n"
-                      "#EXTINF:-1,Waterloo.mp3\n/media/music/Abba/Waterloo.mp3\n"
-                      "#EXTINF:-1,\"Live\" at Wembley.mp3\n/media/music/Queen/\"Live\" at Wembley.mp3\n"
-                      "#EXTINF:-1,Track01.mp3\nD:\\Elsewhere\\Track01.mp3\n"));
-    addRow("csv, every kind, mapped with =", QStringList{"--format", "csv", "--map=c:/music=/m"},
-           "export.vzt", 0,
-           QByteArray("Ordinal,Kind,Problem,Path\r\n"
-                      "1,ID3v2,ID3v2 Not found,/m/Abba/Waterloo.mp3\r\n"
-                      "2,ID3v1,ID3v1 not found,\"/m/Crosby, Stills & Nash/Suite.mp3\"\r\n"
-                      "3,ID3v2,ID3v2 Not found,\"/m/Queen/\"\"Live\"\" at Wembley.mp3\"\r\n"
-                      "4,ID3v0,No ID3 tags,/m/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\r\n"
-                      "5,ID3v2,ID3v2 Not found,D:\\Elsewhere\\Track01.mp3\r\n"
-                      "6,ID3v1,ID3v1 not found,C:\\Musical\\Cats\\Memory.mp3\r\n"));
-    addRow("text of one kind, as they stand", QStringList{"--format", "txt", "--kind", "id3v0"}, "export.vzt",
-           0, QByteArray("C:\\MUSIC\\Bj\xC3\xB6rk\\J\xC3\xB3ga.mp3\n"));
-    addRow("damaged report: what was read, status 1", QStringList{"--format", "txt"}, "endedearly.vzt", 1,
-           QByteArray());
-}
-
-void tst_Cli::exportFiles() {
-    QFETCH(QStringList, options);
-    QFETCH(QString, report);
-    QFETCH(int, exitCode);
-    QFETCH(QByteArray, expected);
-
-    const Run run = runTool(QStringList{"export"} + options + QStringList{dataFile(qPrintable(report))});
-    QCOMPARE(run.exitCode, exitCode);
-    if (exitCode == 1) {
-        // Whatever the damage, the files read before it are exported, one per line.
-        QVERIFY(!run.err.isEmpty());
-        const Run listing = runTool({"list", dataFile(qPrintable(report))});
-        QCOMPARE(run.out.count('\n'), listing.out.count('\n'));
-        return;
-    }
-    QCOMPARE(run.out, expected);
-    QCOMPARE(run.err, QByteArray());
 }
 
 QTEST_GUILESS_MAIN(tst_Cli)

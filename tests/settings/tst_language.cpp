@@ -127,19 +127,15 @@ void tst_Language::languageFileOfAnInstalledProgram() {
     QFETCH(QString, found);
 
     QTemporaryDir data;
-    QDir().mkpath(data.filePath("zentoria/languages"));
-    QFile installed(data.filePath("zentoria/languages/Zentoria-Test-Language.ini"));
-    QVERIFY(installed.open(QIODevice::WriteOnly));
-    installed.close();
-    QFile beside(GetAppPath() + "/TestData-Beside.ini");
-    QVERIFY(beside.open(QIODevice::WriteOnly));
-    beside.close();
+    const QString installed = data.filePath("zentoria/languages/Zentoria-Test-Language.ini");
+    const QString beside = GetAppPath() + "/TestData-Beside.ini";
+    QVERIFY(writeFile(installed, {}) && writeFile(beside, {}));
     qputenv("XDG_DATA_DIRS", data.path().toLocal8Bit() + ":/usr/share");
 
     const QString file = languageFileFor(setting);
-    beside.remove();
+    QFile::remove(beside);
     if (found == "installed") {
-        QCOMPARE(file, installed.fileName());
+        QCOMPARE(file, installed);
     } else {
         QCOMPARE(file, GetAppPath() + '/' + setting);
     }
@@ -163,11 +159,7 @@ void tst_Language::melvadexLanguageIsPlainText() {
     QFETCH(QByteArray, line);
     QFETCH(QString, language);
 
-    QDir().mkpath(QFileInfo(settingsFilePath("Melvadex")).path());
-    QFile file(settingsFilePath("Melvadex"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("[Preferences]\r\n" + line + "\r\n");
-    file.close();
+    QVERIFY(writeFile(settingsFilePath("Melvadex"), "[Preferences]\r\n" + line + "\r\n"));
     QCOMPARE(read(settings::Language), language);
 }
 

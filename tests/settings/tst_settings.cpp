@@ -145,18 +145,6 @@ void tst_Settings::conversions() {
 
 namespace {
 
-void writeFile(const QString& path, const QByteArray& bytes) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-}
-
-QByteArray contentsOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // Bytes of every value, NULs and line breaks included, the same on every run.
 QByteArray junk(int size) {
     QRandomGenerator generator(13);
@@ -221,7 +209,6 @@ void tst_Settings::pathTextKeepsBackslashes() {
     if (line.isEmpty()) {
         write(settings::PathMap, value);
     } else {
-        QVERIFY(QDir().mkpath(QFileInfo(settingsFilePath(thisProgram())).path()));
         writeFile(settingsFilePath(thisProgram()), "[Preferences]\n" + line + "\n");
     }
     QCOMPARE(readPathText(settings::PathMap), value);

@@ -60,11 +60,6 @@ QString execValue(const QByteArray& entry) {
     return {};
 }
 
-QByteArray contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QString run(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
@@ -116,19 +111,15 @@ void tst_Association::execArgument() {
 void tst_Association::registers() {
     const QByteArray others = "[Added Associations]\r\ntext/plain=gedit.desktop;\r\n\r\n"
                               "[Default Applications]\ntext/plain=gedit.desktop;\n";
-    QDir().mkpath(config());
-    QFile existing(config() + "/mimeapps.list");
-    QVERIFY(existing.open(QIODevice::WriteOnly));
-    existing.write(others);
-    existing.close();
+    QVERIFY(writeFile(config() + "/mimeapps.list", others));
 
     const QString executable = QCoreApplication::applicationFilePath();
     const AssociationResult result = SetAssociation(kReport, {kAppId, executable});
     QVERIFY(result.toolsStarted.contains("update-mime-database"));
     const QString entry = data() + "/applications/" + kAppId + ".desktop";
-    QCOMPARE(execArguments(execValue(contents(entry))), (QStringList{executable, "%f"}));
+    QCOMPARE(execArguments(execValue(contentsOf(entry))), (QStringList{executable, "%f"}));
     // Every other line of the user's list stays as it was.
-    QCOMPARE(contents(config() + "/mimeapps.list"),
+    QCOMPARE(contentsOf(config() + "/mimeapps.list"),
              "[Added Associations]\r\ntext/plain=gedit.desktop;\r\n\r\n[Default Applications]\n"
              "application/x-melvadex-integrity-report=org.melvadex.Zentoria.desktop;\ntext/"
              "plain=gedit.desktop;\n");
@@ -155,12 +146,9 @@ void tst_Association::registers() {
         QVERIFY2(check.exitCode() == 0, check.readAllStandardOutput().constData());
     }
     if (const QString gio = QStandardPaths::findExecutable("gio"); !gio.isEmpty()) {
-        QFile report(m_home->filePath("report.vzt"));
-        QVERIFY(report.open(QIODevice::WriteOnly));
-        report.write("   This file was created with Melvadex (By Orsolt)\r\n");
-        report.close();
-        QVERIFY(
-            run(gio, {"info", "-a", "standard::content-type", report.fileName()}).contains(kReport.mimeType));
+        const QString report = m_home->filePath("report.vzt");
+        QVERIFY(writeFile(report, "   This file was created with Melvadex (By Orsolt)\r\n"));
+        QVERIFY(run(gio, {"info", "-a", "standard::content-type", report}).contains(kReport.mimeType));
         QVERIFY(run(gio, {"mime", kReport.mimeType}).contains(kAppId + ".desktop"));
     } else {
         qWarning("gio is missing (scripts/bootstrap installs it): the desktop's own view is not checked");
@@ -190,18 +178,17 @@ void tst_Association::writesOnlyWhatChanged() {
     // A program moved to another folder: its command is written again, nothing else.
     const AssociationResult moved = SetAssociation(kReport, {kAppId, "/home/ann/Zentoria/zentoria"});
     QCOMPARE(moved.written, QStringList{entry});
-    QCOMPARE(execArguments(execValue(contents(entry))).first(),
+    QCOMPARE(execArguments(execValue(contentsOf(entry))).first(),
              QStringLiteral("/home/ann/Zentoria/zentoria"));
     QVERIFY(!moved.toolsStarted.contains("update-mime-database"));
 }
 
 void tst_Association::unwritableFoldersLetStartUpFinish() {
     // Folders under a plain file can never be made, whoever runs the test (root ignores permissions).
-    QFile blocker(m_home->filePath("not-a-folder"));
-    QVERIFY(blocker.open(QIODevice::WriteOnly));
-    blocker.close();
-    qputenv("XDG_DATA_HOME", blocker.fileName().toLocal8Bit() + "/data");
-    qputenv("XDG_CONFIG_HOME", blocker.fileName().toLocal8Bit() + "/config");
+    const QString blocker = m_home->filePath("not-a-folder");
+    QVERIFY(writeFile(blocker, {}));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(blocker + "/data"));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(blocker + "/config"));
     const AssociationResult result = SetAssociation(kReport, {kAppId, "/usr/bin/zentoria"});
     QCOMPARE(result.written, QStringList());
     QCOMPARE(result.toolsStarted, QStringList());
@@ -212,9 +199,9 @@ void tst_Association::unwritableFoldersLetStartUpFinish() {
 }
 
 void tst_Association::installedFilesSayTheSame() {
-    QCOMPARE(contents(ZENTORIA_SOURCE_DIR "/packaging/org.melvadex.Zentoria.xml"), mimePackage(kReport));
+    QCOMPARE(contentsOf(ZENTORIA_SOURCE_DIR "/packaging/org.melvadex.Zentoria.xml"), mimePackage(kReport));
     // The installed entry is the registered one, but for its command: the program found on the PATH.
-    QByteArray installed = contents(ZENTORIA_SOURCE_DIR "/packaging/zentoria.desktop.in");
+    QByteArray installed = contentsOf(ZENTORIA_SOURCE_DIR "/packaging/zentoria.desktop.in");
     installed.replace("@ZENTORIA_APP_ID@", kAppId.toUtf8());
     QByteArray registered = desktopEntry(kReport, {kAppId, "zentoria"});
     registered.replace("Exec=\"zentoria\" %f", "Exec=zentoria %f");

@@ -20,14 +20,6 @@ QTemporaryDir& dataHome() {
     return folder;
 }
 
-void writeFile(const QString& path, const QByteArray& bytes) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(bytes);
-    }
-}
-
 void writeTheme(const QString& name, const QList<std::pair<QString, QColor>>& icons) {
     const QString theme = dataHome().filePath("icons/" + name);
     writeFile(theme + "/index.theme",

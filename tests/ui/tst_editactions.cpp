@@ -20,11 +20,8 @@ namespace {
 
 // export.vzt's files, as the report writes them.
 const QString kWaterloo = QStringLiteral("C:\\Music\\Abba\\Waterloo.mp3");
-const QString kSuite = QStringLiteral("C:\\Music\\Crosby, Stills & Nash\\Suite.mp3");
 const QString kLive = QStringLiteral("C:\\Music\\Queen\\\"Live\" at Wembley.mp3");
-const QString kJoga = QStringLiteral("C:\\MUSIC\\Björk\\Jóga.mp3");
 const QString kTrack = QStringLiteral("D:\\Elsewhere\\Track01.mp3");
-const QString kMemory = QStringLiteral("C:\\Musical\\Cats\\Memory.mp3");
 
 // A shown window with export.vzt open, in a per-user folder of its own, and a local music folder
 // that holds some of the report's files.
@@ -52,10 +49,7 @@ struct Editing : MainWindowFixture {
     // Makes the local copies of some of the report's files.
     void makeLocalFiles(const QStringList& relativePaths) {
         for (const QString& path : relativePaths) {
-            const QString file = QDir(music).filePath(path);
-            QVERIFY(QDir().mkpath(QFileInfo(file).path()));
-            QFile f(file);
-            QVERIFY(f.open(QIODevice::WriteOnly));
+            QVERIFY(writeFile(QDir(music).filePath(path), {}));
         }
     }
     void mapToMusic() { write(settings::PathMap, QStringLiteral("C:\\Music=") + music); }
@@ -73,11 +67,6 @@ struct Editing : MainWindowFixture {
         });
     }
 };
-
-QByteArray contentsOf(const QString& file) {
-    QFile f(file);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 } // namespace
 

@@ -59,11 +59,9 @@ class tst_Frame : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void firstPass();
+    void passesPlaceThePanes();
     void separatorDrag_data();
     void separatorDrag();
-    void webStyleToggle();
-    void minimizedWindowChangesNothing();
     void treeWidthThatCannotBeApplied_data();
     void treeWidthThatCannotBeApplied();
     void narrowWindowKeepsThePanesReachable();
@@ -71,7 +69,7 @@ private Q_SLOTS:
     void addressCaptionMovesThePath();
 };
 
-void tst_Frame::firstPass() {
+void tst_Frame::passesPlaceThePanes() {
     Frame f;
     // The worked example's panes, from a real window (no frame offscreen: client = window width).
     QCOMPARE(geometryTwips(f.tree).Width, 3000.0);
@@ -86,10 +84,37 @@ void tst_Frame::firstPass() {
     const TwipsRect tree = geometryTwips(f.tree);
     QCOMPARE(tree.Top + tree.Height, geometryTwips(f.child<QWidget>("SB")).Top);
     // The placement saved is the window's own, frame included.
-    QCOMPARE(read(settings::SafeWidth),
-             QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
+    const QString savedWidth =
+        QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window)));
+    QCOMPARE(read(settings::SafeWidth), savedWidth);
     QCOMPARE(read(settings::SafeInitialTVWidth), QStringLiteral("3000"));
     QCOMPARE(read(settings::InitialTVWidth), QStringLiteral("3000"));
+
+    // Tools > WebStyle, twice: the classic view and back.
+    QAction* item = f.child<QAction>("submnuWebStyle");
+    QVERIFY(item->isChecked());
+    for (const bool on : {false, true}) {
+        f.trigger("submnuWebStyle");
+        QCOMPARE(item->isChecked(), on);
+        QCOMPARE(f.window.WebStyle, on);
+        QCOMPARE(read(settings::WebStyle), on ? QStringLiteral("1") : QStringLiteral("0"));
+        QCOMPARE(f.panel->isVisible(), on);
+        QCOMPARE(geometryTwips(f.list).Left, on ? 2855.0 : -45.0);
+    }
+
+    // Minimized, the window moves nothing and saves nothing; restored, it runs a full pass again.
+    f.forgetSettings();
+    f.window.setWindowState(Qt::WindowMinimized);
+    const QRect treeBefore = f.tree->geometry();
+    const QRect listBefore = f.list->geometry();
+    f.resizeTwips(9000, 6000);
+    QCOMPARE(f.tree->geometry(), treeBefore);
+    QCOMPARE(f.list->geometry(), listBefore);
+    QVERIFY(!f.settingsWritten());
+    f.window.setWindowState(Qt::WindowNoState);
+    QTRY_VERIFY(f.settingsWritten());
+    QCOMPARE(read(settings::SafeWidth),
+             QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
 }
 
 void tst_Frame::separatorDrag_data() {
@@ -140,39 +165,6 @@ void tst_Frame::separatorDrag() {
     // Without a button held, moving over the separator drags nothing.
     QTest::mouseMove(f.separator, QPoint(2, grip.y()));
     QCOMPARE(globals().InitialTVWidth, expected);
-}
-
-void tst_Frame::webStyleToggle() {
-    Frame f;
-    QAction* item = f.child<QAction>("submnuWebStyle");
-    QVERIFY(item->isChecked());
-
-    for (const bool on : {false, true}) {
-        f.trigger("submnuWebStyle");
-        QCOMPARE(item->isChecked(), on);
-        QCOMPARE(f.window.WebStyle, on);
-        QCOMPARE(read(settings::WebStyle), on ? QStringLiteral("1") : QStringLiteral("0"));
-        QCOMPARE(f.panel->isVisible(), on);
-        QCOMPARE(geometryTwips(f.list).Left, on ? 2855.0 : -45.0);
-    }
-}
-
-void tst_Frame::minimizedWindowChangesNothing() {
-    Frame f;
-    f.forgetSettings();
-    f.window.setWindowState(Qt::WindowMinimized);
-    const QRect treeBefore = f.tree->geometry();
-    const QRect listBefore = f.list->geometry();
-    f.resizeTwips(9000, 6000);
-    QCOMPARE(f.tree->geometry(), treeBefore);
-    QCOMPARE(f.list->geometry(), listBefore);
-    QVERIFY(!f.settingsWritten());
-
-    // Restored, the window runs a full pass again.
-    f.window.setWindowState(Qt::WindowNoState);
-    QTRY_VERIFY(f.settingsWritten());
-    QCOMPARE(read(settings::SafeWidth),
-             QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
 }
 
 void tst_Frame::treeWidthThatCannotBeApplied_data() {

@@ -74,8 +74,8 @@ void tst_frmMain::openFileMessages_data() {
     const QString pipe = dir.filePath("pipe.vzt");
     QFile::remove(pipe);
     QVERIFY(::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
-    QFile empty(dir.filePath("empty.vzt"));
-    QVERIFY(empty.open(QIODevice::WriteOnly));
+    const QString empty = dir.filePath("empty.vzt");
+    QVERIFY(writeFile(empty, {}));
     const auto cannotOpen = [](const QString& file, const QString& why) {
         return QStringList{"The report \"" + file + "\" cannot be opened: " + why + "."};
     };
@@ -99,8 +99,8 @@ void tst_frmMain::openFileMessages_data() {
            cannotOpen("/nonexistent/report.vzt", "No such file or directory"), true);
     // Opening a pipe that nobody writes to would wait for ever, with no window to close.
     addRow("named pipe", pipe, cannotOpen(pipe, "it is a named pipe, not a file"), true);
-    addRow("empty file", empty.fileName(),
-           QStringList{"The file \"" + empty.fileName() + "\" is empty: it holds no report."}, true);
+    addRow("empty file", empty, QStringList{"The file \"" + empty + "\" is empty: it holds no report."},
+           true);
 }
 
 void tst_frmMain::openFileMessages() {

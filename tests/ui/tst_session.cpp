@@ -32,12 +32,6 @@ QByteArray reportOf(const QList<std::pair<QByteArray, int>>& files) {
     return report.closing().bytes();
 }
 
-void writeFile(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-}
-
 // A shown window in a per-user folder of its own.
 struct Session : MainWindowFixture {
     CaptionLabel* address = child<CaptionLabel>("WEPath");

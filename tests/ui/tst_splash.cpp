@@ -190,16 +190,11 @@ void tst_Splash::captionsFromTheLanguageFile() {
     QFETCH(bool, translationShown);
 
     QTemporaryDir dir;
+    qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
     if (!language.isEmpty()) {
-        QFile file(dir.filePath("Test.ini"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(language);
-        file.close();
-        qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
+        QVERIFY(writeFile(dir.filePath("Test.ini"), language));
         writeSetting("Melvadex", "Preferences", "Language",
-                     QDir(GetAppPath()).relativeFilePath(file.fileName()));
-    } else {
-        qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
+                     QDir(GetAppPath()).relativeFilePath(dir.filePath("Test.ini")));
     }
     const std::unique_ptr<frmMain> window = Main({"zentoria"});
     auto* splash = window->findChild<QWidget*>("frmSplash");

@@ -47,7 +47,6 @@ private Q_SLOTS:
     void startsWithoutReport();
     void opensCommandLineReport_data();
     void opensCommandLineReport();
-    void helpContents();
     void preferencesAtStartUp_data();
     void preferencesAtStartUp();
     void translatedMainWindow_data();
@@ -65,11 +64,6 @@ void tst_StartUp::init() {
 }
 
 namespace {
-
-// Writes settings files the way the program and Melvadex keep them.
-void store(const QString& application, const QString& section, const QString& key, const QString& value) {
-    writeSetting(application, section, key, value);
-}
 
 // The "Language" setting is relative to the program's folder.
 QString languageSettingFor(const QString& file) {
@@ -95,8 +89,8 @@ void tst_StartUp::preferencesAtStartUp() {
     QFETCH(bool, expectedWebStyle);
 
     if (!treeWidth.isEmpty()) {
-        store(thisProgram(), "Preferences", "Initial TV Width", treeWidth);
-        store(thisProgram(), "Preferences", "WebStyle", webStyle);
+        writeSetting(thisProgram(), "Preferences", "Initial TV Width", treeWidth);
+        writeSetting(thisProgram(), "Preferences", "WebStyle", webStyle);
     }
     QStringList messages;
     const auto window = start({"zentoria"}, messages);
@@ -127,7 +121,7 @@ void tst_StartUp::translatedMainWindow() {
     QFETCH(QStringList, captions);
 
     if (!languageFile.isEmpty()) {
-        store("Melvadex", "Preferences", "Language", languageSettingFor(languageFile));
+        writeSetting("Melvadex", "Preferences", "Language", languageSettingFor(languageFile));
     }
     QStringList messages;
     const auto window = start({"zentoria"}, messages);
@@ -151,9 +145,6 @@ void tst_StartUp::startsWithoutReport() {
     QVERIFY(messages.isEmpty());
     QCOMPARE(globals().HelpFile, QCoreApplication::applicationDirPath() + "/Brantwell.hlp");
     QCOMPARE(globals().LanguageFile, QCoreApplication::applicationDirPath() + "/");
-    QCOMPARE(globals().InitialTVWidth, 3000);
-    QVERIFY(window->WebStyle);
-    QVERIFY(window->findChild<QAction*>("submnuWebStyle")->isChecked());
     // The file-type icons follow the eight images of the design, whatever the desktop offers.
     const auto* images = window->findChild<ImageList*>("ImgDirTree");
     QCOMPARE(images->indexOf("MP3"), 9);
@@ -166,6 +157,24 @@ void tst_StartUp::startsWithoutReport() {
     }
     QCOMPARE(window->findChild<CaptionLabel*>("WEPath")->caption(), QString());
     QVERIFY(!QGuiApplication::overrideCursor());
+
+    // Help > Contents shows the manual that ships inside the program.
+    QCOMPARE(helpResourceFor(globals().HelpFile), QStringLiteral(":/help/Brantwell.html"));
+    window->findChild<QAction*>("submnuShowHelp")->trigger();
+    auto* viewer = window->findChild<QTextBrowser*>("HelpViewer");
+    QVERIFY(viewer);
+    QVERIFY(viewer->isVisible());
+    QVERIFY(viewer->toPlainText().contains("Opening a report"));
+    // A window that only shows text closes with Escape, and with the main window.
+    QVERIFY(QTest::qWaitForWindowExposed(viewer));
+    viewer->activateWindow();
+    QTRY_VERIFY(viewer->isActiveWindow());
+    QTest::keyClick(viewer, Qt::Key_Escape);
+    QTRY_VERIFY(!viewer->isVisible());
+    window->findChild<QAction*>("submnuShowHelp")->trigger();
+    QCOMPARE(window->findChildren<QTextBrowser*>().size(), 1);
+    window->close();
+    QVERIFY(!viewer->isVisible());
 }
 
 void tst_StartUp::opensCommandLineReport_data() {
@@ -196,27 +205,6 @@ void tst_StartUp::opensCommandLineReport() {
     const auto window = start(arguments, shown);
     QCOMPARE(shown, messages);
     QVERIFY(window->isVisible());
-}
-
-void tst_StartUp::helpContents() {
-    QStringList messages;
-    const auto window = start({"zentoria"}, messages);
-    QCOMPARE(helpResourceFor(globals().HelpFile), QStringLiteral(":/help/Brantwell.html"));
-    window->findChild<QAction*>("submnuShowHelp")->trigger();
-    auto* viewer = window->findChild<QTextBrowser*>("HelpViewer");
-    QVERIFY(viewer);
-    QVERIFY(viewer->isVisible());
-    QVERIFY(viewer->toPlainText().contains("Opening a report"));
-    // A window that only shows text closes with Escape, and with the main window.
-    QVERIFY(QTest::qWaitForWindowExposed(viewer));
-    viewer->activateWindow();
-    QTRY_VERIFY(viewer->isActiveWindow());
-    QTest::keyClick(viewer, Qt::Key_Escape);
-    QTRY_VERIFY(!viewer->isVisible());
-    window->findChild<QAction*>("submnuShowHelp")->trigger();
-    QCOMPARE(window->findChildren<QTextBrowser*>().size(), 1);
-    window->close();
-    QVERIFY(!viewer->isVisible());
 }
 
 QTEST_MAIN(tst_StartUp)

@@ -40,22 +40,25 @@ struct Session : MainWindowFixture {
         qputenv("XDG_CONFIG_HOME", QFile::encodeName(configHome));
         show();
     }
-    QStringList recentMenu() {
-        QStringList reports;
+    // The reports File > Recent lists, each with its item.
+    QList<std::pair<QString, QAction*>> recentItems() {
+        QList<std::pair<QString, QAction*>> items;
         for (QAction* item : child<QMenu>("mnuRecent")->actions()) {
             if (item->objectName().startsWith("submnuRecent")) {
-                reports << item->data().toString();
+                items.append({item->data().toString(), item});
             }
+        }
+        return items;
+    }
+    QStringList recentMenu() {
+        QStringList reports;
+        for (const auto& [report, item] : recentItems()) {
+            reports << report;
         }
         return reports;
     }
     QAction* recentItem(const QString& report) {
-        for (QAction* item : child<QMenu>("mnuRecent")->actions()) {
-            if (item->data().toString() == report) {
-                return item;
-            }
-        }
-        return nullptr;
+        return recentItems().value(recentMenu().indexOf(report)).second;
     }
     // Sends a drop of this data on the window, as a file manager's drop arrives; answers whether a
     // drag of it was taken.
@@ -90,7 +93,6 @@ private:
 
 void tst_Session::init() {
     m_dir = std::make_unique<QTemporaryDir>();
-    QLocale::setDefault(QLocale::c());
 }
 
 void tst_Session::titleAndAddressFollowTheReport() {

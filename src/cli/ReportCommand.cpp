@@ -298,9 +298,11 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         return usageError(err, QStringLiteral("name exactly one report"));
     }
 
-    QFile report(words.first());
+    // Messages name the report as it was typed: a file opened by its descriptor forgets its name.
+    const QString name = words.first();
+    QFile report(name);
     if (QString why; !openRegularFile(report, why)) {
-        const QString error = QStringLiteral("cannot open \"%1\": %2").arg(report.fileName(), why);
+        const QString error = QStringLiteral("cannot open \"%1\": %2").arg(name, why);
         err.write("zentoria-report: " + error.toUtf8() + '\n');
         // A script reading the JSON gets an object in every case.
         if (json) {
@@ -309,12 +311,12 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         return kExitUnreadable;
     }
     if (command == QStringLiteral("export")) {
-        return writeExport(report, report.fileName(), request, out, err);
+        return writeExport(report, name, request, out, err);
     }
     const Listing listing = command == QStringLiteral("check") ? Listing::Summary
                             : json                             ? Listing::Json
                                                                : Listing::Plain;
-    return writeListing(listing, report, report.fileName(), out, err);
+    return writeListing(listing, report, name, out, err);
 }
 
 } // namespace zentoria::cli

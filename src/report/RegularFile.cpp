@@ -1,6 +1,7 @@
 #include "RegularFile.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -60,6 +61,19 @@ bool openRegularFile(QFile& file, QString& why) {
         return false;
     }
     return true;
+}
+
+QString reportPathFromText(const QString& text) {
+    if (QFileInfo::exists(text)) {
+        return text;
+    }
+    if (text.size() >= 2 && text.startsWith(u'"') && text.endsWith(u'"')) {
+        const QString inner = text.mid(1, text.size() - 2);
+        if (QFileInfo::exists(inner)) {
+            return inner;
+        }
+    }
+    return QString(text).remove(u'"');
 }
 
 } // namespace zentoria

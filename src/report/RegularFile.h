@@ -12,4 +12,9 @@ namespace zentoria {
 // file", "No such file or directory").
 bool openRegularFile(QFile& file, QString& why);
 
+// The file a path text names, where the text may carry double quotes: the text itself when that file
+// exists (a name may hold quotes), else the text without one pair of quotes around it when that one
+// exists (as the desktop passes a path), else the text without any double quote.
+QString reportPathFromText(const QString& text);
+
 } // namespace zentoria

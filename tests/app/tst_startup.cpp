@@ -186,11 +186,15 @@ void tst_StartUp::opensCommandLineReport_data() {
     QDir().mkpath(dir->filePath("my reports"));
     const QString spaced = dir->filePath("my reports/old report.txt");
     QFile::copy(dataFile("corrupted.txt"), spaced);
+    const QString quoted = dir->filePath("my reports/my \"best\" report.vzt");
+    QFile::copy(dataFile("corrupted.txt"), quoted);
 
     addRow("plain path", QStringList{"zentoria", dataFile("corrupted.txt")},
            QStringList{"The file is corrupted"});
     addRow("quoted path with blanks, split",
            QStringList{"zentoria", "\"" + dir->filePath("my"), "reports/old", "report.txt\""},
+           QStringList{"The file is corrupted"});
+    addRow("a name with double quotes", QStringList{"zentoria", quoted},
            QStringList{"The file is corrupted"});
     addRow("two paths are one", QStringList{"zentoria", dataFile("mixed.vzt"), dataFile("second.vzt")},
            QStringList{"The report \"" + dataFile("mixed.vzt") + " " + dataFile("second.vzt") +

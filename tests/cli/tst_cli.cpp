@@ -161,8 +161,22 @@ void tst_Cli::commands_data() {
     // Opening a pipe that nobody writes to would wait for ever.
     addRow("named pipe", QStringList{"check", m_dir.filePath("pipe.vzt")}, 2, "",
            "it is a named pipe, not a file");
-    addRow("empty file", QStringList{"list", m_dir.filePath("empty.vzt")}, 1, "",
-           "the file is empty, not a Melvadex report");
+    // Every command names the report its message is about.
+    for (const char* command : {"list", "check", "export"}) {
+        // A playlist starts before the report is read; a check sums up whatever it read.
+        const QString started = qstrcmp(command, "export") == 0  ? "#EXTM3U"
+                                : qstrcmp(command, "check") == 0 ? "Corrupted: 0 files"
+                                                                 : "";
+        const QString empty = m_dir.filePath("empty.vzt");
+        QTest::addRow("%s, an empty file", command) << QStringList{command, empty} << 1 << started
+                                                    << "zentoria-report: " + empty + ": the file is empty";
+        QTest::addRow("%s, no banner", command)
+            << QStringList{command, dataFile("corrupted.txt")} << 1 << started
+            << "zentoria-report: " + dataFile("corrupted.txt") + ": not a Melvadex report";
+        const QString missing = m_dir.filePath("missing.vzt");
+        QTest::addRow("%s, unreadable", command) << QStringList{command, missing} << 2 << ""
+                                                 << "cannot open \"" + missing + "\"";
+    }
     addRow("option after the report", QStringList{"list", dataFile("mixed.vzt"), "--verbose"}, 2, "",
            "unknown option '--verbose'");
     addRow("export: unknown kind", QStringList{"export", "--kind", "ID3v3", dataFile("export.vzt")}, 2, "",

@@ -132,23 +132,46 @@ void tst_frmMain::openFileRemovesQuotes() {
     w.window.OpenFile(padded);
     QCOMPARE(w.messages.size(), 1);
     QVERIFY2(w.messages.first().startsWith("The report \" /"), qPrintable(w.messages.first()));
+
+    // Quotes that are part of a file's name stay, whether the name is given as it is, quoted as the
+    // desktop passes it, or chosen in the open dialog.
+    QTemporaryDir dir;
+    const QString quoted = dir.filePath("my \"best\" report.vzt");
+    QVERIFY(QFile::copy(dataFile("mixed.vzt"), quoted));
+    for (QString given : {quoted, "\"" + quoted + "\""}) {
+        w.window.OpenFile(given);
+        QCOMPARE(given, quoted);
+        QVERIFY2(w.window.windowTitle().startsWith("my \"best\" report.vzt"),
+                 qPrintable(w.window.windowTitle()));
+    }
+    w.open(dataFile("export.vzt"));
+    w.open(quoted);
+    QVERIFY(w.window.windowTitle().startsWith("my \"best\" report.vzt"));
 }
 
 void tst_frmMain::fileOpenDialog() {
+    QTemporaryDir config;
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(config.path()));
     Window w;
     QString filter, title, folder;
+    QString answer = dataFile("corrupted.txt");
     w.child<CommonDialog>("CMDlg")->setChooser([&](const CommonDialog& dialog) {
         filter = dialog.Filter;
         title = dialog.DialogTitle;
         folder = dialog.InitDir;
-        return dataFile("corrupted.txt");
+        return answer;
     });
+    // It starts at home until a report was opened, then in the folder of the last one.
+    answer = dataFile("mixed.vzt");
     w.trigger("submnuOpen");
+    QCOMPARE(folder, QDir::homePath());
+    answer = dataFile("corrupted.txt");
+    w.trigger("submnuOpen");
+    QCOMPARE(folder, QStringLiteral(ZENTORIA_TEST_DATA));
     QCOMPARE(filter,
              QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt|Melvadex Integrity Report (prev. "
                             "versions) (*.txt)|*.txt"));
     QCOMPARE(title, QStringLiteral("Select the file to view"));
-    QCOMPARE(folder, QCoreApplication::applicationDirPath());
     QCOMPARE(w.messages, QStringList{"The file is corrupted"});
     QCOMPARE(CommonDialog::toQtFilter(filter),
              QStringLiteral(

@@ -7,6 +7,7 @@
 
 #include <QLabel>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 using namespace zentoria;
 
@@ -48,6 +49,7 @@ private Q_SLOTS:
     void rightClick();
     void reportDataIsPlainText();
     void mp3ImageWhenThereIsOne();
+    void everyFileOfTheLargestReportIsListed();
 };
 
 void tst_ReportViews::clickKind_data() {
@@ -258,6 +260,14 @@ void tst_ReportViews::mp3ImageWhenThereIsOne() {
     QCOMPARE(without.list->model()->rowCount(), 3);
     QVERIFY(without.item(0).data(FileListModel::LargeIconRole).value<QIcon>().isNull());
     QVERIFY(without.child<QLabel>("ImgIcon")->pixmap().isNull());
+}
+
+void tst_ReportViews::everyFileOfTheLargestReportIsListed() {
+    QTemporaryDir dir;
+    Views v(writeGeneratedReport(dir.filePath("largest.vzt"), 32766));
+    clickIndex(v.tree, v.node("ID3v1"));
+    QCOMPARE(v.list->model()->rowCount(), 32766);
+    QCOMPARE(v.item(32765).data().toString(), QStringLiteral("C:\\Music\\Artist 566\\32766 - Track.mp3"));
 }
 
 QTEST_MAIN(tst_ReportViews)

@@ -139,10 +139,12 @@ void ReportDocument::updateTitleAndAddress() {
         Q_EMIT titleChanged(kTitle);
         return;
     }
-    QString title = QFileInfo(m_path).fileName() + QStringLiteral(" — ") + kTitle;
+    // The program's name ends the title: the desktop adds it again to a title that does not end with it.
+    QString title = QFileInfo(m_path).fileName();
     if (m_changedOnDisk) {
         title += QStringLiteral(" (changed on disk — F5 to reload)");
     }
+    title += QStringLiteral(" — ") + kTitle;
     Q_EMIT titleChanged(title);
     const int activated = m_window.files.activatedPosition();
     Q_EMIT addressChanged(activated > 0 ? m_path + u'\\' + m_window.files.nodes().fullPath(activated)

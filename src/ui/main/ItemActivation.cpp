@@ -5,16 +5,7 @@
 #include "ui/views/FileListView.h"
 #include "ui/views/ReportTree.h"
 
-#include <algorithm>
-
 namespace zentoria {
-
-namespace {
-
-// Positions are 16-bit: the walk over the tree's nodes cannot pass this one.
-constexpr int kLastWalkPosition = 32767;
-
-} // namespace
 
 void frmMain::ItemClick(QWidget* Obj) {
     const bool fromTree = Obj == TV;
@@ -42,11 +33,9 @@ void frmMain::ItemClick(QWidget* Obj) {
 
     // A double click in the list leaves it as it is: emptying it would only lose the user's place.
     if (fromTree) {
-        // The children in tree order are the nodes a walk over the positions from 2 up finds under
-        // N; that walk counts in 16 bits, so it cannot reach past position 32767.
-        const QList<int>& children = nodes.children(selected);
-        const auto reached = std::upper_bound(children.cbegin(), children.cend(), kLastWalkPosition);
-        LV->listModel()->setItems(nodes.key(selected), QList<int>(children.cbegin(), reached),
+        // Every child, in tree order: a count in 16 bits would stop short of the last files of the
+        // largest reports, which the tooltip's count and Export include.
+        LV->listModel()->setItems(nodes.key(selected), nodes.children(selected),
                                   ImgDirTree->icon(QStringLiteral("MP3")));
         LV->setSingleColumn(QStringLiteral("File"), QStringLiteral("MP3"),
                             twipsToPixels(6500, logicalDpi(LV)));

@@ -2,7 +2,6 @@
 #include "frmMain.h"
 #include "report/RegularFile.h"
 #include "report/ReportReader.h"
-#include "settings/Globals.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/ImageList.h"
 #include "ui/document/ReportDocument.h"
@@ -32,7 +31,8 @@ QIcon folderIcon(const ImageList& images) {
 } // namespace
 
 void frmMain::OpenFile(QString& File) {
-    File.remove(u'"');
+    // Double quotes go unless they are part of the file's name.
+    File = reportPathFromText(File);
     QFile file(File);
     if (QString why; !openRegularFile(file, why)) {
         m_messages.show(this, QStringLiteral("The report \"%1\" cannot be opened: %2.").arg(File, why));
@@ -103,10 +103,13 @@ void frmMain::submnuOpen_Click() {
     CMDlg->Filter = QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt|Melvadex Integrity Report (prev. "
                                    "versions) (*.txt)|*.txt");
     CMDlg->DialogTitle = QStringLiteral("Select the file to view");
-    CMDlg->InitDir = GetAppPath();
+    // The dialog starts where the reports are, the folder of the last one opened, else at home: the
+    // program's own folder holds no reports.
+    const QStringList recent = m_document->recentReports();
+    CMDlg->InitDir = recent.isEmpty() ? QDir::homePath() : QFileInfo(recent.first()).absolutePath();
     // The user's reports are one click away: the folders of the recent ones, then the home folder.
     CMDlg->SidebarFolders.clear();
-    for (const QString& report : m_document->recentReports()) {
+    for (const QString& report : recent) {
         CMDlg->SidebarFolders << QFileInfo(report).absolutePath();
     }
     CMDlg->SidebarFolders << QDir::homePath();

@@ -43,8 +43,8 @@ public:
     // The load sequence, run once before the window is first shown.
     void Form_Load();
 
-    // Opens a report: every double quote is removed from File (the caller's text too), the report is
-    // read and shown, and the user is told about anything that went wrong.
+    // Opens a report: double quotes are removed from File (the caller's text too) unless a file's name
+    // holds them, the report is read and shown, and the user is told about anything that went wrong.
     void OpenFile(QString& File);
 
     // Rebuilds the report tree with its root and kind nodes only.

@@ -1,5 +1,7 @@
 #include "PathMapping.h"
 
+#include <QSet>
+
 namespace zentoria {
 
 namespace {
@@ -69,6 +71,18 @@ QString PathMapping::map(const QString& path) const {
 
 QString windowsPathKey(const QString& path) {
     return path.trimmed().toCaseFolded();
+}
+
+QStringList distinctWindowsPaths(const QStringList& paths) {
+    QSet<QString> seen;
+    QStringList distinct;
+    for (const QString& path : paths) {
+        if (!seen.contains(windowsPathKey(path))) {
+            seen.insert(windowsPathKey(path));
+            distinct << path;
+        }
+    }
+    return distinct;
 }
 
 bool isWindowsPath(const QString& path) {

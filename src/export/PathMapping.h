@@ -37,6 +37,9 @@ struct PathMapping {
 // around it. Two paths name one file when their keys are equal.
 QString windowsPathKey(const QString& path);
 
+// The paths without those that name a file named before them (letter case aside), in their order.
+QStringList distinctWindowsPaths(const QStringList& paths);
+
 // Whether a report's path names a Windows location (a drive letter or a network share), which a
 // mapping may be needed for to find it here.
 bool isWindowsPath(const QString& path);

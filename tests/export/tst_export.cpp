@@ -16,6 +16,7 @@ private Q_SLOTS:
     void mapPath();
     void commonFolder_data();
     void commonFolder();
+    void distinctPaths();
     void tagEditorStarts_data();
     void tagEditorStarts();
 };
@@ -90,6 +91,13 @@ void tst_Export::commonFolder() {
     QFETCH(QStringList, paths);
     QFETCH(QString, folder);
     QCOMPARE(commonWindowsFolder(paths), folder);
+}
+
+void tst_Export::distinctPaths() {
+    // One file, however its paths write it, is handed on once, as first written.
+    QCOMPARE(
+        distinctWindowsPaths({"C:\\Music\\a.mp3", "c:\\MUSIC\\A.MP3", " C:\\Music\\a.mp3 ", "C:\\b.mp3"}),
+        (QStringList{"C:\\Music\\a.mp3", "C:\\b.mp3"}));
 }
 
 void tst_Export::tagEditorStarts_data() {

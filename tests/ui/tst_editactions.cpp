@@ -202,7 +202,7 @@ void tst_EditActions::tagEditor_data() {
 
     addRow("one missing", QStringList{kWaterloo, kTrack}, QStringList{"Abba/Waterloo.mp3"},
            "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
-           "editor was started with the other file.");
+           "editor starts with the other file.");
     addRow("none here", QStringList{kTrack}, QStringList(),
            "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
            "editor was not started.");

@@ -69,6 +69,7 @@ private Q_SLOTS:
     void columnDetails();
     void iconStack();
     void largeSelection();
+    void followsTheSelectionWhateverChangesIt();
 };
 
 void tst_WebPanel::oneFile_data() {
@@ -239,6 +240,27 @@ void tst_WebPanel::iconStack() {
             QCOMPARE(copy->isHidden(), !others);
             QVERIFY(panel.children().indexOf(copy) < panel.children().indexOf(icon)); // behind the icon
         }
+    }
+}
+
+void tst_WebPanel::followsTheSelectionWhateverChangesIt() {
+    Panel p;
+    p.activate("ID3v1");
+    p.clickRow(0);
+    p.clickRow(3, Qt::ShiftModifier);
+    p.settle();
+    QVERIFY(p.kind->caption().startsWith("4 id3v1 not founds selected."));
+    // A right click leaves one file selected: the panel names that one.
+    clickIndex(p.list, rowIndex(p.list, 1), Qt::RightButton);
+    p.settle();
+    QCOMPARE(p.name->caption(), kBold);
+    // Another kind refills the list with nothing selected: the panel is empty of items.
+    p.clickRow(0);
+    p.clickRow(3, Qt::ShiftModifier);
+    p.activate("ID3v2");
+    p.settle();
+    for (CaptionLabel* label : {p.name, p.kind, p.info}) {
+        QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
     }
 }
 

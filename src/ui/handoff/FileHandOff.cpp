@@ -42,6 +42,14 @@ QString fileLines(const QStringList& paths) {
     return lines;
 }
 
+// Says which files are not on this computer.
+QString missingNote(const QStringList& missing) {
+    return (missing.size() == 1
+                ? QStringLiteral("1 file does not exist on this computer:")
+                : QStringLiteral("%1 files do not exist on this computer:").arg(missing.size())) +
+           fileLines(missing);
+}
+
 // A file of this computer: only an absolute path can be one, and a report's Windows paths are not,
 // so thousands of them cost no look at the disk.
 bool isLocalFile(const QString& path) {
@@ -253,26 +261,27 @@ void FileHandOff::submnuOpenWith_Click() {
     if (!mapping) {
         return;
     }
+    // A file the report lists twice (its paths differing in letter case) is handed on once.
+    QStringList paths;
+    for (const ReportEntry* file : files) {
+        paths << file->Path;
+    }
     QStringList existing;
     QStringList missing;
-    for (const ReportEntry* file : files) {
-        const QString local = mapping->map(file->Path);
-        if (isLocalFile(local)) {
-            existing << local;
-        } else {
-            missing << local;
-        }
-    }
-    QString missingNote;
-    if (!missing.isEmpty()) {
-        missingNote = (missing.size() == 1
-                           ? QStringLiteral("1 file does not exist on this computer:")
-                           : QStringLiteral("%1 files do not exist on this computer:").arg(missing.size())) +
-                      fileLines(missing);
+    for (const QString& path : distinctWindowsPaths(paths)) {
+        const QString local = mapping->map(path);
+        (isLocalFile(local) ? existing : missing) << local;
     }
     if (existing.isEmpty()) {
-        m_window.tell(missingNote + QStringLiteral("\n\nThe tag editor was not started."));
+        m_window.tell(missingNote(missing) + QStringLiteral("\n\nThe tag editor was not started."));
         return;
+    }
+    // Said before the editor starts, whose window would cover the message.
+    if (!missing.isEmpty()) {
+        m_window.tell(missingNote(missing) + QStringLiteral("\n\nThe tag editor starts with the other %1.")
+                                                 .arg(existing.size() == 1
+                                                          ? QStringLiteral("file")
+                                                          : QStringLiteral("%1 files").arg(existing.size())));
     }
     QString error;
     const std::optional<QList<ProgramStart>> starts = tagEditorStarts(command, existing, &error);
@@ -285,12 +294,6 @@ void FileHandOff::submnuOpenWith_Click() {
             m_window.tell(QStringLiteral("The tag editor \"%1\" could not be started.").arg(start.program));
             return;
         }
-    }
-    if (!missing.isEmpty()) {
-        m_window.tell(missingNote + QStringLiteral("\n\nThe tag editor was started with the other %1.")
-                                        .arg(existing.size() == 1
-                                                 ? QStringLiteral("file")
-                                                 : QStringLiteral("%1 files").arg(existing.size())));
     }
 }
 

@@ -151,6 +151,14 @@ void WebPanel::createControls() {
     connect(ShowSelectedItems, &QTimer::timeout, this, &WebPanel::ShowSelectionInfo);
 }
 
+void WebPanel::describe(const QTreeView* list) {
+    m_list = list;
+    connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &WebPanel::scheduleRefresh);
+    // A refill drops the selection without a word, and a sort puts the names in another order.
+    connect(list->model(), &QAbstractItemModel::modelReset, this, &WebPanel::scheduleRefresh);
+    connect(list->model(), &QAbstractItemModel::layoutChanged, this, &WebPanel::scheduleRefresh);
+}
+
 void WebPanel::prepare() {
     lblInfo->setSingleBorder(false);
     ImgIcon->clear();

@@ -24,8 +24,9 @@ class WebPanel : public PictureBox {
 public:
     explicit WebPanel(QWidget* parent);
 
-    // The list whose selection the panel describes; it must outlive the panel's use of it.
-    void describe(const QTreeView* list) { m_list = list; }
+    // The list whose selection the panel describes, whatever changes it (a click, a key, a refill, a
+    // sort, the program); it must outlive the panel's use of it.
+    void describe(const QTreeView* list);
 
     // The panel as it is before the first selection: no border on the details, no icon, no title,
     // every item field empty and stacked under the line. Starts the refresh timer.

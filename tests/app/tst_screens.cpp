@@ -59,6 +59,9 @@ void tst_Screens::windowFitsItsScreen_data() {
 
     const QJsonArray laptop{screen("laptop", 0, 0, 1600, 1000)};
     addRow("2x on 1600 x 1000, first run", laptop, "2", QStringList{}, "laptop", QSize());
+    // A least window size larger than the screen would push the list off it.
+    addRow("2x on 800 x 600, first run", QJsonArray{screen("tiny", 0, 0, 800, 600)}, "2", QStringList{},
+           "tiny", QSize());
     addRow("2x on 1600 x 1000, a placement from 1x", laptop, "2", QStringList{"45", "465", "24000", "14700"},
            "laptop", QSize(800, 500));
     addRow("larger than the screen", QJsonArray{screen("small", 0, 0, 1024, 600)}, "1",

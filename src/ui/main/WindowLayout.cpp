@@ -15,6 +15,8 @@
 
 #include <QCoreApplication>
 #include <QLabel>
+#include <QMenuBar>
+#include <QScreen>
 
 #include <functional>
 
@@ -148,8 +150,17 @@ void frmMain::updateMinimumSize(const LayoutInput& in) {
     // The layout reckons with fixed frame allowances around the client area (see readLayoutInput).
     const TwipsSize window = MinimumWindowSize(in);
     const double dpi = logicalDpi(this);
-    const QSize client(twipsToPixels(window.Width - kClassicSideFrames, dpi),
-                       twipsToPixels(window.Height - kClassicCaptionMenuAndBorders, dpi));
+    QSize client(twipsToPixels(window.Width - kClassicSideFrames, dpi),
+                 twipsToPixels(window.Height - kClassicCaptionMenuAndBorders, dpi));
+    // Never more than the screen can show, frame and menu bar included: on a small screen at a large
+    // scale the panes share what there is rather than run off the screen.
+    if (const QScreen* shown = screen()) {
+        const QMargins frame = frameMarginsOf(this);
+        const QSize room = shown->availableGeometry().size() -
+                           QSize(frame.left() + frame.right(),
+                                 frame.top() + frame.bottom() + menuBar()->sizeHint().height());
+        client = client.boundedTo(room.expandedTo(QSize(0, 0)));
+    }
     if (m_client->minimumSize() != client) {
         m_client->setMinimumSize(client);
     }

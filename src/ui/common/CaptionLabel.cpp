@@ -33,12 +33,25 @@ void CaptionLabel::setCaption(const QString& caption) {
     const bool changed = caption != m_caption;
     m_caption = caption;
     setText(displayText(caption));
-    // A screen reader speaks what is shown.
-    setAccessibleName(text());
+    updateAccessibleName();
     m_wrappedWidth = -1;
     fitToCaption();
     if (changed) {
         Q_EMIT captionChanged();
+    }
+}
+
+void CaptionLabel::setAccessibleTitle(const QString& title) {
+    m_accessibleTitle = title;
+    updateAccessibleName();
+}
+
+void CaptionLabel::updateAccessibleName() {
+    // A screen reader speaks what is shown, and what it is.
+    if (m_accessibleTitle.isEmpty() || text().isEmpty()) {
+        setAccessibleName(text().isEmpty() ? m_accessibleTitle : text());
+    } else {
+        setAccessibleName(m_accessibleTitle + QStringLiteral(": ") + text());
     }
 }
 

@@ -29,6 +29,9 @@ public:
     // Makes the label opaque in the desktop's colours of these roles, such as a tooltip's or a text box's.
     void setOpaqueColours(QPalette::ColorRole background, QPalette::ColorRole text);
     void setSingleBorder(bool on);
+    // What the label shows ("File", "Problem"): a screen reader hears it before the caption, and
+    // alone while the caption is empty.
+    void setAccessibleTitle(const QString& title);
 
     // What the caption shows on screen: "&&" becomes "&" and a lone "&" (the access-key mark) disappears.
     static QString displayText(const QString& caption);
@@ -53,7 +56,10 @@ private:
     void wrapToWidth();
     int wrappedHeight(qsizetype rows) const;
 
+    void updateAccessibleName();
+
     QString m_caption;
+    QString m_accessibleTitle;
     bool m_autoSize = false;
     WrappedText m_wrapped;
     int m_wrappedWidth = -1;

@@ -71,11 +71,13 @@ void frmMain::createControls() {
     m_report = new ReportTreeModel(this);
 
     m_client = named(new QWidget(this), "client");
+    m_client->setAccessibleName(QStringLiteral("Melvadex's Zentoria"));
     setCentralWidget(m_client);
 
     pctBorders = named(new PictureBox(m_client), "pctBorders");
     pctBorders->setBackgroundColor(palette().color(QPalette::Base));
     setGeometryTwips(pctBorders, 4440, 1080, 5775, 2775);
+    pctBorders->setAccessibleName(QStringLiteral("Files and details"));
 
     vsbBack = new PanelScrollBar(pctBorders);
     setGeometryTwips(vsbBack, 5280, 0, 255, 6375);
@@ -111,9 +113,9 @@ void frmMain::createControls() {
 
     SB = named(new StatusBar(m_client), "SB");
     setGeometryTwips(SB, 0, 7335, 11880, 255);
-    SB->addPanel(QStringLiteral("Playing"), 1440);
-    SB->addPanel(QStringLiteral("PlayingStatus"), 1440);
-    SB->addPanel(QStringLiteral("Blank"), 1440);
+    SB->addPanel(QStringLiteral("Playing"), 1440)->setAccessibleName(QStringLiteral("Playing"));
+    SB->addPanel(QStringLiteral("PlayingStatus"), 1440)->setAccessibleName(QStringLiteral("Playing status"));
+    SB->addPanel(QStringLiteral("Blank"), 1440)->setAccessibleName(QStringLiteral("Status"));
     SB->addPanel(QStringLiteral("About"), 1440, QStringLiteral("By Orsolt"))
         ->setToolTip(QStringLiteral("By Orsolt"));
     SB->setAccessibleName(QStringLiteral("Status"));
@@ -126,13 +128,16 @@ void frmMain::createControls() {
     setGeometryTwips(pctToLoad, 9960, 0, 300, 300);
     pctToLoad->setAutoSize(true);
     pctToLoad->hide();
+    pctToLoad->setAccessibleName(QStringLiteral("Icon being loaded"));
 
     TBAddress = named(new QFrame(m_client), "TBAddress");
     TBAddress->setFrameStyle(QFrame::NoFrame);
     setGeometryTwips(TBAddress, 0, 375, 5055, 520);
+    TBAddress->setAccessibleName(QStringLiteral("Address bar"));
 
     TBAD_Drag = named(new PictureBox(TBAddress), "TBAD_Drag");
     setGeometryTwips(TBAD_Drag, 45, 150, 60, 330);
+    TBAD_Drag->setAccessibleName(QStringLiteral("Address bar grip"));
 
     WEPath = named(new CaptionLabel(TBAddress), "WEPath");
     WEPath->setCaption(QStringLiteral("WEPath"));
@@ -140,6 +145,7 @@ void frmMain::createControls() {
     WEPath->setSingleBorder(true);
     WEPath->setOpaqueColours(QPalette::Base, QPalette::Text);
     WEPath->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    WEPath->setAccessibleTitle(QStringLiteral("Address"));
     WEPath->setAccessibleDescription(QStringLiteral("The open report and the activated kind."));
     connect(WEPath, &CaptionLabel::captionChanged, this, &frmMain::WEPath_Change);
 
@@ -153,6 +159,7 @@ void frmMain::createControls() {
 
     Separator = named(new PictureBox(m_client), "Separator");
     Separator->setCursor(Qt::SizeHorCursor);
+    Separator->setAccessibleName(QStringLiteral("Separator between the kinds and the files"));
     setGeometryTwips(Separator, 4200, 1080, 75, 5835);
     // Owned by the separator.
     new SeparatorDrag(Separator, m_client, [this] { ReDrawForm(); });

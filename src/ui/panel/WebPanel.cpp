@@ -123,6 +123,7 @@ void WebPanel::createControls() {
     pctWebLine->setPicture(QPixmap(QStringLiteral(":/zentoria/web-line.png")));
 
     auto* other = named(new QLabel(this), "ImgOthers");
+    other->setAccessibleName(QStringLiteral("Icon of MP3 files"));
     other->setProperty("index", 0);
     other->setPixmap(programIcon().pixmap(32, 32));
     setGeometryTwips(other, 720, 240, 480, 480);
@@ -141,9 +142,16 @@ void WebPanel::createControls() {
     WebToolTip->setOpaqueColours(QPalette::ToolTipBase, QPalette::ToolTipText);
     WebItemName = wrappingLabel(this, "WebItemName", QStringLiteral("Item Name"), {170, 1200, 2100, 195});
     WebItemName->setFont(designBoldFont(8.25));
+    lblWebFolder->setAccessibleTitle(QStringLiteral("Shown"));
+    WebItemName->setAccessibleTitle(QStringLiteral("File"));
+    WebItemType->setAccessibleTitle(QStringLiteral("Problem"));
+    WebToolTip->setAccessibleTitle(QStringLiteral("Note"));
+    lblInfo->setAccessibleTitle(QStringLiteral("Details"));
+    pctWebLine->setAccessibleName(QStringLiteral("Line under the title"));
 
     ImgIcon = named(new QLabel(this), "ImgIcon");
     ImgIcon->setPixmap(programIcon().pixmap(32, 32));
+    ImgIcon->setAccessibleName(QStringLiteral("Icon of MP3 files"));
     setGeometryTwips(ImgIcon, 195, 175, 480, 480);
 
     ShowSelectedItems = named(new QTimer(this), "ShowSelectedItems");
@@ -200,6 +208,7 @@ void WebPanel::showIcon(const QIcon& icon) {
 void WebPanel::LoadOtherImages(bool Others) {
     if (ImgOthers.size() < 2) {
         auto* other = named(new QLabel(this), "ImgOthers");
+        other->setAccessibleName(ImgOthers.first()->accessibleName());
         other->setProperty("index", 1);
         setGeometryTwips(other, geometryTwips(ImgOthers.first()));
         ImgOthers.append(other);

@@ -121,6 +121,13 @@ bool ReportTreeModel::hasChildren(const QModelIndex& parent) const {
     return rowCount(parent) > 0;
 }
 
+QVariant ReportTreeModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Horizontal && section == 0 && role == Qt::DisplayRole) {
+        return QStringLiteral("Problem kinds");
+    }
+    return QAbstractItemModel::headerData(section, orientation, role);
+}
+
 QVariant ReportTreeModel::data(const QModelIndex& index, int role) const {
     const int position = positionOf(index);
     if (position == 0) {

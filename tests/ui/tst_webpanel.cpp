@@ -174,6 +174,12 @@ void tst_WebPanel::largeSelection() {
     const auto* borders = p.panel->parentWidget();
     const QPoint lastLine = p.kind->mapTo(borders, QPoint(0, p.kind->height() - 1));
     QVERIFY2(lastLine.y() < borders->height() && lastLine.y() > 0, qPrintable(QString::number(lastLine.y())));
+    // The scroll bar stands on the list's left edge: the rows and the header start right of it.
+    const QPoint firstCharacter =
+        p.list->viewport()->mapTo(borders, p.list->visualRect(rowIndex(p.list, 0)).topLeft() + QPoint(2, 4));
+    QCOMPARE(borders->childAt(firstCharacter), p.list->viewport());
+    const QPoint headerStart = p.list->header()->mapTo(borders, QPoint(2, p.list->header()->height() / 2));
+    QVERIFY(p.list->header()->isAncestorOf(borders->childAt(headerStart)));
 }
 
 void tst_WebPanel::columnDetails_data() {

@@ -60,6 +60,7 @@ void frmMain::FitWebPanel(FileListView* list) {
     if (WebStyle) {
         vsbBack->fitPanel(pctWeb->contentBottom(), geometryTwips(list).Height);
     }
+    list->keepClearOfCover();
 }
 
 } // namespace zentoria

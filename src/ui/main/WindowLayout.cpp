@@ -130,6 +130,7 @@ void frmMain::ReDrawForm() {
         }
     }
 
+    LV->keepClearOfCover();
     // Repaints and queued input run now; a resize among them runs a nested pass of its own.
     QCoreApplication::processEvents();
 

@@ -5,6 +5,9 @@
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QMouseEvent>
+#include <QScrollBar>
+
+#include <algorithm>
 
 namespace zentoria {
 
@@ -46,6 +49,50 @@ QString FileListView::columnKey(int column) const {
 void FileListView::setSort(int key, int order) {
     m_model->sort(key, order == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
     showSortIndicator();
+}
+
+void FileListView::keepClearOfCover() {
+    // The siblings stacked above the list (later among the parent's children) that overlap it, left to
+    // right; those that reach the list's left edge, or the strip already covered, widen the strip.
+    QList<QRect> above;
+    if (const QWidget* parent = parentWidget()) {
+        const QObjectList& siblings = parent->children();
+        for (qsizetype i = siblings.indexOf(this) + 1; i < siblings.size(); ++i) {
+            const auto* sibling = qobject_cast<const QWidget*>(siblings.at(i));
+            if (sibling && sibling->isVisible() && sibling->geometry().intersects(geometry())) {
+                above << sibling->geometry();
+            }
+        }
+    }
+    std::sort(above.begin(), above.end(), [](const QRect& a, const QRect& b) { return a.left() < b.left(); });
+    int covered = 0;
+    for (const QRect& rect : std::as_const(above)) {
+        if (rect.left() - x() <= covered) {
+            covered = qMax(covered, rect.right() + 1 - x());
+        }
+    }
+    if (covered != m_covered) {
+        m_covered = covered;
+        updateGeometries();
+    }
+}
+
+void FileListView::updateGeometries() {
+    // The margins set below resize the rows' area, which asks for geometries again: that one waits.
+    if (m_placing) {
+        return;
+    }
+    m_placing = true;
+    QTreeView::updateGeometries();
+    // The view keeps the header above the rows; the covered part is left of both.
+    const int headerHeight = isHeaderHidden() ? 0 : header()->sizeHint().height();
+    setViewportMargins(m_covered, headerHeight, 0, 0);
+    const QRect rows = viewport()->geometry();
+    header()->setGeometry(rows.left(), rows.top() - headerHeight, rows.width(), headerHeight);
+    // The rows' area is narrower by the covered part: the end of a long path stays within reach.
+    horizontalScrollBar()->setRange(0, qMax(0, header()->length() - rows.width()));
+    horizontalScrollBar()->setPageStep(rows.width());
+    m_placing = false;
 }
 
 void FileListView::selectRows(const QItemSelection& rows) {

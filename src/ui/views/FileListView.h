@@ -30,6 +30,9 @@ public:
     int sortOrder() const { return m_model->sortOrder() == Qt::AscendingOrder ? 0 : 1; }
     bool isSorted() const { return m_model->isSorted(); }
     void setSort(int key, int order);
+    // Starts the header and the rows right of the siblings stacked over the list's left edge (the
+    // panel and its scroll bar), so that they cover no text. Call it when those siblings move.
+    void keepClearOfCover();
     // Selects exactly these rows (not none), makes the first current and scrolls it into view.
     void selectRows(const QItemSelection& rows);
 
@@ -42,6 +45,7 @@ Q_SIGNALS:
     void selectionChangedByProgram();
 
 protected:
+    void updateGeometries() override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -52,6 +56,9 @@ private:
     void showSortIndicator();
 
     FileListModel* m_model;
+    // Pixels at the left the siblings over the list cover.
+    int m_covered = 0;
+    bool m_placing = false;
     // Set by the selection model while a key press is handled.
     bool m_selectionChanged = false;
 };

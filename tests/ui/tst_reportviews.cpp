@@ -50,6 +50,7 @@ private Q_SLOTS:
     void reportDataIsPlainText();
     void mp3ImageWhenThereIsOne();
     void everyFileOfTheLargestReportIsListed();
+    void theKeyboardsPlaceShows();
 };
 
 void tst_ReportViews::clickKind_data() {
@@ -268,6 +269,24 @@ void tst_ReportViews::everyFileOfTheLargestReportIsListed() {
     clickIndex(v.tree, v.node("ID3v1"));
     QCOMPARE(v.list->model()->rowCount(), 32766);
     QCOMPARE(v.item(32765).data().toString(), QStringLiteral("C:\\Music\\Artist 566\\32766 - Track.mp3"));
+}
+
+void tst_ReportViews::theKeyboardsPlaceShows() {
+    Views v;
+    clickIndex(v.tree, v.node("ID3v2"));
+    QTest::keyClick(v.tree, Qt::Key_Tab);
+    QVERIFY(v.list->hasFocus());
+    // The first Down in a list with nothing selected selects its first file.
+    QTest::keyClick(v.list, Qt::Key_Down);
+    QCOMPARE(selectedRows(v.list), QList<int>{0});
+    QTest::keyClick(v.list, Qt::Key_Down);
+    QCOMPARE(selectedRows(v.list), QList<int>{1});
+    // A selection shows fainter in the pane that has not the focus.
+    for (QAbstractItemView* view :
+         {static_cast<QAbstractItemView*>(v.tree), static_cast<QAbstractItemView*>(v.list)}) {
+        QVERIFY(view->palette().color(QPalette::Inactive, QPalette::Highlight) !=
+                view->palette().color(QPalette::Active, QPalette::Highlight));
+    }
 }
 
 QTEST_MAIN(tst_ReportViews)

@@ -7,6 +7,15 @@
 
 namespace zentoria {
 
+void FullTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) const {
+    QStyleOptionViewItem shown(option);
+    if (const auto* view = qobject_cast<const QAbstractItemView*>(option.widget)) {
+        shown.rect = option.rect.intersected(view->viewport()->rect());
+    }
+    QStyledItemDelegate::paint(painter, shown.rect.isEmpty() ? option : shown, index);
+}
+
 bool FullTextDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                                  const QStyleOptionViewItem& option, const QModelIndex& index) {
     if (event->type() == QEvent::ToolTip && index.isValid()) {

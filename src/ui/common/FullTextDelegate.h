@@ -4,14 +4,18 @@
 
 namespace zentoria {
 
-// Draws items as usual; an item whose text the view shows only in part (cut by its column or by the
-// view's edge) shows its whole text as a tooltip. Other items show their tooltip data, if any.
+// Draws items as usual, but within the part of the view that shows them: a text the view's edge cuts
+// is shortened as the view shortens texts (in the middle, say) to what shows, not to its column. An
+// item whose text the view shows only in part shows its whole text as a tooltip. Other items show
+// their tooltip data, if any.
 class FullTextDelegate : public QStyledItemDelegate {
     Q_OBJECT
 
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 };

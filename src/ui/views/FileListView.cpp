@@ -1,5 +1,6 @@
 #include "FileListView.h"
 
+#include "ui/common/FocusLook.h"
 #include "ui/common/FullTextDelegate.h"
 
 #include <QHeaderView>
@@ -22,6 +23,9 @@ FileListView::FileListView(const NodeCollection& nodes, QWidget* parent)
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
     setItemDelegate(new FullTextDelegate(this));
+    // A path cut by its column keeps its end, the file's name: "C:\\Music\\…\\00000 - Track.mp3".
+    setTextElideMode(Qt::ElideMiddle);
+    showFocusClearly(this);
     header()->setSectionsClickable(true);
     header()->setSortIndicatorShown(false);
     header()->setStretchLastSection(false);
@@ -125,7 +129,16 @@ void FileListView::mousePressEvent(QMouseEvent* event) {
 
 void FileListView::keyPressEvent(QKeyEvent* event) {
     m_selectionChanged = false;
-    QTreeView::keyPressEvent(event);
+    // Coming into a list with nothing selected, the first Down or Up selects the file that has the
+    // focus (the first one) rather than moving past it.
+    const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (arrow && event->modifiers() == Qt::NoModifier && !selectionModel()->hasSelection() &&
+        currentIndex().isValid()) {
+        selectionModel()->select(currentIndex(),
+                                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    } else {
+        QTreeView::keyPressEvent(event);
+    }
     if (m_selectionChanged) {
         Q_EMIT selectionChangedByKey();
     }

@@ -1,5 +1,6 @@
 #include "ReportTree.h"
 
+#include "ui/common/FocusLook.h"
 #include "ui/common/FullTextDelegate.h"
 
 #include <QHeaderView>
@@ -18,6 +19,7 @@ ReportTree::ReportTree(QWidget* parent)
     // otherwise cost a text layout for each of a thousand rows at every expansion.
     header()->setResizeContentsPrecision(0);
     setItemDelegate(new FullTextDelegate(this));
+    showFocusClearly(this);
     connect(this, &QTreeView::collapsed, this, &ReportTree::selectCollapsedAncestor);
     connect(this, &QTreeView::expanded, this, [this] { m_expandedOrCollapsed = true; });
     connect(this, &QTreeView::collapsed, this, [this] { m_expandedOrCollapsed = true; });

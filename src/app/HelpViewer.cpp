@@ -1,5 +1,7 @@
 #include "HelpViewer.h"
 
+#include "settings/LanguageCatalog.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QKeySequence>
@@ -18,7 +20,8 @@ QTextBrowser* showHelpContents(QWidget* owner, QTextBrowser* viewer, const QStri
         viewer = new QTextBrowser(owner);
         viewer->setObjectName(QStringLiteral("HelpViewer"));
         viewer->setWindowFlag(Qt::Window);
-        viewer->setWindowTitle(QStringLiteral("Zentoria Help"));
+        viewer->setWindowTitle(Translate(QStringLiteral("Dialogs"), QStringLiteral("HelpTitle"),
+                                         QStringLiteral("Zentoria Help")));
         viewer->setOpenExternalLinks(true);
         viewer->resize(640, 560);
         // A window that only shows text closes with the keys such windows close with.

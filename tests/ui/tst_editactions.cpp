@@ -1,4 +1,5 @@
 #include "MainWindowFixture.h"
+#include "settings/Globals.h"
 #include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/views/FileListView.h"
@@ -83,6 +84,7 @@ private Q_SLOTS:
     void tagEditor();
     void selectMatching_data();
     void selectMatching();
+    void germanTexts();
 };
 
 void tst_EditActions::enabledWithASelection() {
@@ -283,6 +285,27 @@ void tst_EditActions::selectMatching() {
         QCOMPARE(e.messages.size(), 1);
         QVERIFY2(e.messages.first().startsWith(message), qPrintable(e.messages.first()));
     }
+}
+
+void tst_EditActions::germanTexts() {
+    globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/Deutsch.ini");
+    Editing e;
+    e.activate("ID3v2");
+    e.select({kWaterloo, kTrack});
+    // The count line reads with its blanks, though the language file's texts lose theirs at the ends.
+    QTRY_VERIFY2(
+        e.child<CaptionLabel>("WebItemType")->caption().startsWith("2 id3v2 not found-Dateien ausgewählt."),
+        qPrintable(e.child<CaptionLabel>("WebItemType")->caption()));
+    QString title;
+    QTimer::singleShot(0, [&title] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        title = dialog->windowTitle();
+        dialog->close();
+    });
+    e.trigger("submnuSelectMatching");
+    globals().LanguageFile.clear();
+    QCOMPARE(title, QStringLiteral("Passende auswählen"));
+    QCOMPARE(e.child<QAction>("submnuSelectMatching")->text(), QStringLiteral("&Passende auswählen…"));
 }
 
 QTEST_MAIN(tst_EditActions)

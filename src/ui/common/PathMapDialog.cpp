@@ -1,5 +1,7 @@
 #include "PathMapDialog.h"
 
+#include "settings/LanguageCatalog.h"
+
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
@@ -15,12 +17,15 @@ namespace zentoria {
 PathMapDialog::PathMapDialog(const PathMapping& current, const QString& windowsFolder, QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("frmPathMap"));
-    setWindowTitle(QStringLiteral("Where are the files?"));
+    setWindowTitle(Translate(QStringLiteral("Dialogs"), QStringLiteral("PathMapTitle"),
+                             QStringLiteral("Where are the files?")));
 
-    auto* intro = new QLabel(QStringLiteral("The report names the files as they were on Windows. Say where "
+    auto* intro =
+        new QLabel(Translate(QStringLiteral("Dialogs"), QStringLiteral("PathMapIntro"),
+                             QStringLiteral("The report names the files as they were on Windows. Say where "
                                             "that folder is on this computer, and the files in it are "
-                                            "found here."),
-                             this);
+                                            "found here.")),
+                   this);
     intro->setWordWrap(true);
 
     txtWindowsFolder = new QLineEdit(current.isEmpty() ? windowsFolder : current.windowsFolder, this);
@@ -28,11 +33,14 @@ PathMapDialog::PathMapDialog(const PathMapping& current, const QString& windowsF
     txtLocalFolder = new QLineEdit(current.localFolder, this);
     txtLocalFolder->setObjectName(QStringLiteral("txtLocalFolder"));
     txtLocalFolder->setPlaceholderText(QStringLiteral("/media/music"));
-    auto* browse = new QPushButton(QStringLiteral("&Browse…"), this);
+    auto* browse = new QPushButton(
+        Translate(QStringLiteral("Dialogs"), QStringLiteral("Browse"), QStringLiteral("&Browse…")), this);
     browse->setObjectName(QStringLiteral("cmdBrowse"));
     connect(browse, &QPushButton::clicked, this, [this] {
         const QString folder = QFileDialog::getExistingDirectory(
-            this, QStringLiteral("Local folder"),
+            this,
+            Translate(QStringLiteral("Dialogs"), QStringLiteral("LocalFolder"),
+                      QStringLiteral("Local folder")),
             txtLocalFolder->text().isEmpty() ? QDir::homePath() : txtLocalFolder->text());
         if (!folder.isEmpty()) {
             txtLocalFolder->setText(folder);
@@ -43,15 +51,20 @@ PathMapDialog::PathMapDialog(const PathMapping& current, const QString& windowsF
     local->addWidget(browse);
 
     auto* form = new QFormLayout;
-    form->addRow(QStringLiteral("&Windows folder:"), txtWindowsFolder);
+    form->addRow(Translate(QStringLiteral("Dialogs"), QStringLiteral("WindowsFolder"),
+                           QStringLiteral("&Windows folder:")),
+                 txtWindowsFolder);
     // A row whose field is a layout gets no buddy of its own.
-    auto* localLabel = new QLabel(QStringLiteral("&Is here:"), this);
+    auto* localLabel = new QLabel(
+        Translate(QStringLiteral("Dialogs"), QStringLiteral("IsHere"), QStringLiteral("&Is here:")), this);
     localLabel->setBuddy(txtLocalFolder);
     form->addRow(localLabel, local);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     QPushButton* asTheyStand =
-        buttons->addButton(QStringLiteral("Use the paths as they &stand"), QDialogButtonBox::ActionRole);
+        buttons->addButton(Translate(QStringLiteral("Dialogs"), QStringLiteral("AsTheyStand"),
+                                     QStringLiteral("Use the paths as they &stand")),
+                           QDialogButtonBox::ActionRole);
     asTheyStand->setObjectName(QStringLiteral("cmdAsTheyStand"));
     connect(buttons, &QDialogButtonBox::accepted, this, &PathMapDialog::acceptMapping);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

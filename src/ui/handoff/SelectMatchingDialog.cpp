@@ -1,5 +1,7 @@
 #include "SelectMatchingDialog.h"
 
+#include "settings/LanguageCatalog.h"
+
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -10,11 +12,13 @@ namespace zentoria {
 SelectMatchingDialog::SelectMatchingDialog(const QString& lastPattern, QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("frmSelectMatching"));
-    setWindowTitle(QStringLiteral("Select Matching"));
-    auto* label =
-        new QLabel(QStringLiteral("Select the files whose path holds this text, or matches a pattern "
-                                  "with * (any characters) and ? (one character):"),
-                   this);
+    setWindowTitle(Translate(QStringLiteral("Dialogs"), QStringLiteral("SelectMatchingTitle"),
+                             QStringLiteral("Select Matching")));
+    auto* label = new QLabel(
+        Translate(QStringLiteral("Dialogs"), QStringLiteral("SelectMatchingPrompt"),
+                  QStringLiteral("Select the files whose path holds this text, or matches a pattern "
+                                 "with * (any characters) and ? (one character):")),
+        this);
     label->setWordWrap(true);
     txtPattern = new QLineEdit(lastPattern, this);
     txtPattern->setObjectName(QStringLiteral("txtPattern"));

@@ -22,7 +22,7 @@ const char kUsage[] =
     "       zentoria-report check REPORT\n"
     "       zentoria-report diff [--json] OLD NEW\n"
     "       zentoria-report export [--kind ID3v1|ID3v2|ID3v0] [--format m3u8|csv|txt]\n"
-    "                              [--map 'C:\\Music=/media/music'] REPORT\n"
+    "                              [--map 'C:\\Music=/media/music']... REPORT\n"
     "\n"
     "Reads a Melvadex integrity report (.vzt or .txt).\n"
     "\n"
@@ -37,7 +37,7 @@ const char kUsage[] =
     "  --kind    export only the files with this problem\n"
     "  --format  the form to export in\n"
     "  --map     where a Windows folder of the report is on this computer: paths in it are\n"
-    "            exported with the local folder instead, with slashes\n"
+    "            exported with the local folder instead, with slashes; give it once a folder\n"
     "  --        ends the options: what follows is the report, even when it starts with '-'\n"
     "\n"
     "Exit status: 0 report read to its closing line, 1 report damaged or cut short (for check,\n"
@@ -249,12 +249,12 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
                 QStringLiteral("unknown format '%1' (m3u8, csv or txt)").arg(parser.value(formatOption));
         }
     }
-    if (parser.isSet(mapOption)) {
-        if (const std::optional<PathMapping> mapping = PathMapping::parse(parser.value(mapOption))) {
-            request.mapping = *mapping;
+    // Each --map adds a folder.
+    for (const QString& value : parser.values(mapOption)) {
+        if (const std::optional<PathMapping> mapping = PathMapping::parse(value)) {
+            request.mapping.list << PathMappings(*mapping).list;
         } else {
-            badValue = QStringLiteral("'%1' is no mapping: write WINDOWS-FOLDER=/LOCAL/FOLDER")
-                           .arg(parser.value(mapOption));
+            badValue = QStringLiteral("'%1' is no mapping: write WINDOWS-FOLDER=/LOCAL/FOLDER").arg(value);
         }
     }
     QStringList words = parser.positionalArguments();

@@ -33,7 +33,7 @@ int writeListing(Listing listing, QIODevice& report, const QString& name, QIODev
 struct ExportRequest {
     std::optional<ProblemKind> kind;
     ExportFormat format = ExportFormat::M3u8;
-    PathMapping mapping;
+    PathMappings mapping;
 };
 
 // Writes the report's files as the request says, entry by entry as they are read. Exit statuses as for

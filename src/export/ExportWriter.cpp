@@ -37,7 +37,7 @@ std::optional<ExportFormat> formatOfFileName(const QString& fileName) {
     return formatNamed(extension);
 }
 
-ExportWriter::ExportWriter(QIODevice& out, ExportFormat format, PathMapping mapping)
+ExportWriter::ExportWriter(QIODevice& out, ExportFormat format, PathMappings mapping)
     : m_out(out)
     , m_format(format)
     , m_mapping(std::move(mapping)) {}

@@ -29,7 +29,7 @@ std::optional<ExportFormat> formatOfFileName(const QString& fileName);
 // through without being held. Paths are mapped as the mapping says.
 class ExportWriter {
 public:
-    ExportWriter(QIODevice& out, ExportFormat format, PathMapping mapping = {});
+    ExportWriter(QIODevice& out, ExportFormat format, PathMappings mapping = {});
     // Writes what comes before the files; called once, first.
     void begin();
     void add(const ReportEntry& entry);
@@ -40,7 +40,7 @@ public:
 private:
     QIODevice& m_out;
     ExportFormat m_format;
-    PathMapping m_mapping;
+    PathMappings m_mapping;
 };
 
 } // namespace zentoria

@@ -2,6 +2,8 @@
 
 #include <QSet>
 
+#include <algorithm>
+
 namespace zentoria {
 
 namespace {
@@ -67,6 +69,43 @@ QString PathMapping::map(const QString& path) const {
         return localFolder;
     }
     return localFolder == u"/" ? rest : localFolder + rest;
+}
+
+bool PathMappings::covers(const QString& path) const {
+    return std::any_of(list.cbegin(), list.cend(),
+                       [&path](const PathMapping& one) { return one.covers(path); });
+}
+
+QString PathMappings::map(const QString& path) const {
+    const PathMapping* longest = nullptr;
+    for (const PathMapping& one : list) {
+        if (one.covers(path) && (!longest || one.windowsFolder.size() > longest->windowsFolder.size())) {
+            longest = &one;
+        }
+    }
+    return longest ? longest->map(path) : path;
+}
+
+std::optional<PathMappings> PathMappings::parse(const QString& text) {
+    PathMappings mappings;
+    for (const QString& part : text.split(u'|')) {
+        const std::optional<PathMapping> one = PathMapping::parse(part);
+        if (!one) {
+            return std::nullopt;
+        }
+        if (!one->isEmpty()) {
+            mappings.list << *one;
+        }
+    }
+    return mappings;
+}
+
+QString PathMappings::toText() const {
+    QStringList texts;
+    for (const PathMapping& one : list) {
+        texts << one.toText();
+    }
+    return texts.join(u'|');
 }
 
 QString windowsPathKey(const QString& path) {

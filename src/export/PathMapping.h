@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -31,6 +32,29 @@ struct PathMapping {
     QString map(const QString& path) const;
     // Whether map() changes the path.
     bool covers(const QString& path) const;
+};
+
+// Several Windows folders, each where it is on this computer. A path takes the mapping of the longest
+// Windows folder that holds it, and stands as it is outside them all.
+struct PathMappings {
+    QList<PathMapping> list;
+
+    PathMappings() = default;
+    // One mapping, or none for an empty one.
+    PathMappings(const PathMapping& one) { // NOLINT(google-explicit-constructor): one is a list of one
+        if (!one.isEmpty()) {
+            list << one;
+        }
+    }
+
+    bool isEmpty() const { return list.isEmpty(); }
+    QString map(const QString& path) const;
+    bool covers(const QString& path) const;
+
+    // The mappings' texts joined by "|", which no Windows path holds: "C:\Music=/media/music|D:\=/mnt/d".
+    // Empty texts between are passed over; a part that is no mapping refuses the whole.
+    static std::optional<PathMappings> parse(const QString& text);
+    QString toText() const;
 };
 
 // A report's path as Windows compares paths: letter case aside, without the blanks a report may keep

@@ -8,9 +8,12 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPushButton>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QUrl>
@@ -85,6 +88,7 @@ private Q_SLOTS:
     void selectMatching_data();
     void selectMatching();
     void germanTexts();
+    void preferences();
 };
 
 void tst_EditActions::enabledWithASelection() {
@@ -306,6 +310,51 @@ void tst_EditActions::germanTexts() {
     globals().LanguageFile.clear();
     QCOMPARE(title, QStringLiteral("Passende auswählen"));
     QCOMPARE(e.child<QAction>("submnuSelectMatching")->text(), QStringLiteral("&Passende auswählen…"));
+}
+
+void tst_EditActions::preferences() {
+    Editing e;
+    const QString a = e.home.filePath("a");
+    const QString b = e.home.filePath("b");
+    QVERIFY(QDir().mkpath(a) && QDir().mkpath(b));
+    // Fills in the mappings given (a Windows folder and where it is) and presses OK; answers what the
+    // dialog showed before, and whether it was still open after.
+    const auto fill = [&e](const QList<std::pair<QString, QString>>& added, QStringList* shown, bool* open) {
+        QTimer::singleShot(0, [=, &e] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            QVERIFY(dialog && dialog->objectName() == "frmPreferences");
+            auto* table = dialog->findChild<QTableWidget*>("tblPathMaps");
+            for (int row = 0; row < table->rowCount(); ++row) {
+                *shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();
+            }
+            for (const auto& [windows, local] : added) {
+                dialog->findChild<QPushButton*>("cmdAddMapping")->click();
+                table->item(table->rowCount() - 1, 0)->setText(windows);
+                table->item(table->rowCount() - 1, 1)->setText(local);
+            }
+            dialog->findChild<QLineEdit*>("txtTagEditor")->setText("kid3 %F");
+            dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+            *open = dialog->isVisible();
+            dialog->reject();
+            Q_UNUSED(e);
+        });
+    };
+    QStringList shown;
+    bool open = true;
+    fill({{"C:\\Music", a}, {"D:\\Rips", b}}, &shown, &open);
+    e.trigger("submnuPreferences");
+    QVERIFY(!open);
+    QCOMPARE(read(settings::PathMap), "C:\\Music=" + a + "|D:\\Rips=" + b);
+    QCOMPARE(read(settings::TagEditor), QStringLiteral("kid3 %F"));
+
+    // Opened again, it shows both; a folder that is not here is refused with a warning.
+    fill({{"E:\\Gone", e.home.filePath("gone")}}, &shown, &open);
+    e.trigger("submnuPreferences");
+    QCOMPARE(shown, (QStringList{"C:\\Music=" + a, "D:\\Rips=" + b}));
+    QVERIFY(open);
+    QCOMPARE(e.messages,
+             QStringList{"The folder \"" + e.home.filePath("gone") + "\" is not on this computer."});
+    QCOMPARE(read(settings::PathMap), "C:\\Music=" + a + "|D:\\Rips=" + b);
 }
 
 QTEST_MAIN(tst_EditActions)

@@ -1,5 +1,6 @@
 #include "FileHandOff.h"
 
+#include "PreferencesDialog.h"
 #include "SelectMatchingDialog.h"
 #include "export/ExportWriter.h"
 #include "export/FileMatcher.h"
@@ -57,8 +58,8 @@ bool isLocalFile(const QString& path) {
 }
 
 // The mapping the user gave; empty when none was given or it cannot be read.
-PathMapping storedPathMapping() {
-    return PathMapping::parse(readPathText(settings::PathMap)).value_or(PathMapping{});
+PathMappings storedPathMapping() {
+    return PathMappings::parse(readPathText(settings::PathMap)).value_or(PathMappings{});
 }
 
 } // namespace
@@ -74,13 +75,18 @@ FileHandOff::FileHandOff(Window window, QObject* parent)
     , submnuExport(
           namedAction(m_window.widget, "submnuExport", QStringLiteral("&Export…"), Qt::CTRL | Qt::Key_E))
     , submnuOpenWith(namedAction(m_window.widget, "submnuOpenWith", QStringLiteral("Open in &Tag Editor"),
-                                 Qt::CTRL | Qt::Key_T)) {
+                                 Qt::CTRL | Qt::Key_T))
+    , submnuPreferences(namedAction(m_window.widget, "submnuPreferences", QStringLiteral("&Preferences…"))) {
     setObjectName(QStringLiteral("FileHandOff"));
     connect(submnuCopy, &QAction::triggered, this, &FileHandOff::submnuCopy_Click);
     connect(submnuSelectAll, &QAction::triggered, this, &FileHandOff::submnuSelectAll_Click);
     connect(submnuSelectMatching, &QAction::triggered, this, &FileHandOff::submnuSelectMatching_Click);
     connect(submnuExport, &QAction::triggered, this, &FileHandOff::submnuExport_Click);
     connect(submnuOpenWith, &QAction::triggered, this, &FileHandOff::submnuOpenWith_Click);
+    connect(submnuPreferences, &QAction::triggered, this, [this] {
+        PreferencesDialog dialog(m_window.tell, m_window.widget);
+        dialog.exec();
+    });
     // Whatever changes the list or its selection may enable or disable the items.
     FileListView* list = m_window.files.list();
     connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -108,9 +114,10 @@ void FileHandOff::updateActions() {
         selected || (!list->selectionModel()->hasSelection() && !list->listModel()->parentKey().isEmpty()));
 }
 
-std::optional<PathMapping> FileHandOff::pathMappingFor(const QList<const ReportEntry*>& files) {
-    const PathMapping stored = storedPathMapping();
-    if (isStored(settings::PathMap)) {
+std::optional<PathMappings> FileHandOff::pathMappingFor(const QList<const ReportEntry*>& files) {
+    // Once the user has said where a folder is, the answers are kept and managed in Preferences.
+    PathMappings stored = storedPathMapping();
+    if (!stored.isEmpty()) {
         return stored;
     }
     QStringList windowsPaths;
@@ -122,13 +129,22 @@ std::optional<PathMapping> FileHandOff::pathMappingFor(const QList<const ReportE
     if (windowsPaths.isEmpty()) {
         return stored;
     }
-    // Asked once: the answer, a mapping or none, is kept for every later export and tag editor.
     const std::optional<PathMapping> answer =
-        m_window.dialog->ShowPathMap(m_window.widget, stored, commonWindowsFolder(windowsPaths));
-    if (answer) {
+        m_window.dialog->ShowPathMap(m_window.widget, {}, commonWindowsFolder(windowsPaths));
+    if (!answer) {
+        return std::nullopt;
+    }
+    // Only a folder that is here is kept, so that a slip is asked about again rather than kept.
+    if (!answer->isEmpty() && !QFileInfo(answer->localFolder).isDir()) {
+        m_window.tell(QStringLiteral("The folder \"%1\" is not on this computer, so the files are used as "
+                                     "they stand. Tools > Preferences keeps where the report's folders are.")
+                          .arg(answer->localFolder));
+        return stored;
+    }
+    if (!answer->isEmpty()) {
         write(settings::PathMap, answer->toText());
     }
-    return answer;
+    return PathMappings(*answer);
 }
 
 void FileHandOff::submnuCopy_Click() {
@@ -136,7 +152,7 @@ void FileHandOff::submnuCopy_Click() {
     if (files.isEmpty()) {
         return;
     }
-    const PathMapping mapping = storedPathMapping();
+    const PathMappings mapping = storedPathMapping();
     QStringList paths;
     QList<QUrl> urls;
     for (const ReportEntry* file : files) {
@@ -207,7 +223,7 @@ void FileHandOff::submnuExport_Click() {
             QStringLiteral("There are no files to export: select some, or a kind of problem in the tree."));
         return;
     }
-    const std::optional<PathMapping> mapping = pathMappingFor(files);
+    const std::optional<PathMappings> mapping = pathMappingFor(files);
     if (!mapping) {
         return;
     }
@@ -257,7 +273,7 @@ void FileHandOff::submnuOpenWith_Click() {
                 .arg(knownTagEditors().join(QStringLiteral(", ")), settingsFilePath(thisProgram())));
         return;
     }
-    const std::optional<PathMapping> mapping = pathMappingFor(files);
+    const std::optional<PathMappings> mapping = pathMappingFor(files);
     if (!mapping) {
         return;
     }

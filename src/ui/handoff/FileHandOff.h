@@ -17,7 +17,8 @@ class CommonDialog;
 
 // Hands the listed files on: copies them to the clipboard, exports them as a playlist, a table or
 // text, starts a tag editor with them, and selects them by a pattern. It asks once where the
-// report's Windows folder is on this computer and keeps the answer.
+// report's Windows folder is on this computer and keeps the answer; Tools > Preferences manages the
+// folders and the tag editor.
 class FileHandOff : public QObject {
     Q_OBJECT
 
@@ -38,6 +39,7 @@ public:
     QAction* selectMatchingAction() const { return submnuSelectMatching; }
     QAction* exportAction() const { return submnuExport; }
     QAction* openWithAction() const { return submnuOpenWith; }
+    QAction* preferencesAction() const { return submnuPreferences; }
 
 private:
     void submnuCopy_Click();
@@ -49,9 +51,9 @@ private:
     void updateActions();
     // What Export writes: the selected files, or without a selection every file of the activated kind.
     QList<const ReportEntry*> filesToExport() const;
-    // The path mapping to use for these files: the stored one, or the user's answer when none was ever
-    // given and some file is a Windows path. None when the user cancelled.
-    std::optional<PathMapping> pathMappingFor(const QList<const ReportEntry*>& files);
+    // The path mappings to use for these files: the stored ones, or the user's answer when none is
+    // stored and some file is a Windows path. None when the user cancelled.
+    std::optional<PathMappings> pathMappingFor(const QList<const ReportEntry*>& files);
 
     Window m_window;
     // What Select Matching looked for last, offered again.
@@ -61,6 +63,7 @@ private:
     QAction* submnuSelectMatching;
     QAction* submnuExport;
     QAction* submnuOpenWith;
+    QAction* submnuPreferences;
 };
 
 } // namespace zentoria

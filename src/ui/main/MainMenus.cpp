@@ -49,6 +49,7 @@ void frmMain::createMenus() {
     submnuWebStyle->setCheckable(true);
     submnuWebStyle->setChecked(true);
     mnuTools->addAction(submnuWebStyle);
+    mnuTools->addAction(m_handOff->preferencesAction());
 
     mnuHelp = addMenu("mnuHelp", QStringLiteral("&Help"));
     submnuShowHelp = namedAction(this, "submnuShowHelp", QStringLiteral("Contents"), Qt::Key_F1);

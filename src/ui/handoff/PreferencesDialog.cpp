@@ -1,0 +1,150 @@
+#include "PreferencesDialog.h"
+
+#include "export/PathMapping.h"
+#include "export/TagEditorCommand.h"
+#include "settings/LanguageCatalog.h"
+#include "settings/Preferences.h"
+#include "settings/SettingsStore.h"
+
+#include <QDialogButtonBox>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace zentoria {
+
+namespace {
+
+QString text(const char* key, const QString& english) {
+    return Translate(QStringLiteral("Dialogs"), QLatin1StringView(key), english);
+}
+
+QPushButton* button(QWidget* parent, const char* name, const QString& caption) {
+    auto* made = new QPushButton(caption, parent);
+    made->setObjectName(QLatin1StringView(name));
+    return made;
+}
+
+} // namespace
+
+PreferencesDialog::PreferencesDialog(std::function<void(const QString&)> tell, QWidget* parent)
+    : QDialog(parent)
+    , m_tell(std::move(tell))
+    , tblPathMaps(new QTableWidget(0, 2, this))
+    , txtTagEditor(new QLineEdit(this))
+    , lblTagEditorTest(new QLabel(this)) {
+    setObjectName(QStringLiteral("frmPreferences"));
+    setWindowTitle(text("PreferencesTitle", QStringLiteral("Preferences")));
+
+    tblPathMaps->setObjectName(QStringLiteral("tblPathMaps"));
+    tblPathMaps->setHorizontalHeaderLabels({text("WindowsFolderColumn", QStringLiteral("Windows folder")),
+                                            text("LocalFolderColumn", QStringLiteral("Is here"))});
+    tblPathMaps->horizontalHeader()->setStretchLastSection(true);
+    tblPathMaps->setColumnWidth(0, 200);
+    tblPathMaps->setAccessibleName(text("PathMapsLabel", QStringLiteral("Where the report's folders are")));
+    for (const PathMapping& mapping :
+         PathMappings::parse(readPathText(settings::PathMap)).value_or(PathMappings{}).list) {
+        addMapping(mapping);
+    }
+    auto* add = button(this, "cmdAddMapping", text("AddMapping", QStringLiteral("&Add")));
+    auto* remove = button(this, "cmdRemoveMapping", text("RemoveMapping", QStringLiteral("&Remove")));
+    connect(add, &QPushButton::clicked, this, [this] {
+        addMapping({});
+        tblPathMaps->editItem(tblPathMaps->item(tblPathMaps->rowCount() - 1, 0));
+    });
+    connect(remove, &QPushButton::clicked, this,
+            [this] { tblPathMaps->removeRow(tblPathMaps->currentRow()); });
+    auto* mappingButtons = new QHBoxLayout;
+    mappingButtons->addWidget(add);
+    mappingButtons->addWidget(remove);
+    mappingButtons->addStretch();
+
+    txtTagEditor->setObjectName(QStringLiteral("txtTagEditor"));
+    txtTagEditor->setText(read(settings::TagEditor).trimmed());
+    // Empty, the first tag editor found is used: show which.
+    const QString found = findTagEditorCommand();
+    txtTagEditor->setPlaceholderText(found.isEmpty() ? text("NoTagEditor", QStringLiteral("none found"))
+                                                     : found);
+    auto* test = button(this, "cmdTestTagEditor", text("TestTagEditor", QStringLiteral("&Test")));
+    connect(test, &QPushButton::clicked, this, &PreferencesDialog::testTagEditor);
+    lblTagEditorTest->setObjectName(QStringLiteral("lblTagEditorTest"));
+    lblTagEditorTest->setTextFormat(Qt::PlainText);
+    lblTagEditorTest->setWordWrap(true);
+    auto* editor = new QHBoxLayout;
+    editor->addWidget(txtTagEditor, 1);
+    editor->addWidget(test);
+
+    auto* form = new QFormLayout;
+    form->addRow(text("PathMapsLabel", QStringLiteral("Where the report's folders are")), tblPathMaps);
+    form->addRow(QString(), mappingButtons);
+    form->addRow(text("TagEditorLabel", QStringLiteral("&Tag editor:")), editor);
+    form->addRow(QString(), lblTagEditorTest);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    connect(buttons, &QDialogButtonBox::accepted, this, &PreferencesDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(form);
+    layout->addWidget(buttons);
+    resize(sizeHint().expandedTo(QSize(560, 360)));
+}
+
+void PreferencesDialog::addMapping(const PathMapping& mapping) {
+    const int row = tblPathMaps->rowCount();
+    tblPathMaps->insertRow(row);
+    tblPathMaps->setItem(row, 0, new QTableWidgetItem(mapping.windowsFolder));
+    tblPathMaps->setItem(row, 1, new QTableWidgetItem(mapping.localFolder));
+}
+
+void PreferencesDialog::testTagEditor() {
+    const QString command =
+        txtTagEditor->text().trimmed().isEmpty() ? findTagEditorCommand() : txtTagEditor->text().trimmed();
+    QString error;
+    const auto starts = tagEditorStarts(command, {QStringLiteral("/tmp/a.mp3")}, &error);
+    if (command.isEmpty() || !starts || starts->isEmpty()) {
+        lblTagEditorTest->setText(text("TagEditorUnusable", QStringLiteral("This command cannot be run.")));
+        return;
+    }
+    const QString program = starts->first().program;
+    const bool here = program.contains(u'/') ? QFileInfo(program).isExecutable()
+                                             : !QStandardPaths::findExecutable(program).isEmpty();
+    lblTagEditorTest->setText((here ? text("TagEditorReady", QStringLiteral("%1 is ready."))
+                                    : text("TagEditorMissing", QStringLiteral("%1 is not on this computer.")))
+                                  .arg(program));
+}
+
+void PreferencesDialog::accept() {
+    PathMappings mappings;
+    for (int row = 0; row < tblPathMaps->rowCount(); ++row) {
+        const QString windows =
+            tblPathMaps->item(row, 0) ? tblPathMaps->item(row, 0)->text().trimmed() : QString();
+        const QString local =
+            tblPathMaps->item(row, 1) ? tblPathMaps->item(row, 1)->text().trimmed() : QString();
+        if (windows.isEmpty() && local.isEmpty()) {
+            continue;
+        }
+        const std::optional<PathMapping> mapping = PathMapping::parse(windows + u'=' + local);
+        if (!mapping || mapping->isEmpty()) {
+            m_tell(QStringLiteral("\"%1\" to \"%2\" is no mapping: give a Windows folder and the folder on "
+                                  "this computer where it is, such as C:\\Music and /media/music.")
+                       .arg(windows, local));
+            return;
+        }
+        if (!QFileInfo(mapping->localFolder).isDir()) {
+            m_tell(QStringLiteral("The folder \"%1\" is not on this computer.").arg(mapping->localFolder));
+            return;
+        }
+        mappings.list << *mapping;
+    }
+    write(settings::PathMap, mappings.toText());
+    write(settings::TagEditor, txtTagEditor->text().trimmed());
+    QDialog::accept();
+}
+
+} // namespace zentoria

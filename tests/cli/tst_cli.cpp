@@ -144,6 +144,10 @@ void tst_Cli::commands_data() {
     addRow("export, text of one kind as they stand",
            QStringList{"export", "--format", "txt", "--kind", "id3v0", dataFile("export.vzt")}, 0,
            "C:\\MUSIC\\Bj\xC3\xB6rk\\J\xC3\xB3ga.mp3\n", "");
+    addRow("export with a folder mapped each",
+           QStringList{"export", "--format", "txt", "--kind", "ID3v2", "--map", "C:\\Music=/m",
+                       "--map=D:\\Elsewhere=/e", dataFile("export.vzt")},
+           0, "/m/Abba/Waterloo.mp3\n/m/Queen/\"Live\" at Wembley.mp3\n/e/Track01.mp3\n", "");
     // Whatever the damage, the files read before it are exported.
     addRow("export of a damaged report", QStringList{"export", "--format", "txt", dataFile("endedearly.vzt")},
            1, "C:\\Music\\One.mp3\nC:\\Music\\Two.mp3\n", "ends too early");

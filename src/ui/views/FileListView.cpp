@@ -1,5 +1,6 @@
 #include "FileListView.h"
 
+#include "HeaderStyle.h"
 #include "ui/common/FocusLook.h"
 #include "ui/common/FullTextDelegate.h"
 
@@ -27,6 +28,9 @@ FileListView::FileListView(const NodeCollection& nodes, QWidget* parent)
     setTextElideMode(Qt::ElideMiddle);
     showFocusClearly(this);
     header()->setSectionsClickable(true);
+    auto* headerStyle = new HeaderStyle;
+    headerStyle->setParent(header());
+    header()->setStyle(headerStyle);
     header()->setSortIndicatorShown(false);
     header()->setStretchLastSection(false);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,

@@ -60,8 +60,6 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
                      });
 
     main->Form_Load();
-    main->setWebStyle(main->WebStyle);
-    main->setAddress({});
     // Owned by the main window; it deletes itself when it closes and has shown the main window.
     auto* splash = new frmSplash(main.get());
     splash->ShowSplash(false);

@@ -31,17 +31,17 @@ void frmMain::ItemClick(QWidget* Obj) {
         }
     }
 
+    const QIcon reportIcon = ImgDirTree->icon(QStringLiteral("MP3"));
     // A double click in the list leaves it as it is: emptying it would only lose the user's place.
     if (fromTree) {
         // Every child, in tree order: a count in 16 bits would stop short of the last files of the
         // largest reports, which the tooltip's count and Export include.
-        LV->listModel()->setItems(nodes.key(selected), nodes.children(selected),
-                                  ImgDirTree->icon(QStringLiteral("MP3")));
+        LV->listModel()->setItems(nodes.key(selected), nodes.children(selected), reportIcon);
         LV->setSingleColumn(QStringLiteral("File"), QStringLiteral("MP3"),
                             twipsToPixels(6500, logicalDpi(LV)));
         pctWeb->setTitle(nodes.text(selected));
     }
-    showReportIcon();
+    pctWeb->showIcon(reportIcon);
 }
 
 } // namespace zentoria

@@ -54,7 +54,7 @@ frmMain::frmMain(QWidget* parent)
     };
     m_document = new ReportDocument({this, ListedFiles(TV, LV), open, activate, tell}, this);
     connect(m_document, &ReportDocument::titleChanged, this, &QWidget::setWindowTitle);
-    connect(m_document, &ReportDocument::addressChanged, this, &frmMain::setAddress);
+    connect(m_document, &ReportDocument::addressChanged, WEPath, &CaptionLabel::setCaption);
     m_handOff = new FileHandOff({this, ListedFiles(TV, LV), CMDlg, tell}, this);
     createMenus();
     updateMinimumSize(readLayoutInput());
@@ -202,6 +202,9 @@ void frmMain::Form_Load() {
                                      QStringLiteral("Address")));
     // Scrolling the list keeps the panel and its scroll bar above it.
     HookWindow(LV, [this] { RestorePanelOrder(); });
+    // Before any report: the stored look checked in the menu and no address.
+    submnuWebStyle->setChecked(WebStyle);
+    WEPath->setCaption({});
 }
 
 void frmMain::RestorePanelOrder() {
@@ -210,19 +213,6 @@ void frmMain::RestorePanelOrder() {
 
 void frmMain::LoadOtherImages(bool Others) {
     pctWeb->LoadOtherImages(Others);
-}
-
-void frmMain::showReportIcon() {
-    pctWeb->showIcon(ImgDirTree->icon(QStringLiteral("MP3")));
-}
-
-void frmMain::setWebStyle(bool on) {
-    WebStyle = on;
-    submnuWebStyle->setChecked(on);
-}
-
-void frmMain::setAddress(const QString& address) {
-    WEPath->setCaption(address);
 }
 
 TwipsSize frmMain::designExtent() const {

@@ -69,18 +69,11 @@ public:
 
     MessageBoxes& messageBoxes() { return m_messages; }
 
-    // Shows the panel or not, with the check mark of Tools > WebStyle to match; no layout pass.
-    void setWebStyle(bool on);
-    // What the address bar shows.
-    void setAddress(const QString& address);
-    // Shows the MP3 files' icon in the panel, stacked.
-    void showReportIcon();
     // The window's size as its design places the tree and the list, in twips.
     TwipsSize designExtent() const;
     // The images of the tree and the list, the file types' icons among them.
     ImageList& images() { return *ImgDirTree; }
     WebPanel* webPanel() const { return pctWeb; }
-    ReportDocument& document() { return *m_document; }
 
 Q_SIGNALS:
     // Help > Contents: whoever owns the help viewer shows the manual.

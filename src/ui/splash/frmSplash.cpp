@@ -5,6 +5,7 @@
 #include "settings/LanguageCatalog.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/DesignFont.h"
+#include "ui/common/ImageList.h"
 #include "ui/common/Named.h"
 #include "ui/common/Twips.h"
 #include "ui/main/SavedPlacement.h"
@@ -157,7 +158,7 @@ void frmSplash::closeEvent(QCloseEvent* event) {
 }
 
 void frmSplash::showMainWindow() {
-    m_main->showReportIcon();
+    m_main->webPanel()->showIcon(m_main->images().icon(QStringLiteral("MP3")));
     m_main->webPanel()->setTitle(QStringLiteral("Zentoria"));
     showAtSavedPlacement(m_main);
     m_main->ReDrawForm();

@@ -48,9 +48,8 @@ private Q_SLOTS:
 void tst_CommandLine::answers_data() {
     addColumns<QString, QString>("text", "starts");
 
+    // What the options print is checked on the real program below.
     addRow("--help", "--help", "Usage: zentoria [REPORT]");
-    addRow("-h", "-h", "Usage: zentoria [REPORT]");
-    addRow("--version", "--version", "zentoria " ZENTORIA_VERSION);
     addRow("a path", "C:\\Music\\report.vzt", QString());
     addRow("--help with more", "--help me", QString());
     addRow("--HELP", "--HELP", QString());

@@ -108,15 +108,7 @@ void tst_Screens::windowFitsItsScreen() {
     const QRect area(figures[4].toInt(), figures[5].toInt(), figures[6].toInt(), figures[7].toInt());
 
     QCOMPARE(QString::fromUtf8(figures[8]), screenName);
-    QVERIFY2(area.contains(frame), qPrintable(QStringLiteral("window %1,%2 %3x%4 on %5,%6 %7x%8")
-                                                  .arg(frame.x())
-                                                  .arg(frame.y())
-                                                  .arg(frame.width())
-                                                  .arg(frame.height())
-                                                  .arg(area.x())
-                                                  .arg(area.y())
-                                                  .arg(area.width())
-                                                  .arg(area.height())));
+    QVERIFY2(area.contains(frame), qPrintable(QDebug::toString(frame) + " on " + QDebug::toString(area)));
     if (size.isValid()) {
         QCOMPARE(frame.size(), size);
     }

@@ -103,6 +103,9 @@ void tst_ShutDown::maximizedKeepsItsNormalPlace() {
     QCOMPARE(stored("Maximized"), QStringLiteral("1"));
     QCOMPARE(stored("Width"), twips(normal.width(), window.get()));
     QCOMPARE(stored("Left"), twips(normal.x(), window.get()));
+    // The next start shows it maximized again.
+    const std::unique_ptr<frmMain> again = start();
+    QTRY_VERIFY(again->isMaximized());
 }
 
 QTEST_MAIN(tst_ShutDown)

@@ -30,7 +30,6 @@ private Q_SLOTS:
     void splitting();
     void utf8Validity_data();
     void utf8Validity();
-    void windows1252();
 };
 
 void tst_LineSource::splitting_data() {
@@ -115,14 +114,6 @@ void tst_LineSource::utf8Validity() {
         QVERIFY2(validator.isValid() == valid, qPrintable(QStringLiteral("split at %1").arg(split)));
     }
     QCOMPARE(detectEncoding(bytes) == TextEncoding::Utf8, valid);
-}
-
-void tst_LineSource::windows1252() {
-    // The bytes where Windows-1252 and Latin-1 differ decide whether the right decoder is at work.
-    QCOMPARE(decodeText("\x80\x85\x96\x9F\xE9"), QStringLiteral("€…–Ÿé"));
-    QCOMPARE(decodeText("\xEF\xBB\xBF"
-                        "caf\xC3\xA9"),
-             QStringLiteral("café"));
 }
 
 QTEST_GUILESS_MAIN(tst_LineSource)

@@ -21,7 +21,6 @@ private Q_SLOTS:
     void iniSemantics();
     void catalogLookups_data();
     void catalogLookups();
-    void menuCatalogEntries();
     void languageFileOfAnInstalledProgram_data();
     void languageFileOfAnInstalledProgram();
     void melvadexLanguageIsPlainText_data();
@@ -96,19 +95,6 @@ void tst_Language::catalogLookups() {
     globals().LanguageFile = file.startsWith('/') ? file : dataFile(file.toLatin1().constData());
     QCOMPARE(ReadIniValue(section, key, "  &Default "), raw);
     QCOMPARE(Translate(section, key, "  &Default "), translated);
-}
-
-void tst_Language::menuCatalogEntries() {
-    const auto entry = [](const char* name) {
-        const std::optional<CatalogEntry> found = menuCatalogEntry(QLatin1StringView(name));
-        return found ? found->section + u'/' + found->key : QString();
-    };
-    QCOMPARE(entry("submnuOpen"), QStringLiteral("OptionMenus/Open"));
-    QCOMPARE(entry("mnuFile"), QStringLiteral("Menus/File"));
-    // The prefixes are compared exactly: other names keep their captions.
-    for (const char* other : {"SubmnuOpen", "MnuFile", "Separator"}) {
-        QCOMPARE(entry(other), QString());
-    }
 }
 
 void tst_Language::languageFileOfAnInstalledProgram_data() {

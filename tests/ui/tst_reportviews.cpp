@@ -48,7 +48,6 @@ private Q_SLOTS:
     void headerClicksSort();
     void rightClick();
     void reportDataIsPlainText();
-    void mp3ImageWhenThereIsOne();
     void everyFileOfTheLargestReportIsListed();
     void theKeyboardsPlaceShows();
 };
@@ -252,15 +251,6 @@ void tst_ReportViews::reportDataIsPlainText() {
     QCOMPARE(v.title->text(), QStringLiteral("C:\\Rock & Roll\\<i>y</i>.mp3"));
     const TwipsRect title = geometryTwips(v.title);
     QCOMPARE(geometryTwips(v.child<QWidget>("pctWebLine")).Top, title.Top + title.Height);
-}
-
-void tst_ReportViews::mp3ImageWhenThereIsOne() {
-    // Without the desktop's MP3 image the icon steps are skipped: the files are listed all the same.
-    Views without;
-    clickIndex(without.tree, without.node("ID3v2"));
-    QCOMPARE(without.list->model()->rowCount(), 3);
-    QVERIFY(without.item(0).data(FileListModel::LargeIconRole).value<QIcon>().isNull());
-    QVERIFY(without.child<QLabel>("ImgIcon")->pixmap().isNull());
 }
 
 void tst_ReportViews::everyFileOfTheLargestReportIsListed() {

@@ -43,7 +43,6 @@ class tst_ScrollHook : public QObject {
 private Q_SLOTS:
     void reordersBeforeTheListScrolls_data();
     void reordersBeforeTheListScrolls();
-    void removedWhenTheWindowCloses();
 };
 
 void tst_ScrollHook::reordersBeforeTheListScrolls_data() {
@@ -82,17 +81,6 @@ void tst_ScrollHook::reordersBeforeTheListScrolls() {
         QTest::keyClick(h.list, Qt::Key_W);
     }
     QCOMPARE(h.panelAboveList(), reorders);
-}
-
-void tst_ScrollHook::removedWhenTheWindowCloses() {
-    Hooked h;
-    QVERIFY(isHooked(h.list));
-    h.trigger("submnuExit");
-    // Gone while the list still exists.
-    QVERIFY(!isHooked(h.list));
-    h.list->raise();
-    wheel(h.list->viewport(), QPoint(0, -120));
-    QVERIFY(!h.panelAboveList());
 }
 
 QTEST_MAIN(tst_ScrollHook)

@@ -41,26 +41,20 @@ struct Session : MainWindowFixture {
         qputenv("XDG_CONFIG_HOME", QFile::encodeName(configHome));
         show();
     }
-    // The reports File > Recent lists, each with its item.
-    QList<std::pair<QString, QAction*>> recentItems() {
-        QList<std::pair<QString, QAction*>> items;
-        for (QAction* item : child<QMenu>("mnuRecent")->actions()) {
-            if (item->objectName().startsWith("submnuRecent")) {
-                items.append({item->data().toString(), item});
-            }
-        }
+    // The items of File > Recent, each holding its report.
+    QList<QAction*> recentItems() {
+        QList<QAction*> items = child<QMenu>("mnuRecent")->actions();
+        items.removeIf([](QAction* item) { return !item->objectName().startsWith("submnuRecent"); });
         return items;
     }
     QStringList recentMenu() {
         QStringList reports;
-        for (const auto& [report, item] : recentItems()) {
-            reports << report;
+        for (QAction* item : recentItems()) {
+            reports << item->data().toString();
         }
         return reports;
     }
-    QAction* recentItem(const QString& report) {
-        return recentItems().value(recentMenu().indexOf(report)).second;
-    }
+    QAction* recentItem(const QString& report) { return recentItems().value(recentMenu().indexOf(report)); }
     // Sends a drop of this data on the window, as a file manager's drop arrives; answers whether a
     // drag of it was taken.
     bool drop(QMimeData& data) {

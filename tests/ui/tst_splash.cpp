@@ -74,7 +74,6 @@ private Q_SLOTS:
     void closes();
     void placement_data();
     void placement();
-    void reopensMaximized();
     void captionsFromTheLanguageFile_data();
     void captionsFromTheLanguageFile();
 };
@@ -132,8 +131,6 @@ void tst_Splash::closes() {
         QTRY_VERIFY_WITH_TIMEOUT(s.window->isVisible(), 2000);
     }
     QTRY_VERIFY(!s.splash);
-    // The main window as the program starts: its icon and title in the panel.
-    QCOMPARE(s.window->findChild<CaptionLabel*>("lblWebFolder")->caption(), QStringLiteral("Zentoria"));
 }
 
 void tst_Splash::placement_data() {
@@ -164,15 +161,6 @@ void tst_Splash::placement() {
     QCOMPARE(s.shownPlacement(), shown);
     // A repair copies the last safe placement into "Preferences".
     QCOMPARE(s.stored("Preferences", "Width"), storedWidth);
-}
-
-void tst_Splash::reopensMaximized() {
-    QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
-    writeSetting(thisProgram(), "Preferences", "Maximized", "1");
-    const std::unique_ptr<frmMain> window = Main({"zentoria"});
-    QTRY_VERIFY_WITH_TIMEOUT(window->isVisible(), 2000);
-    QTRY_VERIFY(window->isMaximized());
 }
 
 void tst_Splash::captionsFromTheLanguageFile_data() {

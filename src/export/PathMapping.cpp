@@ -116,8 +116,9 @@ QStringList distinctWindowsPaths(const QStringList& paths) {
     QSet<QString> seen;
     QStringList distinct;
     for (const QString& path : paths) {
-        if (!seen.contains(windowsPathKey(path))) {
-            seen.insert(windowsPathKey(path));
+        const qsizetype before = seen.size();
+        seen.insert(windowsPathKey(path));
+        if (seen.size() > before) {
             distinct << path;
         }
     }

@@ -10,6 +10,7 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
@@ -317,8 +318,8 @@ void tst_EditActions::preferences() {
     const QString a = e.home.filePath("a");
     const QString b = e.home.filePath("b");
     QVERIFY(QDir().mkpath(a) && QDir().mkpath(b));
-    // Fills in the mappings given (a Windows folder and where it is) and presses OK; answers what the
-    // dialog showed before, and whether it was still open after.
+    // Fills in the mappings given (a Windows folder and where it is), tests a tag editor that is not
+    // here and presses OK; answers what the dialog showed before, and whether it was still open after.
     const auto fill = [&e](const QList<std::pair<QString, QString>>& added, QStringList* shown, bool* open) {
         QTimer::singleShot(0, [=, &e] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -332,7 +333,11 @@ void tst_EditActions::preferences() {
                 table->item(table->rowCount() - 1, 0)->setText(windows);
                 table->item(table->rowCount() - 1, 1)->setText(local);
             }
-            dialog->findChild<QLineEdit*>("txtTagEditor")->setText("kid3 %F");
+            auto* editor = dialog->findChild<QLineEdit*>("txtTagEditor");
+            editor->setText("zentoria-no-editor %F");
+            dialog->findChild<QPushButton*>("cmdTestTagEditor")->click();
+            *shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();
+            editor->setText("kid3 %F");
             dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
             *open = dialog->isVisible();
             dialog->reject();
@@ -350,7 +355,8 @@ void tst_EditActions::preferences() {
     // Opened again, it shows both; a folder that is not here is refused with a warning.
     fill({{"E:\\Gone", e.home.filePath("gone")}}, &shown, &open);
     e.trigger("submnuPreferences");
-    QCOMPARE(shown, (QStringList{"C:\\Music=" + a, "D:\\Rips=" + b}));
+    QCOMPARE(shown, (QStringList{"zentoria-no-editor is not on this computer.", "C:\\Music=" + a,
+                                 "D:\\Rips=" + b, "zentoria-no-editor is not on this computer."}));
     QVERIFY(open);
     QCOMPARE(e.messages,
              QStringList{"The folder \"" + e.home.filePath("gone") + "\" is not on this computer."});

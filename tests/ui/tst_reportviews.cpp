@@ -7,6 +7,7 @@
 
 #include <QLabel>
 #include <QSignalSpy>
+#include <QStyleOptionHeader>
 #include <QTemporaryDir>
 
 using namespace zentoria;
@@ -202,6 +203,14 @@ void tst_ReportViews::headerClicksSort() {
     QCOMPARE(texts(v.list), (QStringList{kInnuendo, kWaterloo, kSos}));
     QVERIFY(header->isSortIndicatorShown());
     QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
+    // The column is wider than the list shows; its sort indicator stands where the list ends.
+    QStyleOptionHeader section;
+    section.initFrom(header);
+    section.state |= QStyle::State_Horizontal;
+    section.rect = QRect(header->sectionViewportPosition(0), 0, header->sectionSize(0), header->height());
+    QVERIFY(section.rect.right() > header->width());
+    const QRect arrow = header->style()->subElementRect(QStyle::SE_HeaderArrow, &section, header);
+    QVERIFY2(header->rect().contains(arrow), qPrintable(QDebug::toString(arrow)));
     QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, onHeader);
     QCOMPARE(v.list->sortOrder(), 0);
     QCOMPARE(texts(v.list), (QStringList{kSos, kWaterloo, kInnuendo}));

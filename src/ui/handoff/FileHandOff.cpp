@@ -2,6 +2,7 @@
 
 #include "PreferencesDialog.h"
 #include "SelectMatchingDialog.h"
+#include "StoredPathMappings.h"
 #include "export/ExportWriter.h"
 #include "export/FileMatcher.h"
 #include "export/TagEditorCommand.h"
@@ -55,11 +56,6 @@ QString missingNote(const QStringList& missing) {
 // so thousands of them cost no look at the disk.
 bool isLocalFile(const QString& path) {
     return path.startsWith(u'/') && QFileInfo(path).isFile();
-}
-
-// The mapping the user gave; empty when none was given or it cannot be read.
-PathMappings storedPathMapping() {
-    return PathMappings::parse(readPathText(settings::PathMap)).value_or(PathMappings{});
 }
 
 } // namespace
@@ -116,7 +112,7 @@ void FileHandOff::updateActions() {
 
 std::optional<PathMappings> FileHandOff::pathMappingFor(const QList<const ReportEntry*>& files) {
     // Once the user has said where a folder is, the answers are kept and managed in Preferences.
-    PathMappings stored = storedPathMapping();
+    PathMappings stored = storedPathMappings();
     if (!stored.isEmpty()) {
         return stored;
     }
@@ -152,7 +148,7 @@ void FileHandOff::submnuCopy_Click() {
     if (files.isEmpty()) {
         return;
     }
-    const PathMappings mapping = storedPathMapping();
+    const PathMappings mapping = storedPathMappings();
     QStringList paths;
     QList<QUrl> urls;
     for (const ReportEntry* file : files) {
@@ -267,10 +263,9 @@ void FileHandOff::submnuOpenWith_Click() {
         command = findTagEditorCommand();
     }
     if (command.isEmpty()) {
-        m_window.tell(
-            QStringLiteral("No tag editor was found. Install one of %1, or name yours in the settings "
-                           "file \"%2\": under [Preferences], for example TagEditor=kid3 %F.")
-                .arg(knownTagEditors().join(QStringLiteral(", ")), settingsFilePath(thisProgram())));
+        m_window.tell(QStringLiteral(
+                          "No tag editor was found. Install one of %1, or name yours in Tools > Preferences.")
+                          .arg(knownTagEditors().join(QStringLiteral(", "))));
         return;
     }
     const std::optional<PathMappings> mapping = pathMappingFor(files);

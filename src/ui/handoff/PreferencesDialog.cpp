@@ -1,5 +1,6 @@
 #include "PreferencesDialog.h"
 
+#include "StoredPathMappings.h"
 #include "export/PathMapping.h"
 #include "export/TagEditorCommand.h"
 #include "settings/LanguageCatalog.h"
@@ -49,8 +50,7 @@ PreferencesDialog::PreferencesDialog(std::function<void(const QString&)> tell, Q
     tblPathMaps->horizontalHeader()->setStretchLastSection(true);
     tblPathMaps->setColumnWidth(0, 200);
     tblPathMaps->setAccessibleName(text("PathMapsLabel", QStringLiteral("Where the report's folders are")));
-    for (const PathMapping& mapping :
-         PathMappings::parse(readPathText(settings::PathMap)).value_or(PathMappings{}).list) {
+    for (const PathMapping& mapping : storedPathMappings().list) {
         addMapping(mapping);
     }
     auto* add = button(this, "cmdAddMapping", text("AddMapping", QStringLiteral("&Add")));

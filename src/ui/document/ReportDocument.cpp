@@ -184,15 +184,11 @@ void ReportDocument::submnuReload_Click() {
     }
     // Activated again as a click on it would: the list shows the kind, sorted as before.
     m_window.activate(kind);
-    const FileListModel* list = files.list()->listModel();
-    QItemSelection keep;
-    for (int row = 0; row < list->rowCount() && !selected.isEmpty(); ++row) {
-        const int position = list->position(row);
-        if (files.nodes().isEntry(position) &&
-            selected.contains(windowsPathKey(files.nodes().entry(position).Path))) {
-            keep.select(list->index(row, 0), list->index(row, 0));
-        }
+    if (selected.isEmpty()) {
+        return;
     }
+    const QItemSelection keep = files.rowsWhere(
+        [&selected](const ReportEntry& file) { return selected.contains(windowsPathKey(file.Path)); });
     if (!keep.isEmpty()) {
         files.list()->selectRows(keep);
     }
@@ -206,10 +202,14 @@ bool ReportDocument::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::DragEnter:
     case QEvent::DragMove: {
         // Every drag is heard, so that a drop can say what was expected; only a report gets a drop
-        // action, and anything else shows the cursor that says it will not be taken.
+        // action, and anything else shows the cursor that says it will not be taken. What is dragged
+        // stays the same while it moves: the disk is asked once, when it enters.
         auto* drag = static_cast<QDropEvent*>(event);
+        if (event->type() == QEvent::DragEnter) {
+            m_dragIsReport = !droppedReport(drag->mimeData()).isEmpty();
+        }
         drag->accept();
-        drag->setDropAction(droppedReport(drag->mimeData()).isEmpty() ? Qt::IgnoreAction : Qt::CopyAction);
+        drag->setDropAction(m_dragIsReport ? Qt::CopyAction : Qt::IgnoreAction);
         return true;
     }
     case QEvent::Drop: {

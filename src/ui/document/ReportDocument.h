@@ -67,6 +67,8 @@ private:
     QString m_path;
     // Set when the open report's file changed after it was read, until it is read again.
     bool m_changedOnDisk = false;
+    // Whether what is being dragged over the window is a report, decided when it entered.
+    bool m_dragIsReport = false;
     QFileSystemWatcher* m_watcher;
     QMenu* mnuRecent;
     QAction* submnuReload;

@@ -11,7 +11,6 @@
 #include "ui/common/CommonDialog.h"
 #include "ui/common/MenuItems.h"
 #include "ui/views/FileListView.h"
-#include "ui/views/NodeCollection.h"
 
 #include <QAction>
 #include <QApplication>
@@ -191,19 +190,8 @@ void FileHandOff::submnuSelectMatching_Click() {
         return;
     }
     m_lastPattern = dialog.pattern().trimmed();
-    const NodeCollection& nodes = m_window.files.nodes();
-    QItemSelection matching;
-    for (int row = 0; row < list->rowCount(); ++row) {
-        const int position = list->position(row);
-        if (nodes.isEntry(position) && matcher.matches(nodes.entry(position).Path)) {
-            // Neighbouring rows make one range: a selection of thousands stays a few ranges.
-            if (!matching.isEmpty() && matching.last().bottom() == row - 1) {
-                matching.last() = QItemSelectionRange(matching.last().topLeft(), list->index(row, 0));
-            } else {
-                matching.select(list->index(row, 0), list->index(row, 0));
-            }
-        }
-    }
+    const QItemSelection matching =
+        m_window.files.rowsWhere([&matcher](const ReportEntry& file) { return matcher.matches(file.Path); });
     if (matching.isEmpty()) {
         m_window.tell(QStringLiteral("No file in the list matches \"%1\"; the selection stays as it was.")
                           .arg(m_lastPattern));

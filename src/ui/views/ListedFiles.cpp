@@ -53,6 +53,23 @@ QList<const ReportEntry*> ListedFiles::ofActivatedNode() const {
     return files;
 }
 
+QItemSelection ListedFiles::rowsWhere(const std::function<bool(const ReportEntry&)>& test) const {
+    const FileListModel* list = m_list->listModel();
+    QItemSelection rows;
+    for (int row = 0; row < list->rowCount(); ++row) {
+        const int position = list->position(row);
+        if (!nodes().isEntry(position) || !test(nodes().entry(position))) {
+            continue;
+        }
+        if (!rows.isEmpty() && rows.last().bottom() == row - 1) {
+            rows.last() = QItemSelectionRange(rows.last().topLeft(), list->index(row, 0));
+        } else {
+            rows.select(list->index(row, 0), list->index(row, 0));
+        }
+    }
+    return rows;
+}
+
 int ListedFiles::activatedPosition() const {
     const QString& key = m_list->listModel()->parentKey();
     return key.isEmpty() ? 0 : nodes().positionOf(key);

@@ -2,7 +2,10 @@
 
 #include "report/ReportEntry.h"
 
+#include <QItemSelection>
 #include <QList>
+
+#include <functional>
 
 namespace zentoria {
 
@@ -29,6 +32,9 @@ public:
     QList<const ReportEntry*> ofActivatedNode() const;
     // The tree position of the node whose children the list shows; 0 when none is.
     int activatedPosition() const;
+    // The list's rows whose files pass the test, neighbours joined into one range so that a selection
+    // of thousands stays a few ranges.
+    QItemSelection rowsWhere(const std::function<bool(const ReportEntry&)>& test) const;
 
 private:
     const ReportTree* m_tree;

@@ -7,6 +7,7 @@
 
 #include <QCommandLineParser>
 #include <QFile>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -23,6 +24,8 @@ const char kUsage[] =
     "       zentoria-report diff [--json] OLD NEW\n"
     "       zentoria-report export [--kind ID3v1|ID3v2|ID3v0] [--format m3u8|csv|txt]\n"
     "                              [--map 'C:\\Music=/media/music']... REPORT\n"
+    "       zentoria-report scan [--as 'C:\\Music']... [--jobs N] FOLDER... > report.vzt\n"
+    "       zentoria-report recheck [--json] [--jobs N] [--map 'C:\\Music=/media/music']... REPORT\n"
     "\n"
     "Reads a Melvadex integrity report (.vzt or .txt).\n"
     "\n"
@@ -38,11 +41,21 @@ const char kUsage[] =
     "  --format  the form to export in\n"
     "  --map     where a Windows folder of the report is on this computer: paths in it are\n"
     "            exported with the local folder instead, with slashes; give it once a folder\n"
+    "  scan      checks the tags of every .mp3 file under the folders here and writes a report of\n"
+    "            the files that lack them; symbolic links are followed, each folder walked once\n"
+    "  --as      the Windows folder the paths of the next folder are written under, as Melvadex\n"
+    "            would have written them there; give it for every folder or for none\n"
+    "  --jobs    how many files are checked at once (default 4)\n"
+    "  recheck   checks the files a report lists again (through --map) and writes their present\n"
+    "            state as a report with the same paths; files not found are named on stderr;\n"
+    "            with --json: {\"fixed\": [...], \"still\": [...], \"changed\": [...], \"notFound\": [...]}\n"
     "  --        ends the options: what follows is the report, even when it starts with '-'\n"
     "\n"
     "Exit status: 0 report read to its closing line, 1 report damaged or cut short (for check,\n"
     "also when records were skipped), 2 usage error or unreadable file. For diff: 0 when\n"
-    "nothing is new, 1 when something is, 2 for a usage error or a report that cannot be read.\n";
+    "nothing is new, 1 when something is, 2 for a usage error or a report that cannot be read.\n"
+    "For scan and recheck: 0 when no file is still broken or new, 1 otherwise, 2 for a usage\n"
+    "error or a folder or report that cannot be read.\n";
 
 int usageError(QIODevice& err, const QString& message) {
     err.write("zentoria-report: " + message.toUtf8() + "\nTry 'zentoria-report --help'.\n");
@@ -221,7 +234,10 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
     const QCommandLineOption kindOption(QStringLiteral("kind"), {}, QStringLiteral("KIND"));
     const QCommandLineOption formatOption(QStringLiteral("format"), {}, QStringLiteral("FORMAT"));
     const QCommandLineOption mapOption(QStringLiteral("map"), {}, QStringLiteral("WINDOWS=LOCAL"));
-    parser.addOptions({helpOption, versionOption, jsonOption, kindOption, formatOption, mapOption});
+    const QCommandLineOption asOption(QStringLiteral("as"), {}, QStringLiteral("WINDOWS-FOLDER"));
+    const QCommandLineOption jobsOption(QStringLiteral("jobs"), {}, QStringLiteral("N"));
+    parser.addOptions(
+        {helpOption, versionOption, jsonOption, kindOption, formatOption, mapOption, asOption, jobsOption});
     if (!parser.parse(QStringList{QStringLiteral("zentoria-report")} + arguments)) {
         if (!parser.unknownOptionNames().isEmpty()) {
             return usageError(err, unknownOption(arguments, parser.unknownOptionNames().first()));
@@ -257,6 +273,14 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
             badValue = QStringLiteral("'%1' is no mapping: write WINDOWS-FOLDER=/LOCAL/FOLDER").arg(value);
         }
     }
+    int jobs = 0;
+    if (parser.isSet(jobsOption)) {
+        bool number = false;
+        jobs = parser.value(jobsOption).toInt(&number);
+        if (!number || jobs < 1 || jobs > 64) {
+            badValue = QStringLiteral("'%1' is no number of jobs (1 to 64)").arg(parser.value(jobsOption));
+        }
+    }
     QStringList words = parser.positionalArguments();
     if (help) {
         out.write(kUsage);
@@ -267,19 +291,27 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         return kExitRead;
     }
     if (words.isEmpty()) {
-        return usageError(err, QStringLiteral("missing command (list, check, diff or export)"));
+        return usageError(err,
+                          QStringLiteral("missing command (list, check, diff, export, scan or recheck)"));
     }
     const QString command = words.takeFirst();
-    if (command != QStringLiteral("list") && command != QStringLiteral("check") &&
-        command != QStringLiteral("export") && command != QStringLiteral("diff")) {
+    // Each command with the options it takes.
+    const QHash<QString, QStringList> commandOptions{
+        {QStringLiteral("list"), {QStringLiteral("json")}},
+        {QStringLiteral("check"), {}},
+        {QStringLiteral("diff"), {QStringLiteral("json")}},
+        {QStringLiteral("export"), {QStringLiteral("kind"), QStringLiteral("format"), QStringLiteral("map")}},
+        {QStringLiteral("scan"), {QStringLiteral("as"), QStringLiteral("jobs")}},
+        {QStringLiteral("recheck"), {QStringLiteral("json"), QStringLiteral("map"), QStringLiteral("jobs")}}};
+    if (!commandOptions.contains(command)) {
         return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
     }
-    if (json && command != QStringLiteral("list") && command != QStringLiteral("diff")) {
-        unknown = QStringLiteral("--json");
-    }
-    for (const QCommandLineOption& option : {kindOption, formatOption, mapOption}) {
-        if (unknown.isEmpty() && parser.isSet(option) && command != QStringLiteral("export")) {
-            unknown = QStringLiteral("--") + option.names().first();
+    for (const QCommandLineOption& option :
+         {jsonOption, kindOption, formatOption, mapOption, asOption, jobsOption}) {
+        const QString optionName = option.names().first();
+        if (unknown.isEmpty() && parser.isSet(option) &&
+            !commandOptions.value(command).contains(optionName)) {
+            unknown = QStringLiteral("--") + optionName;
         }
     }
     if (!unknown.isEmpty()) {
@@ -293,6 +325,16 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
             return usageError(err, QStringLiteral("name two reports, the old one first"));
         }
         return writeDiff(words.at(0), words.at(1), json, out, err);
+    }
+    if (command == QStringLiteral("scan")) {
+        const QStringList windowsFolders = parser.values(asOption);
+        if (words.isEmpty()) {
+            return usageError(err, QStringLiteral("name one or more folders to check"));
+        }
+        if (!windowsFolders.isEmpty() && windowsFolders.size() != words.size()) {
+            return usageError(err, QStringLiteral("give --as once for every folder, or not at all"));
+        }
+        return runScan({words, windowsFolders, jobs}, out, err);
     }
     if (words.size() != 1) {
         return usageError(err, QStringLiteral("name exactly one report"));
@@ -312,6 +354,10 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
     }
     if (command == QStringLiteral("export")) {
         return writeExport(report, name, request, out, err);
+    }
+    if (command == QStringLiteral("recheck")) {
+        report.close();
+        return runRecheck(name, request.mapping, json, jobs, out, err);
     }
     const Listing listing = command == QStringLiteral("check") ? Listing::Summary
                             : json                             ? Listing::Json

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "export/ExportWriter.h"
+#include "report/ReportReadResult.h"
 
 #include <QStringList>
 
@@ -40,6 +41,24 @@ struct ExportRequest {
 // a listing.
 int writeExport(QIODevice& report, const QString& name, const ExportRequest& request, QIODevice& out,
                 QIODevice& err);
+
+// Reads a report whole; false, with the reason on err naming the file, when it cannot be read or is no
+// report. A report damaged after its start is read as far as it goes, the damage told on err.
+bool readWholeReport(const QString& fileName, ReportReadResult& result, QIODevice& err);
+
+// "scan": the folders' MP3 files checked here, written to out as a report. `windowsFolders` is empty
+// or names, for each folder in turn, the Windows folder its paths are written under.
+struct ScanRequest {
+    QStringList folders;
+    QStringList windowsFolders;
+    int jobs = 0;
+};
+int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err);
+
+// "recheck": the files a report lists checked again, found through the mapping; their present state
+// written to out as a report with the same paths, or as a JSON summary.
+int runRecheck(const QString& report, const PathMappings& mapping, bool json, int jobs, QIODevice& out,
+               QIODevice& err);
 
 // Two reports compared by path, letter case aside: what is only in the old one, only in the new one,
 // and in both (as the new one has it). Linear in the reports' sizes.

@@ -12,10 +12,7 @@
 
 namespace zentoria::cli {
 
-namespace {
-
-// One report read whole for a comparison; false, with the reason on err, when it cannot be.
-bool readWhole(const QString& fileName, ReportReadResult& result, QIODevice& err) {
+bool readWholeReport(const QString& fileName, ReportReadResult& result, QIODevice& err) {
     QFile report(fileName);
     QString why;
     if (!openRegularFile(report, why)) {
@@ -38,8 +35,6 @@ bool readWhole(const QString& fileName, ReportReadResult& result, QIODevice& err
     }
     return true;
 }
-
-} // namespace
 
 ReportDiff compareReports(const QList<ReportEntry>& oldEntries, const QList<ReportEntry>& newEntries) {
     QHash<QString, qsizetype> inOld;
@@ -69,7 +64,7 @@ ReportDiff compareReports(const QList<ReportEntry>& oldEntries, const QList<Repo
 int writeDiff(const QString& oldFile, const QString& newFile, bool json, QIODevice& out, QIODevice& err) {
     ReportReadResult oldReport;
     ReportReadResult newReport;
-    if (!readWhole(oldFile, oldReport, err) || !readWhole(newFile, newReport, err)) {
+    if (!readWholeReport(oldFile, oldReport, err) || !readWholeReport(newFile, newReport, err)) {
         return kExitUnreadable;
     }
     const ReportDiff diff = compareReports(oldReport.Entries, newReport.Entries);

@@ -20,6 +20,14 @@ QString windowsSeparators(QString folder) {
     return folder;
 }
 
+// Whether the local path is the folder or lies in it; file names are case-sensitive here.
+bool holdsLocal(const QString& folder, const QString& path) {
+    if (folder == u"/") {
+        return path.startsWith(u'/');
+    }
+    return path.startsWith(folder) && (path.size() == folder.size() || path.at(folder.size()) == u'/');
+}
+
 } // namespace
 
 std::optional<PathMapping> PathMapping::parse(const QString& text) {
@@ -71,6 +79,15 @@ QString PathMapping::map(const QString& path) const {
     return localFolder == u"/" ? rest : localFolder + rest;
 }
 
+QString PathMapping::windowsPath(const QString& localPath) const {
+    if (isEmpty() || !holdsLocal(localFolder, localPath)) {
+        return localPath;
+    }
+    QString rest = localFolder == u"/" ? localPath : localPath.sliced(localFolder.size());
+    rest.replace(u'/', u'\\');
+    return windowsFolder + rest;
+}
+
 bool PathMappings::covers(const QString& path) const {
     return std::any_of(list.cbegin(), list.cend(),
                        [&path](const PathMapping& one) { return one.covers(path); });
@@ -84,6 +101,17 @@ QString PathMappings::map(const QString& path) const {
         }
     }
     return longest ? longest->map(path) : path;
+}
+
+QString PathMappings::windowsPath(const QString& localPath) const {
+    const PathMapping* longest = nullptr;
+    for (const PathMapping& one : list) {
+        if (holdsLocal(one.localFolder, localPath) &&
+            (!longest || one.localFolder.size() > longest->localFolder.size())) {
+            longest = &one;
+        }
+    }
+    return longest ? longest->windowsPath(localPath) : localPath;
 }
 
 std::optional<PathMappings> PathMappings::parse(const QString& text) {

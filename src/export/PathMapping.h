@@ -32,6 +32,10 @@ struct PathMapping {
     QString map(const QString& path) const;
     // Whether map() changes the path.
     bool covers(const QString& path) const;
+    // The other way: a path on this computer as Windows would name it, the local folder replaced by the
+    // Windows folder and slashes made backslashes; a path outside the local folder as it stands. What
+    // a check made here writes, so its report compares line by line with Melvadex's.
+    QString windowsPath(const QString& localPath) const;
 };
 
 // Several Windows folders, each where it is on this computer. A path takes the mapping of the longest
@@ -50,6 +54,8 @@ struct PathMappings {
     bool isEmpty() const { return list.isEmpty(); }
     QString map(const QString& path) const;
     bool covers(const QString& path) const;
+    // Through the mapping of the longest local folder that holds the path.
+    QString windowsPath(const QString& localPath) const;
 
     // The mappings' texts joined by "|", which no Windows path holds: "C:\Music=/media/music|D:\=/mnt/d".
     // Empty texts between are passed over; a part that is no mapping refuses the whole.

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "report/ReportEntry.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QStringList>
+
+class QIODevice;
+
+namespace zentoria::scan {
+
+// What the header of a written report says made it.
+struct ReportOrigin {
+    // "zentoria-report scan", "Zentoria": who checked the files.
+    QString program;
+    QString version;
+    // The folders checked (or, for a re-check, the report checked again), as the report's paths name them.
+    QStringList folders;
+    QDateTime created = QDateTime::currentDateTime();
+};
+
+// A report reads back only up to its 32,766th record: the files after those do not fit one report.
+struct WrittenReport {
+    QByteArray bytes;
+    qsizetype written = 0;
+    qsizetype leftOut = 0;
+};
+
+// The bytes of a report that ReadReport reads back as "Loaded" with these entries, in this order and
+// numbered from 1: the banner, six header lines saying who made it from what, the records, and the
+// closing line with the date and time; UTF-8, CR LF. Entries past the record limit are left out and
+// counted. A path cannot hold a line break: the caller leaves such files out.
+WrittenReport reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& entries);
+
+// Whether a report can name this file: a path line that breaks in two, or holds the closing marker,
+// would end or garble the report when read back.
+bool fitsReport(const QString& path);
+
+// Writes the report to a file as a whole or not at all: a half-written report never replaces the old.
+bool saveReport(const QString& fileName, const QByteArray& bytes, QString* error);
+
+} // namespace zentoria::scan

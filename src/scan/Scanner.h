@@ -1,0 +1,78 @@
+#pragma once
+
+#include "report/ProblemKind.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <atomic>
+#include <functional>
+
+namespace zentoria::scan {
+
+// A file whose tags lack information, by its path on this computer.
+struct FoundProblem {
+    QString path;
+    ProblemKind kind = ProblemKind::ID3v0;
+    friend bool operator==(const FoundProblem&, const FoundProblem&) = default;
+};
+
+// A file or folder that could not be looked at, and why.
+struct Failure {
+    QString path;
+    QString why;
+    friend bool operator==(const Failure&, const Failure&) = default;
+};
+
+// Counts while a check runs; perKind by kind number.
+struct ScanCounts {
+    qint64 found = 0;
+    qint64 probed = 0;
+    qint64 perKind[3] = {0, 0, 0};
+    qint64 problems() const { return perKind[0] + perKind[1] + perKind[2]; }
+};
+
+struct ScanResult {
+    // In the order the file list sorts them: by path, letter case aside.
+    QList<FoundProblem> problems;
+    // Files that are no MP3 audio or cannot be read, and folders that cannot be listed, by path.
+    QList<Failure> failures;
+    ScanCounts counts;
+    bool cancelled = false;
+};
+
+// Sorts as the file list does: by path, letter case aside, then exactly, so the order is one.
+void sortAsListed(QList<FoundProblem>& problems);
+
+// Checks MP3 files' tags on a small pool of threads. The caller's thread walks the folders (or hands
+// out the given files) and waits; the probes run on the pool. Memory grows with the problem files and
+// the folders, not with the files that are fine.
+class Scanner {
+public:
+    // Enough probes at once to keep a network share busy; on a local disk more threads cost nothing.
+    static constexpr int kDefaultJobs = 4;
+
+    // Called on the caller's thread, a few times a second and once at the end.
+    using Progress = std::function<void(const ScanCounts&)>;
+
+    explicit Scanner(int jobs = kDefaultJobs);
+
+    // Stops the check at the next file, from any thread; what ran returns with `cancelled` set.
+    void cancel() { m_cancelled = true; }
+    bool isCancelled() const { return m_cancelled; }
+
+    // Every file ending in ".mp3" (letter case aside) under the folders, symbolic links followed; a
+    // folder reached twice (a loop, or two links to one folder) is walked once. Within a folder, files
+    // are probed in the order of their inodes, which saves a spinning disk its seeks.
+    ScanResult scanFolders(const QStringList& folders, const Progress& progress = {});
+    // The given files only, as they are named; a file that is not there is a failure.
+    ScanResult probeFiles(const QStringList& files, const Progress& progress = {});
+
+private:
+    class Run;
+    int m_jobs;
+    std::atomic<bool> m_cancelled = false;
+};
+
+} // namespace zentoria::scan

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "report/ProblemKind.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace zentoria::scan {
+
+// What one look at a file's tags found.
+struct TagProbe {
+    enum class Outcome {
+        Probed,     // the file is MPEG audio and its tags were read
+        Unreadable, // it could not be opened or read
+        NotMpeg,    // it holds no MPEG audio frame where one must start (another format, or cut short)
+    };
+    Outcome outcome = Outcome::Unreadable;
+    // Whether a tag that carries information is on disk: an ID3v2 tag with at least one frame, an
+    // ID3v1 tag with at least one field that is not blank. An empty tag tells a user nothing more than
+    // a missing one, so a report says it "could not get" that information either way.
+    bool hasID3v1 = false;
+    bool hasID3v2 = false;
+    // Why the file was not probed, for a person to read; empty when it was.
+    QString error;
+};
+
+// Reads the tags of one file through TagLib, read-only (a file opened for writing wakes every music
+// library that watches its folder when it is closed) and without the audio properties. What a probe
+// reads is bounded: the tags, and a window after them where the first audio frame must begin, so a
+// large file of something else costs no more than a real one.
+TagProbe probeTags(const QString& path);
+
+// The kind a report files the probed file under: only an ID3v2 tag lacks ID3v1 (kind 1), only an
+// ID3v1 tag lacks ID3v2 (kind 2), neither lacks any information (kind 0); none for a file with both,
+// or one that was not probed.
+std::optional<ProblemKind> problemKindOf(const TagProbe& probe);
+
+} // namespace zentoria::scan

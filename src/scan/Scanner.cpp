@@ -24,7 +24,8 @@ namespace {
 
 // Files handed to a thread at once: enough to make handing out cheap, few enough to share the work.
 constexpr qsizetype kBatch = 64;
-constexpr int kProgressMs = 200;
+// How long the walking thread waits for the pool before it looks at the clock again.
+constexpr int kWaitMs = 50;
 
 bool isMp3Name(const char* name) {
     const std::size_t length = std::strlen(name);
@@ -65,7 +66,7 @@ public:
         while (!files.isEmpty() && !m_scanner.isCancelled()) {
             const QStringList batch = files.first(std::min(kBatch, files.size()));
             files.remove(0, batch.size());
-            while (!m_slots.tryAcquire(1, kProgressMs / 2)) {
+            while (!m_slots.tryAcquire(1, kWaitMs)) {
                 tick();
             }
             m_pool.start([this, batch] {
@@ -88,7 +89,7 @@ public:
 
     // Waits for the pool, and gives the result in its one order.
     ScanResult finish() {
-        while (!m_pool.waitForDone(kProgressMs)) {
+        while (!m_pool.waitForDone(kWaitMs)) {
             tick();
         }
         m_result.cancelled = m_scanner.isCancelled();
@@ -103,7 +104,7 @@ public:
     }
 
     void tick() {
-        if (m_progress && m_clock.elapsed() >= kProgressMs) {
+        if (m_progress && m_clock.elapsed() >= m_scanner.m_progressMs) {
             m_clock.restart();
             m_progress(counts());
         }
@@ -145,8 +146,9 @@ private:
     std::atomic<qint64> m_perKind[3] = {0, 0, 0};
 };
 
-Scanner::Scanner(int jobs)
-    : m_jobs(std::max(1, jobs)) {}
+Scanner::Scanner(int jobs, int progressMs)
+    : m_jobs(std::max(1, jobs))
+    , m_progressMs(std::max(0, progressMs)) {}
 
 ScanResult Scanner::scanFolders(const QStringList& folders, const Progress& progress) {
     Run run(*this, progress);
@@ -165,56 +167,60 @@ ScanResult Scanner::scanFolders(const QStringList& folders, const Progress& prog
         return true;
     };
 
+    // One folder after the other, in the order given: a folder reached from two of them counts as the
+    // first one's.
     QStringList pending;
-    for (const QString& folder : folders) {
-        const QString clean = QDir::cleanPath(QDir(folder).absolutePath());
+    for (const QString& root : folders) {
+        const QString clean = QDir::cleanPath(QDir(root).absolutePath());
         if (firstVisit(clean)) {
             pending.append(clean);
         }
-    }
-    while (!pending.isEmpty() && !isCancelled()) {
-        const QString folder = pending.takeLast();
-        DIR* dir = ::opendir(QFile::encodeName(folder).constData());
-        if (!dir) {
-            run.fail(folder, systemError());
-            continue;
-        }
-        std::vector<std::pair<ino_t, QString>> files;
-        while (const dirent* entry = ::readdir(dir)) {
-            if (std::strcmp(entry->d_name, ".") == 0 || std::strcmp(entry->d_name, "..") == 0) {
+        while (!pending.isEmpty() && !isCancelled()) {
+            const QString folder = pending.takeLast();
+            DIR* dir = ::opendir(QFile::encodeName(folder).constData());
+            if (!dir) {
+                run.fail(folder, systemError());
                 continue;
             }
-            const QString path = joined(folder, QFile::decodeName(entry->d_name));
-            bool isFolder = entry->d_type == DT_DIR;
-            bool isFile = entry->d_type == DT_REG;
-            if (entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN) {
-                struct stat status = {};
-                if (::stat(QFile::encodeName(path).constData(), &status) == 0) {
-                    isFolder = S_ISDIR(status.st_mode);
-                    isFile = S_ISREG(status.st_mode);
-                } else if (isMp3Name(entry->d_name)) {
-                    run.fail(path, systemError());
+            std::vector<std::pair<ino_t, QString>> files;
+            while (const dirent* entry = ::readdir(dir)) {
+                if (std::strcmp(entry->d_name, ".") == 0 || std::strcmp(entry->d_name, "..") == 0) {
+                    continue;
+                }
+                const QString path = joined(folder, QFile::decodeName(entry->d_name));
+                bool isFolder = entry->d_type == DT_DIR;
+                bool isFile = entry->d_type == DT_REG;
+                if (entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN) {
+                    struct stat status = {};
+                    if (::stat(QFile::encodeName(path).constData(), &status) == 0) {
+                        isFolder = S_ISDIR(status.st_mode);
+                        isFile = S_ISREG(status.st_mode);
+                    } else if (isMp3Name(entry->d_name)) {
+                        run.fail(path, systemError());
+                    }
+                }
+                if (isFolder && firstVisit(path)) {
+                    pending.append(path);
+                } else if (isFile && isMp3Name(entry->d_name)) {
+                    if (!fitsReport(path)) {
+                        run.fail(path,
+                                 QStringLiteral("a report cannot name it: its name holds a line break or "
+                                                "the report's closing words"));
+                    } else {
+                        files.emplace_back(entry->d_ino, path);
+                    }
                 }
             }
-            if (isFolder && firstVisit(path)) {
-                pending.append(path);
-            } else if (isFile && isMp3Name(entry->d_name)) {
-                if (!fitsReport(path)) {
-                    run.fail(path, QStringLiteral("a report cannot name it: its name holds a line break or "
-                                                  "the report's closing words"));
-                } else {
-                    files.emplace_back(entry->d_ino, path);
-                }
+            ::closedir(dir);
+            std::sort(files.begin(), files.end(),
+                      [](const auto& a, const auto& b) { return a.first < b.first; });
+            QStringList paths;
+            paths.reserve(qsizetype(files.size()));
+            for (auto& [inode, path] : files) {
+                paths.append(std::move(path));
             }
+            run.submit(std::move(paths));
         }
-        ::closedir(dir);
-        std::sort(files.begin(), files.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-        QStringList paths;
-        paths.reserve(qsizetype(files.size()));
-        for (auto& [inode, path] : files) {
-            paths.append(std::move(path));
-        }
-        run.submit(std::move(paths));
     }
     return run.finish();
 }

@@ -56,7 +56,8 @@ public:
     // Called on the caller's thread, a few times a second and once at the end.
     using Progress = std::function<void(const ScanCounts&)>;
 
-    explicit Scanner(int jobs = kDefaultJobs);
+    // Progress is told every `progressMs` milliseconds at most; 0 tells it after every batch of files.
+    explicit Scanner(int jobs = kDefaultJobs, int progressMs = 200);
 
     // Stops the check at the next file, from any thread; what ran returns with `cancelled` set.
     void cancel() { m_cancelled = true; }
@@ -72,6 +73,7 @@ public:
 private:
     class Run;
     int m_jobs;
+    int m_progressMs;
     std::atomic<bool> m_cancelled = false;
 };
 

@@ -1,6 +1,9 @@
 #include "../report/ReportBuilder.h"
+#include "../scan/Mp3Files.h"
 #include "TestData.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -41,6 +44,7 @@ private Q_SLOTS:
     void initTestCase();
     void commands_data();
     void commands();
+    void scanFixRecheck();
 
 private:
     QTemporaryDir m_dir;
@@ -197,6 +201,23 @@ void tst_Cli::commands_data() {
            "Missing value after '--kind'");
     addRow("export option with list", QStringList{"list", "--format", "csv", dataFile("export.vzt")}, 2, "",
            "unknown option '--format'");
+    addRow("scan: no folder", QStringList{"scan"}, 2, "", "name one or more folders");
+    addRow("scan: a folder that is not there", QStringList{"scan", m_dir.filePath("none")}, 2, "",
+           "zentoria-report: " + m_dir.filePath("none") + ": no such folder");
+    addRow("scan: a file for a folder", QStringList{"scan", dataFile("mixed.vzt")}, 2, "", "not a folder");
+    addRow("scan: --as for one of two folders",
+           QStringList{"scan", "--as", "C:\\M", m_dir.path(), m_dir.path()}, 2, "",
+           "give --as once for every folder");
+    addRow("scan: no jobs", QStringList{"scan", "--jobs", "0", m_dir.path()}, 2, "",
+           "'0' is no number of jobs");
+    addRow("scan: json", QStringList{"scan", "--json", m_dir.path()}, 2, "", "unknown option '--json'");
+    // A check of the report's own folder: it holds no MP3 file.
+    addRow("scan: nothing found", QStringList{"scan", m_dir.path()}, 0, "Date of creation: ", "");
+    for (const char* report : {"empty.vzt", "corrupted.txt", "missing.vzt"}) {
+        const QString path =
+            qstrcmp(report, "corrupted.txt") == 0 ? dataFile(report) : m_dir.filePath(report);
+        QTest::addRow("recheck of %s", report) << QStringList{"recheck", path} << 2 << "" << path;
+    }
 }
 
 void tst_Cli::commands() {
@@ -210,6 +231,59 @@ void tst_Cli::commands() {
     QVERIFY2(run.out.contains(stdoutHas.toUtf8()), run.out.constData());
     QVERIFY2(run.err.contains(stderrHas.toUtf8()), run.err.constData());
     QCOMPARE(run.out.isEmpty(), stdoutHas.isEmpty());
+}
+
+void tst_Cli::scanFixRecheck() {
+    QTemporaryDir music;
+    QVERIFY(writeMp3(music.filePath("Abba/Waterloo.mp3"), V2));
+    QVERIFY(writeMp3(music.filePath("Abba/Fernando.mp3"), NoTag));
+    QVERIFY(writeMp3(music.filePath("Björk/Jóga.mp3"), V1));
+    QVERIFY(writeMp3(music.filePath("fine.mp3"), BothTags));
+    QVERIFY(writeFile(music.filePath("junk.mp3"), "no audio"));
+    const auto entries = [](const QByteArray& report) {
+        zentoria::MemoryLineSource source(report);
+        const zentoria::ReportReadResult read = zentoria::ReadReport(source);
+        QStringList listed;
+        for (const zentoria::ReportEntry& entry : read.Entries) {
+            listed << zentoria::kindCode(entry.Kind) + u' ' + entry.Path;
+        }
+        return read.Outcome == zentoria::Outcome::Loaded ? listed : QStringList{"not loaded"};
+    };
+
+    // Written as Melvadex would have written them for the folder on Windows, in the list's order.
+    Run run = runTool({"scan", "--as", "C:\\Music", "--jobs", "2", music.path()}, m_dir.path(), 20);
+    QCOMPARE(run.exitCode, 1);
+    QCOMPARE(entries(run.out),
+             (QStringList{"ID3v0 C:\\Music\\Abba\\Fernando.mp3", "ID3v1 C:\\Music\\Abba\\Waterloo.mp3",
+                          "ID3v2 C:\\Music\\Björk\\Jóga.mp3"}));
+    QVERIFY(run.out.contains("C:\\Music"));
+    // Not a terminal: the file it could not check, and no progress.
+    QVERIFY2(run.err.contains(QFile::encodeName(music.filePath("junk.mp3"))), run.err.constData());
+    QVERIFY(!run.err.contains('\r'));
+    const QString report = m_dir.filePath("music.vzt");
+    QVERIFY(writeFile(report, run.out));
+
+    // The user fixes Waterloo's tags and deletes Fernando.
+    QVERIFY(setTags(music.filePath("Abba/Waterloo.mp3"), BothTags));
+    QVERIFY(QFile::remove(music.filePath("Abba/Fernando.mp3")));
+    const QString map = "C:\\Music=" + music.path();
+    run = runTool({"recheck", "--json", "--map", map, report}, m_dir.path(), 20);
+    QCOMPARE(run.exitCode, 1);
+    const QJsonObject summary = QJsonDocument::fromJson(run.out).object();
+    QCOMPARE(summary.value("fixed").toVariant().toStringList(), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});
+    QCOMPARE(summary.value("still").toVariant().toStringList(), QStringList{"C:\\Music\\Björk\\Jóga.mp3"});
+    QCOMPARE(summary.value("changed").toVariant().toStringList(), QStringList());
+    QCOMPARE(summary.value("notFound").toVariant().toStringList(),
+             QStringList{"C:\\Music\\Abba\\Fernando.mp3"});
+    QVERIFY2(run.err.contains("C:\\Music\\Abba\\Fernando.mp3"), run.err.constData());
+    run = runTool({"recheck", "--map", map, report}, m_dir.path(), 20);
+    QCOMPARE(entries(run.out), QStringList{"ID3v2 C:\\Music\\Björk\\Jóga.mp3"});
+
+    // All fixed: nothing still broken.
+    QVERIFY(setTags(music.filePath("Björk/Jóga.mp3"), BothTags));
+    run = runTool({"recheck", "--map", map, report}, m_dir.path(), 20);
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(entries(run.out), QStringList());
 }
 
 QTEST_GUILESS_MAIN(tst_Cli)

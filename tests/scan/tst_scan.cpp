@@ -1,0 +1,243 @@
+#include "Mp3Files.h"
+#include "report/ReportReader.h"
+#include "scan/Recheck.h"
+#include "scan/ReportWriter.h"
+#include "scan/Scanner.h"
+#include "scan/TagProbe.h"
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace zentoria;
+using namespace zentoria::scan;
+using Probed = TagProbe::Outcome;
+
+namespace {
+
+// Makes the file a recipe names at path: "none", "v1", "v2", "both" (real MP3 audio with those tags),
+// "empty v2" (a tag header without frames), "blank v1", "cut" (an ID3v2 tag cut in the middle),
+// "junk" (16 MB that is no audio), "pipe", "folder", or nothing for "missing".
+void make(const QString& path, const QString& recipe) {
+    const QByteArray name = QFile::encodeName(path);
+    if (recipe == "none" || recipe == "v1" || recipe == "v2" || recipe == "both") {
+        QVERIFY(writeMp3(path, recipe == "v1"     ? V1
+                               : recipe == "v2"   ? V2
+                               : recipe == "both" ? BothTags
+                                                  : NoTag));
+    } else if (recipe == "empty v2") {
+        QVERIFY(writeFile(path, QByteArray("ID3\x04\x00\x00\x00\x00\x00\x0A", 10) + QByteArray(10, '\0') +
+                                    mpegFrames()));
+    } else if (recipe == "blank v1") {
+        QVERIFY(writeFile(path, mpegFrames() + "TAG" + QByteArray(124, '\0') + "\xFF"));
+    } else if (recipe == "cut") {
+        QVERIFY(writeMp3(path, V2));
+        QVERIFY(::truncate(name.constData(), 20) == 0);
+    } else if (recipe == "junk") {
+        QVERIFY(writeFile(path, QByteArray(16 << 20, 'x')));
+    } else if (recipe == "pipe") {
+        QVERIFY(::mkfifo(name.constData(), 0600) == 0);
+    } else if (recipe == "folder") {
+        QVERIFY(QDir().mkpath(path));
+    }
+}
+
+} // namespace
+
+namespace zentoria::scan {
+// For QCOMPARE's messages.
+char* toString(const FoundProblem& problem) {
+    return QTest::toString(problem.path + u' ' + QString::number(kindNumber(problem.kind)));
+}
+} // namespace zentoria::scan
+
+namespace {
+
+// The threads of this process, as the kernel counts them.
+int threadCount() {
+    return int(QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
+}
+
+} // namespace
+
+class tst_Scan : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void probe_data();
+    void probe();
+    void probeNeverWrites();
+    void scanWritesAReportThatReadsBack();
+    void cancelLeavesNothingBehind();
+    void recheck();
+};
+
+void tst_Scan::probe_data() {
+    // kind: the report's kind number, -1 for a file no report lists.
+    addColumns<QString, Probed, bool, bool, int>("recipe", "outcome", "v1", "v2", "kind");
+
+    addRow("no tags", "none", Probed::Probed, false, false, 0);
+    addRow("ID3v1 only", "v1", Probed::Probed, true, false, 2);
+    addRow("ID3v2 only", "v2", Probed::Probed, false, true, 1);
+    addRow("both", "both", Probed::Probed, true, true, -1);
+    addRow("ID3v2 header without frames tells nothing", "empty v2", Probed::Probed, false, false, 0);
+    addRow("ID3v1 of blanks tells nothing", "blank v1", Probed::Probed, false, false, 0);
+    addRow("cut short", "cut", Probed::NotMpeg, false, false, -1);
+    addRow("not MPEG", "junk", Probed::NotMpeg, false, false, -1);
+    addRow("named pipe", "pipe", Probed::Unreadable, false, false, -1);
+    addRow("folder", "folder", Probed::Unreadable, false, false, -1);
+    addRow("missing", "missing", Probed::Unreadable, false, false, -1);
+}
+
+void tst_Scan::probe() {
+    QFETCH(QString, recipe);
+    QFETCH(Probed, outcome);
+    QFETCH(bool, v1);
+    QFETCH(bool, v2);
+    QFETCH(int, kind);
+
+    QTemporaryDir dir;
+    const QString path = dir.filePath("Björk – Jóga.mp3");
+    make(path, recipe);
+    QElapsedTimer clock;
+    clock.start();
+    const TagProbe probe = probeTags(path);
+    // Reading all of 16 MB looking for a frame takes TagLib about a second; a probe reads a window.
+    QVERIFY2(clock.elapsed() < 400, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(probe.outcome, outcome);
+    QCOMPARE(probe.hasID3v1, v1);
+    QCOMPARE(probe.hasID3v2, v2);
+    QCOMPARE(probe.error.isEmpty(), outcome == Probed::Probed);
+    const std::optional<ProblemKind> listed = problemKindOf(probe);
+    QCOMPARE(listed ? kindNumber(*listed) : -1, kind);
+}
+
+void tst_Scan::probeNeverWrites() {
+    // A file opened for writing is reported closed-after-writing to every watcher of its folder, which
+    // makes music libraries read it again.
+    QTemporaryDir dir;
+    const QString path = dir.filePath("both.mp3");
+    QVERIFY(writeMp3(path, BothTags));
+    const int watcher = inotify_init1(IN_NONBLOCK);
+    QVERIFY(watcher >= 0);
+    QVERIFY(inotify_add_watch(watcher, QFile::encodeName(dir.path()).constData(),
+                              IN_CLOSE_WRITE | IN_MODIFY | IN_CLOSE_NOWRITE) >= 0);
+    QCOMPARE(probeTags(path).outcome, Probed::Probed);
+    inotify_event events[8];
+    const ssize_t length = ::read(watcher, events, sizeof events);
+    ::close(watcher);
+    QVERIFY(length > 0);
+    // The probe closed it, and only as a reader.
+    QCOMPARE(events[0].mask, quint32(IN_CLOSE_NOWRITE));
+    QCOMPARE(length, ssize_t(sizeof(inotify_event) + events[0].len));
+}
+
+void tst_Scan::scanWritesAReportThatReadsBack() {
+    QTemporaryDir dir;
+    const QDir music(dir.filePath("Music"));
+    for (const auto& [name, recipe] : {std::pair("A/none", "none"),
+                                       {"A/v1", "v1"},
+                                       {"A/both", "both"},
+                                       {"B/Björk – Jóga", "v2"},
+                                       {"B/junk", "junk"},
+                                       {"B/cut", "cut"}}) {
+        QVERIFY(QDir().mkpath(QFileInfo(music.filePath(name)).path()));
+        make(music.filePath(QString::fromUtf8(name) + ".mp3"), recipe);
+    }
+    // Capital letters in the extension, a file that is no MP3 by its name, a loop and a second way in.
+    QVERIFY(writeMp3(music.filePath("B/LOUD.MP3"), V1));
+    QVERIFY(writeMp3(music.filePath("B/cover.jpg"), NoTag));
+    QVERIFY(QFile::link("..", music.filePath("B/loop")));
+    QVERIFY(QFile::link(music.filePath("A"), dir.filePath("also A")));
+    const QList<FoundProblem> expected{{music.filePath("A/none.mp3"), ProblemKind::ID3v0},
+                                       {music.filePath("A/v1.mp3"), ProblemKind::ID3v2},
+                                       {music.filePath("B/Björk – Jóga.mp3"), ProblemKind::ID3v1},
+                                       {music.filePath("B/LOUD.MP3"), ProblemKind::ID3v2}};
+
+    for (int jobs : {1, 4}) {
+        Scanner scanner(jobs);
+        qint64 lastProbed = -1;
+        const ScanResult result =
+            scanner.scanFolders({music.path(), dir.filePath("also A")},
+                                [&](const ScanCounts& counts) { lastProbed = counts.probed; });
+        QCOMPARE(result.problems, expected);
+        QCOMPARE(result.failures.size(), 2);
+        QCOMPARE(result.failures.at(0).path, music.filePath("B/cut.mp3"));
+        QCOMPARE(result.failures.at(1).path, music.filePath("B/junk.mp3"));
+        QCOMPARE(result.counts.found, 7);
+        QCOMPARE(lastProbed, 7);
+        QVERIFY(!result.cancelled);
+    }
+
+    QList<ReportEntry> entries;
+    for (const FoundProblem& problem : expected) {
+        entries.append({qint16(entries.size() + 1), problem.kind, problem.path});
+    }
+    const WrittenReport written = reportBytes({"zentoria-report scan", "1.0", {music.path()}}, entries);
+    QCOMPARE(written.leftOut, 0);
+    QVERIFY(written.bytes.endsWith("\r\n"));
+    MemoryLineSource source(written.bytes);
+    const ReportReadResult read = ReadReport(source);
+    QCOMPARE(read.Outcome, zentoria::Outcome::Loaded);
+    QCOMPARE(read.Entries, entries);
+    // None found: still read back as a whole report.
+    MemoryLineSource empty(reportBytes({"zentoria-report scan", "1.0", {}}, {}).bytes);
+    QCOMPARE(ReadReport(empty).Outcome, zentoria::Outcome::Loaded);
+    // More than a report can number: the rest is left out, and counted.
+    QList<ReportEntry> many(kMaxRecords + 5, entries.first());
+    QCOMPARE(reportBytes({}, many).leftOut, 5);
+}
+
+void tst_Scan::cancelLeavesNothingBehind() {
+    QTemporaryDir dir;
+    QVERIFY(writeMp3(dir.filePath("first.mp3"), NoTag));
+    for (int i = 0; i < 2000; ++i) {
+        QVERIFY(QFile::copy(dir.filePath("first.mp3"), dir.filePath(QStringLiteral("%1.mp3").arg(i))));
+    }
+    const int threadsBefore = threadCount();
+    Scanner scanner(4, 0);
+    const ScanResult result = scanner.scanFolders({dir.path()}, [&scanner](const ScanCounts& counts) {
+        if (counts.probed > 0) {
+            scanner.cancel();
+        }
+    });
+    QVERIFY(result.cancelled);
+    QVERIFY2(result.counts.probed < 2001, qPrintable(QString::number(result.counts.probed)));
+    QCOMPARE(threadCount(), threadsBefore);
+}
+
+void tst_Scan::recheck() {
+    QTemporaryDir dir;
+    for (const char* name : {"fixed", "still", "changed", "gone"}) {
+        QVERIFY(writeMp3(dir.filePath(QString::fromUtf8(name) + ".mp3"),
+                         name == QByteArray("still") ? V2 : NoTag));
+    }
+    const auto windows = [](const char* name) {
+        return QStringLiteral("C:\\Music\\%1.mp3").arg(QLatin1StringView(name));
+    };
+    const QList<ReportEntry> listed{{1, ProblemKind::ID3v0, windows("fixed")},
+                                    {2, ProblemKind::ID3v1, windows("still")},
+                                    {3, ProblemKind::ID3v0, windows("changed")},
+                                    {4, ProblemKind::ID3v0, windows("gone")}};
+    // The user fixes one file's tags, adds an ID3v1 tag to another, and deletes one.
+    QVERIFY(setTags(dir.filePath("fixed.mp3"), BothTags));
+    QVERIFY(setTags(dir.filePath("changed.mp3"), V1));
+    QVERIFY(QFile::remove(dir.filePath("gone.mp3")));
+
+    Scanner scanner;
+    const RecheckResult result = recheckEntries(
+        listed, [&dir](const QString& path) { return dir.filePath(path.section(u'\\', -1)); }, scanner);
+    QCOMPARE(result.fixed, QStringList{windows("fixed")});
+    QCOMPARE(result.still, QStringList{windows("still")});
+    QCOMPARE(result.changed, QStringList{windows("changed")});
+    QCOMPARE(result.notFound.size(), 1);
+    QCOMPARE(result.notFound.first().path, windows("gone"));
+    QCOMPARE(result.now, (QList<ReportEntry>{{1, ProblemKind::ID3v1, windows("still")},
+                                             {2, ProblemKind::ID3v2, windows("changed")}}));
+}
+
+QTEST_MAIN(tst_Scan)
+#include "tst_scan.moc"

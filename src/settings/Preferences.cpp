@@ -29,6 +29,7 @@ const Setting SafeLeft{{}, kSafe, QStringLiteral("Left"), QStringLiteral("45")};
 const Setting SafeInitialTVWidth{{}, kSafe, QStringLiteral("Initial TV Width"), QStringLiteral("3000")};
 const Setting PathMap{{}, kPreferences, QStringLiteral("PathMap"), {}};
 const Setting TagEditor{{}, kPreferences, QStringLiteral("TagEditor"), {}};
+const Setting LastCheckedFolder{{}, kPreferences, QStringLiteral("LastCheckedFolder"), {}};
 } // namespace settings
 
 namespace {

@@ -39,6 +39,8 @@ extern const Setting PathMap;
 // The command that opens files in a tag editor, Exec-line style ("kid3 %F"); empty: the first known
 // tag editor found.
 extern const Setting TagEditor;
+// The folder File > Check Folder checked last, where its dialog starts.
+extern const Setting LastCheckedFolder;
 } // namespace settings
 
 QString read(const Setting& setting);

@@ -311,6 +311,7 @@ void tst_EditActions::germanTexts() {
     globals().LanguageFile.clear();
     QCOMPARE(title, QStringLiteral("Passende auswählen"));
     QCOMPARE(e.child<QAction>("submnuSelectMatching")->text(), QStringLiteral("&Passende auswählen…"));
+    QCOMPARE(e.child<QAction>("submnuCheckFolder")->text(), QStringLiteral("&Ordner prüfen…"));
 }
 
 void tst_EditActions::preferences() {

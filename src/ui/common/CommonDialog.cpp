@@ -55,6 +55,11 @@ bool CommonDialog::ShowSave(QWidget* parent) {
     return !FileName.isEmpty();
 }
 
+bool CommonDialog::ShowFolder(QWidget* parent) {
+    FileName = m_chooser ? m_chooser(*this) : QFileDialog::getExistingDirectory(parent, DialogTitle, InitDir);
+    return !FileName.isEmpty();
+}
+
 std::optional<PathMapping> CommonDialog::ShowPathMap(QWidget* parent, const PathMapping& current,
                                                      const QString& guess) {
     if (m_chooser) {

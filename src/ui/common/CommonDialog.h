@@ -40,6 +40,8 @@ public:
     // Shows the save dialog, modal, over the parent, asking before a file is replaced; true when a
     // name was given. A chooser's answer keeps FilterIndex as it was.
     bool ShowSave(QWidget* parent);
+    // Asks for a folder, starting at InitDir; true when one was chosen (in FileName).
+    bool ShowFolder(QWidget* parent);
     // Asks where the Windows folder of the files is on this computer, starting from the current
     // mapping or, without one, from the guessed folder. An empty mapping means the paths are used as
     // they stand; none means the user cancelled. A chooser is asked too (with DialogTitle "PathMap")

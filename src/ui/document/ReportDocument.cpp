@@ -121,6 +121,7 @@ void ReportDocument::openRecent(const QString& report) {
 
 void ReportDocument::opened(const QString& file) {
     m_path = QFileInfo(file).absoluteFilePath();
+    m_unsavedName.clear();
     m_changedOnDisk = false;
     if (!m_watcher->files().isEmpty()) {
         m_watcher->removePaths(m_watcher->files());
@@ -134,21 +135,36 @@ void ReportDocument::opened(const QString& file) {
     updateTitleAndAddress();
 }
 
+void ReportDocument::shownUnsaved(const QString& name) {
+    m_path.clear();
+    m_unsavedName = name;
+    m_changedOnDisk = false;
+    if (!m_watcher->files().isEmpty()) {
+        m_watcher->removePaths(m_watcher->files());
+    }
+    submnuReload->setEnabled(false);
+    updateTitleAndAddress();
+}
+
 void ReportDocument::updateTitleAndAddress() {
-    if (m_path.isEmpty()) {
+    const QString shown = m_path.isEmpty() ? m_unsavedName : m_path;
+    if (shown.isEmpty()) {
         Q_EMIT titleChanged(kTitle);
         return;
     }
     // The program's name ends the title: the desktop adds it again to a title that does not end with it.
-    QString title = QFileInfo(m_path).fileName();
+    QString title = m_path.isEmpty()
+                        ? QStringLiteral("%1 (%2)").arg(m_unsavedName, Translate(QStringLiteral("Status"),
+                                                                                 QStringLiteral("NotSaved"),
+                                                                                 QStringLiteral("not saved")))
+                        : QFileInfo(m_path).fileName();
     if (m_changedOnDisk) {
         title += QStringLiteral(" (changed on disk — F5 to reload)");
     }
     title += QStringLiteral(" — ") + kTitle;
     Q_EMIT titleChanged(title);
     const int activated = m_window.files.activatedPosition();
-    Q_EMIT addressChanged(activated > 0 ? m_path + u'\\' + m_window.files.nodes().fullPath(activated)
-                                        : m_path);
+    Q_EMIT addressChanged(activated > 0 ? shown + u'\\' + m_window.files.nodes().fullPath(activated) : shown);
 }
 
 void ReportDocument::fileChanged(const QString& path) {

@@ -46,6 +46,9 @@ public:
     void showRecentReports();
     // After a report was read and shown: remembers it, watches its file, titles the window.
     void opened(const QString& file);
+    // After a report made here (a check of the collection) was shown: titled by its name as not saved,
+    // with no file to reload or watch.
+    void shownUnsaved(const QString& name);
 
 Q_SIGNALS:
     void titleChanged(const QString& title);
@@ -65,6 +68,8 @@ private:
 
     Window m_window;
     QString m_path;
+    // The name of the report made here that is shown, while it is not saved.
+    QString m_unsavedName;
     // Set when the open report's file changed after it was read, until it is read again.
     bool m_changedOnDisk = false;
     // Whether what is being dragged over the window is a report, decided when it entered.

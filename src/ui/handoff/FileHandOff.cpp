@@ -2,7 +2,6 @@
 
 #include "PreferencesDialog.h"
 #include "SelectMatchingDialog.h"
-#include "StoredPathMappings.h"
 #include "export/ExportWriter.h"
 #include "export/FileMatcher.h"
 #include "export/TagEditorCommand.h"
@@ -10,6 +9,7 @@
 #include "settings/SettingsStore.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/MenuItems.h"
+#include "ui/common/PathQuestion.h"
 #include "ui/views/FileListView.h"
 
 #include <QAction>
@@ -110,36 +110,11 @@ void FileHandOff::updateActions() {
 }
 
 std::optional<PathMappings> FileHandOff::pathMappingFor(const QList<const ReportEntry*>& files) {
-    // Once the user has said where a folder is, the answers are kept and managed in Preferences.
-    PathMappings stored = storedPathMappings();
-    if (!stored.isEmpty()) {
-        return stored;
-    }
-    QStringList windowsPaths;
+    QStringList paths;
     for (const ReportEntry* file : files) {
-        if (isWindowsPath(file->Path)) {
-            windowsPaths << file->Path;
-        }
+        paths << file->Path;
     }
-    if (windowsPaths.isEmpty()) {
-        return stored;
-    }
-    const std::optional<PathMapping> answer =
-        m_window.dialog->ShowPathMap(m_window.widget, {}, commonWindowsFolder(windowsPaths));
-    if (!answer) {
-        return std::nullopt;
-    }
-    // Only a folder that is here is kept, so that a slip is asked about again rather than kept.
-    if (!answer->isEmpty() && !QFileInfo(answer->localFolder).isDir()) {
-        m_window.tell(QStringLiteral("The folder \"%1\" is not on this computer, so the files are used as "
-                                     "they stand. Tools > Preferences keeps where the report's folders are.")
-                          .arg(answer->localFolder));
-        return stored;
-    }
-    if (!answer->isEmpty()) {
-        write(settings::PathMap, answer->toText());
-    }
-    return PathMappings(*answer);
+    return pathMappingsFor(paths, *m_window.dialog, m_window.widget, m_window.tell);
 }
 
 void FileHandOff::submnuCopy_Click() {

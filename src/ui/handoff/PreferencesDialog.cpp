@@ -1,11 +1,11 @@
 #include "PreferencesDialog.h"
 
-#include "StoredPathMappings.h"
 #include "export/PathMapping.h"
 #include "export/TagEditorCommand.h"
 #include "settings/LanguageCatalog.h"
 #include "settings/Preferences.h"
 #include "settings/SettingsStore.h"
+#include "ui/common/PathQuestion.h"
 
 #include <QDialogButtonBox>
 #include <QFileInfo>

@@ -1,6 +1,7 @@
 // frmMain: the menu bar, its items' captions from the language file and their images.
 #include "MenuDecorator.h"
 #include "frmMain.h"
+#include "ui/check/CollectionCheck.h"
 #include "ui/common/ImageList.h"
 #include "ui/common/MenuItems.h"
 #include "ui/document/ReportDocument.h"
@@ -31,7 +32,9 @@ void frmMain::createMenus() {
     mnuFile->addAction(submnuOpen);
     mnuFile->addMenu(m_document->recentMenu());
     mnuFile->addAction(m_document->reloadAction());
+    mnuFile->addAction(m_check->saveAsAction());
     mnuFile->addSeparator();
+    mnuFile->addAction(m_check->checkFolderAction());
     mnuFile->addAction(m_handOff->exportAction());
     mnuFile->addAction(m_handOff->openWithAction());
     mnuFile->addSeparator();
@@ -49,6 +52,8 @@ void frmMain::createMenus() {
     submnuWebStyle->setCheckable(true);
     submnuWebStyle->setChecked(true);
     mnuTools->addAction(submnuWebStyle);
+    mnuTools->addAction(m_check->recheckAction());
+    mnuTools->addSeparator();
     mnuTools->addAction(m_handOff->preferencesAction());
 
     mnuHelp = addMenu("mnuHelp", QStringLiteral("&Help"));

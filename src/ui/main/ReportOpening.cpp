@@ -51,30 +51,36 @@ void frmMain::OpenFile(QString& File) {
         }
         return;
     }
-    // Rebuilding the tree empties the file list too.
-    LoadTreeView();
-    {
-        // The entries move into the tree, which is shown once they are all there.
-        const ReportTreeModel::EntryBatch batch(*m_report, result.Entries.size());
-        for (ReportEntry& entry : result.Entries) {
-            AddEntryNode(std::move(entry));
-        }
-    }
-    // Nothing of the previous report's selection stays. No layout pass here: at start-up the window is
-    // not placed yet, and a pass would save its unplaced geometry as the last safe one.
-    pctWeb->resetForNewReport(ImgDirTree->icon(QStringLiteral("MP3")));
+    // Said after the report is shown, counting the files it read.
+    const QString problems = result.describeProblems();
+    ShowEntries(std::move(result.Entries));
     m_report->setCreationDate(result.CreationDate);
     m_document->opened(File);
     if (result.Outcome == Outcome::NoProblems) {
         m_messages.show(this, QStringLiteral("The are no MP3 file with \"problems\" in this report."));
     }
-    const QString problems = result.describeProblems();
     if (!problems.isEmpty()) {
         m_messages.show(this, QStringLiteral("\"%1\" was not read completely.\n\n%2").arg(File, problems));
     }
     if (source.hadReadError()) {
         m_messages.show(this, QStringLiteral("Reading \"%1\" failed: %2.").arg(File, file.errorString()));
     }
+}
+
+void frmMain::ShowEntries(QList<ReportEntry> entries) {
+    // Rebuilding the tree empties the file list too.
+    LoadTreeView();
+    {
+        // The entries move into the tree, which is shown once they are all there.
+        const ReportTreeModel::EntryBatch batch(*m_report, entries.size());
+        for (ReportEntry& entry : entries) {
+            AddEntryNode(std::move(entry));
+        }
+    }
+    // Nothing of the previous report's selection stays. No layout pass here: at start-up the window is
+    // not placed yet, and a pass would save its unplaced geometry as the last safe one.
+    pctWeb->resetForNewReport(ImgDirTree->icon(QStringLiteral("MP3")));
+    m_report->setCreationDate({});
 }
 
 void frmMain::LoadTreeView(const QString& Key) {

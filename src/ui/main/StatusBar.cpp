@@ -55,6 +55,12 @@ bool StatusBar::setPanelWidth(const QString& key, double widthTwips) {
     return false;
 }
 
+void StatusBar::setWorkWidget(QWidget* widget) {
+    m_work = widget;
+    widget->setParent(this);
+    placePanels();
+}
+
 void StatusBar::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
     placePanels();
@@ -67,6 +73,10 @@ void StatusBar::placePanels() {
         const int x = twipsToPixels(left, dpi);
         p.label->setGeometry(x, 1, twipsToPixels(left + p.width, dpi) - x - 1, height() - 1);
         left += p.width;
+    }
+    if (m_work) {
+        m_work->setGeometry(rect());
+        m_work->raise();
     }
 }
 

@@ -23,6 +23,9 @@ public:
     int panelCount() const { return static_cast<int>(m_panels.size()); }
     // False, and nothing changes, for an unknown key or a negative width.
     bool setPanelWidth(const QString& key, double widthTwips);
+    // A widget that covers every panel while it is shown (the progress of long work), kept as large as
+    // the bar. The bar takes it as its child.
+    void setWorkWidget(QWidget* widget);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -37,6 +40,7 @@ private:
         double width;
     };
     QList<Panel> m_panels;
+    QWidget* m_work = nullptr;
 };
 
 } // namespace zentoria

@@ -7,6 +7,8 @@
 #include "settings/LanguageCatalog.h"
 #include "shell/FileTypeIcons.h"
 #include "shell/ListScrollHook.h"
+#include "ui/check/CheckProgress.h"
+#include "ui/check/CollectionCheck.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/ImageList.h"
@@ -56,6 +58,9 @@ frmMain::frmMain(QWidget* parent)
     connect(m_document, &ReportDocument::titleChanged, this, &QWidget::setWindowTitle);
     connect(m_document, &ReportDocument::addressChanged, WEPath, &CaptionLabel::setCaption);
     m_handOff = new FileHandOff({this, ListedFiles(TV, LV), CMDlg, tell}, this);
+    const auto show = [this](QList<ReportEntry> entries) { ShowEntries(std::move(entries)); };
+    m_check = new CollectionCheck({this, ListedFiles(TV, LV), CMDlg, m_document, show, tell}, this);
+    SB->setWorkWidget(m_check->progressWidget());
     createMenus();
     updateMinimumSize(readLayoutInput());
     const QRect client = twipsRectToPixels(0, 0, kClientWidth, kClientHeight, logicalDpi(this));

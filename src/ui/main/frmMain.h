@@ -13,6 +13,7 @@ class QMenu;
 namespace zentoria {
 
 class CaptionLabel;
+class CollectionCheck;
 class CommonDialog;
 class FileHandOff;
 class FileListView;
@@ -28,8 +29,8 @@ class WebPanel;
 
 // The main window: the report tree on the left, the file list and the web-style panel on the right,
 // the address bar above and the status bar below. Every control carries its own name as object name.
-// What goes beyond the form lives in collaborators: the open report as a document, and handing the
-// listed files on.
+// What goes beyond the form lives in collaborators: the open report as a document, handing the
+// listed files on, and checking the collection.
 class frmMain : public QMainWindow {
     Q_OBJECT
 
@@ -51,6 +52,8 @@ public:
     void LoadTreeView(const QString& Key = {});
     // Adds one report entry to the tree under its kind.
     void AddEntryNode(ReportEntry entry);
+    // Shows the entries as the open report: the tree rebuilt with them, the list and the panel emptied.
+    void ShowEntries(QList<ReportEntry> entries);
 
     // Activates the selected item of the tree or the list: a tree node lists its children in the file
     // list and titles the panel with its text.
@@ -110,6 +113,7 @@ private:
     ReportTreeModel* m_report = nullptr;
     ReportDocument* m_document = nullptr;
     FileHandOff* m_handOff = nullptr;
+    CollectionCheck* m_check = nullptr;
 
     QWidget* m_client = nullptr;
     PictureBox* pctBorders = nullptr;

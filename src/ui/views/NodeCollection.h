@@ -33,6 +33,8 @@ public:
     bool isEntry(int position) const { return position > folderCount(); }
     // The entry behind an entry node's position.
     const ReportEntry& entry(int position) const { return m_entries.at(position - folderCount() - 1); }
+    // Every entry, in the order they were added.
+    const QList<ReportEntry>& entries() const { return m_entries; }
 
     // 1-based position of the key; 0 when there is none.
     int positionOf(QStringView key) const;

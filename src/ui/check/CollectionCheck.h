@@ -1,0 +1,89 @@
+#pragma once
+
+#include "report/ReportEntry.h"
+#include "scan/Recheck.h"
+#include "scan/ReportWriter.h"
+#include "ui/views/ListedFiles.h"
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+
+class QAction;
+class QThread;
+class QWidget;
+
+namespace zentoria {
+
+class CheckProgress;
+class CommonDialog;
+class ReportDocument;
+
+// Checks the collection here: File > Check Folder makes a report of a music folder, Tools > Check
+// Listed Files Again looks at the open report's files anew, and File > Save Report As writes what a
+// check found. The check runs on threads of its own while the window stays usable; the status bar
+// shows its progress and a Cancel button, and closing the window cancels it.
+class CollectionCheck : public QObject {
+    Q_OBJECT
+
+public:
+    // What the check needs of the window it serves.
+    struct Window {
+        // The window: dialogs and messages belong to it, and its closing cancels a check.
+        QWidget* widget = nullptr;
+        ListedFiles files;
+        CommonDialog* dialog = nullptr;
+        ReportDocument* document = nullptr;
+        // Shows entries as a report is shown: the tree, its counts, the lists.
+        std::function<void(QList<ReportEntry> entries)> show;
+        std::function<void(const QString& text)> tell;
+    };
+
+    CollectionCheck(Window window, QObject* parent);
+    ~CollectionCheck() override;
+
+    QAction* checkFolderAction() const { return submnuCheckFolder; }
+    QAction* recheckAction() const { return submnuRecheck; }
+    QAction* saveAsAction() const { return submnuSaveAs; }
+    // For the status bar, which shows it while a check runs.
+    CheckProgress* progressWidget() const { return m_progress; }
+
+    bool isRunning() const { return m_thread != nullptr; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void submnuCheckFolder_Click();
+    void submnuRecheck_Click();
+    void submnuSaveAs_Click();
+    using Work = std::function<void(scan::Scanner& scanner, const scan::Scanner::Progress& progress)>;
+    // Runs the work on a thread of its own; `done` runs on this thread when it ends, unless cancelled.
+    void run(Work work, std::function<void()> done);
+    // After the thread ended: the progress goes, and what it found is shown unless it was cancelled.
+    void cleanUp();
+    // Stops a running check and waits for its threads; nothing it found is shown.
+    void cancelAndWait();
+    void folderChecked(const scan::ScanResult& result, const QStringList& folders);
+    // Shows the entries as a report made here, named, that Save Report As can write.
+    void showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin);
+    void updateActions();
+
+    Window m_window;
+    CheckProgress* m_progress;
+    std::unique_ptr<scan::Scanner> m_scanner;
+    QThread* m_thread = nullptr;
+    std::function<void()> m_done;
+    // Counts the checks run, so that the end of a cancelled one is not taken for the next one's.
+    int m_generation = 0;
+    // What the shown result was made from; the result is unsaved while the document has no file.
+    scan::ReportOrigin m_origin;
+    QString m_resultName;
+    bool m_resultShown = false;
+    QAction* submnuCheckFolder;
+    QAction* submnuRecheck;
+    QAction* submnuSaveAs;
+};
+
+} // namespace zentoria

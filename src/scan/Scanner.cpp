@@ -2,6 +2,7 @@
 
 #include "ReportWriter.h"
 #include "TagProbe.h"
+#include "report/CaseInsensitiveOrder.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -44,7 +45,7 @@ QString joined(const QString& folder, const QString& name) {
 
 void sortAsListed(QList<FoundProblem>& problems) {
     std::sort(problems.begin(), problems.end(), [](const FoundProblem& a, const FoundProblem& b) {
-        const int folded = QString::compare(a.path, b.path, Qt::CaseInsensitive);
+        const int folded = compareCaseInsensitive(a.path, b.path);
         return folded != 0 ? folded < 0 : a.path < b.path;
     });
 }
@@ -113,13 +114,12 @@ public:
 private:
     void record(const QString& file, const TagProbe& probe) {
         const std::optional<ProblemKind> kind = problemKindOf(probe);
-        if (kind) {
-            ++m_perKind[kindNumber(*kind)];
-        }
-        const QMutexLocker lock(&m_mutex);
         if (probe.outcome != TagProbe::Outcome::Probed) {
+            const QMutexLocker lock(&m_mutex);
             m_result.failures.append({file, probe.error});
         } else if (kind) {
+            ++m_perKind[kindNumber(*kind)];
+            const QMutexLocker lock(&m_mutex);
             m_result.problems.append({file, *kind});
         }
         ++m_probed;

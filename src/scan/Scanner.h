@@ -42,7 +42,8 @@ struct ScanResult {
     bool cancelled = false;
 };
 
-// Sorts as the file list does: by path, letter case aside, then exactly, so the order is one.
+// Sorts as the file list does: by path, letter case aside (then exactly, so that the order is one
+// whatever order the threads found the files in).
 void sortAsListed(QList<FoundProblem>& problems);
 
 // Checks MP3 files' tags on a small pool of threads. The caller's thread walks the folders (or hands

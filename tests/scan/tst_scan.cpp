@@ -206,7 +206,8 @@ void tst_Scan::cancelLeavesNothingBehind() {
     });
     QVERIFY(result.cancelled);
     QVERIFY2(result.counts.probed < 2001, qPrintable(QString::number(result.counts.probed)));
-    QCOMPARE(threadCount(), threadsBefore);
+    // A thread the pool let go leaves the kernel's list a moment after it ends.
+    QTRY_COMPARE(threadCount(), threadsBefore);
 }
 
 void tst_Scan::recheck() {

@@ -127,7 +127,7 @@ void tst_CollectionCheck::cancelAndCloseLeaveNothingBehind() {
     QVERIFY(c.progress->isVisible());
     c.window.close();
     QVERIFY(!c.progress->isVisible());
-    QCOMPARE(threadCount(), threads);
+    QTRY_COMPARE(threadCount(), threads);
     QCOMPARE(c.window.windowTitle(), title);
 }
 

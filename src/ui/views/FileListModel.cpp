@@ -1,7 +1,7 @@
 #include "FileListModel.h"
 
-#include "CaseInsensitiveOrder.h"
 #include "NodeCollection.h"
+#include "report/CaseInsensitiveOrder.h"
 
 #include <algorithm>
 #include <numeric>

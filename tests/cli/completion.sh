@@ -20,4 +20,11 @@ if [ "$got" != "$expected" ]; then
     printf 'completion offered:\n%s\nexpected:\n%s\n' "$got" "$expected" >&2
     exit 1
 fi
-echo "completion offers each report and folder once"
+# A check of the collection takes folders only.
+COMP_WORDS=(zentoria-report scan "")
+_zentoria_report
+if [ "${COMPREPLY[*]}" != sub ]; then
+    printf 'scan completion offered: %s, expected: sub\n' "${COMPREPLY[*]}" >&2
+    exit 1
+fi
+echo "completion offers each report and folder once, and folders alone to scan"

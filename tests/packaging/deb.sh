@@ -21,6 +21,7 @@ for field in Package Version Depends Section Homepage Description Maintainer; do
 done
 depends=$(dpkg-deb --field "$deb" Depends)
 [[ $depends == *libqt6widgets6* ]] || { echo "FAIL: the dependencies miss Qt"; exit 1; }
+[[ $depends == *libtag1v5* ]] || { echo "FAIL: the dependencies miss TagLib"; exit 1; }
 report=$(lintian --tag-display-limit 0 "$deb" 2>/dev/null || true)
 echo "$report"
 if echo "$report" | grep -q '^E:'; then

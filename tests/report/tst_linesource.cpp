@@ -54,8 +54,6 @@ void tst_LineSource::splitting_data() {
     // A CR as the last byte of one chunk and its LF as the first of the next.
     const QByteArray straddling = QByteArray(64 * 1024 - 1, 'x') + "\r\nnext\r\n";
     addRow("CR LF across chunks", straddling, QList<QByteArray>{QByteArray(64 * 1024 - 1, 'x'), "next"});
-    const QByteArray twoChunks =
-        QByteArray(40000, 'a') + "\n" + QByteArray(40000, 'b') + "\n" + QByteArray(60000, 'c');
     addRow("overlong line cut", QByteArray(QByteArray(kMaxLineLength + 10, 'x') + "\r\nafter"),
            QList<QByteArray>{QByteArray(kMaxLineLength, 'x'), "after"});
     addRow("overlong line over several chunks, lone CR",

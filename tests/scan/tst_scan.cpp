@@ -1,6 +1,5 @@
 #include "Mp3Files.h"
 #include "report/ReportReader.h"
-#include "scan/Recheck.h"
 #include "scan/ReportWriter.h"
 #include "scan/Scanner.h"
 #include "scan/TagProbe.h"
@@ -72,7 +71,6 @@ private Q_SLOTS:
     void probeNeverWrites();
     void scanWritesAReportThatReadsBack();
     void cancelLeavesNothingBehind();
-    void recheck();
 };
 
 void tst_Scan::probe_data() {
@@ -172,20 +170,15 @@ void tst_Scan::scanWritesAReportThatReadsBack() {
         QVERIFY(!result.cancelled);
     }
 
-    QList<ReportEntry> entries;
-    for (const FoundProblem& problem : expected) {
-        entries.append({qint16(entries.size() + 1), problem.kind, problem.path});
+    // Written, it reads back whole, found files or none.
+    QList<ReportEntry> entries{{1, ProblemKind::ID3v0, expected.first().path}};
+    for (const auto& written : {entries, QList<ReportEntry>()}) {
+        const QByteArray bytes = reportBytes({"zentoria-report scan", "1.0", {music.path()}}, written).bytes;
+        MemoryLineSource source(bytes);
+        const ReportReadResult read = ReadReport(source);
+        QCOMPARE(read.Outcome, zentoria::Outcome::Loaded);
+        QCOMPARE(read.Entries, written);
     }
-    const WrittenReport written = reportBytes({"zentoria-report scan", "1.0", {music.path()}}, entries);
-    QCOMPARE(written.leftOut, 0);
-    QVERIFY(written.bytes.endsWith("\r\n"));
-    MemoryLineSource source(written.bytes);
-    const ReportReadResult read = ReadReport(source);
-    QCOMPARE(read.Outcome, zentoria::Outcome::Loaded);
-    QCOMPARE(read.Entries, entries);
-    // None found: still read back as a whole report.
-    MemoryLineSource empty(reportBytes({"zentoria-report scan", "1.0", {}}, {}).bytes);
-    QCOMPARE(ReadReport(empty).Outcome, zentoria::Outcome::Loaded);
     // More than a report can number: the rest is left out, and counted.
     QList<ReportEntry> many(kMaxRecords + 5, entries.first());
     QCOMPARE(reportBytes({}, many).leftOut, 5);
@@ -208,36 +201,6 @@ void tst_Scan::cancelLeavesNothingBehind() {
     QVERIFY2(result.counts.probed < 2001, qPrintable(QString::number(result.counts.probed)));
     // A thread the pool let go leaves the kernel's list a moment after it ends.
     QTRY_COMPARE(threadCount(), threadsBefore);
-}
-
-void tst_Scan::recheck() {
-    QTemporaryDir dir;
-    for (const char* name : {"fixed", "still", "changed", "gone"}) {
-        QVERIFY(writeMp3(dir.filePath(QString::fromUtf8(name) + ".mp3"),
-                         name == QByteArray("still") ? V2 : NoTag));
-    }
-    const auto windows = [](const char* name) {
-        return QStringLiteral("C:\\Music\\%1.mp3").arg(QLatin1StringView(name));
-    };
-    const QList<ReportEntry> listed{{1, ProblemKind::ID3v0, windows("fixed")},
-                                    {2, ProblemKind::ID3v1, windows("still")},
-                                    {3, ProblemKind::ID3v0, windows("changed")},
-                                    {4, ProblemKind::ID3v0, windows("gone")}};
-    // The user fixes one file's tags, adds an ID3v1 tag to another, and deletes one.
-    QVERIFY(setTags(dir.filePath("fixed.mp3"), BothTags));
-    QVERIFY(setTags(dir.filePath("changed.mp3"), V1));
-    QVERIFY(QFile::remove(dir.filePath("gone.mp3")));
-
-    Scanner scanner;
-    const RecheckResult result = recheckEntries(
-        listed, [&dir](const QString& path) { return dir.filePath(path.section(u'\\', -1)); }, scanner);
-    QCOMPARE(result.fixed, QStringList{windows("fixed")});
-    QCOMPARE(result.still, QStringList{windows("still")});
-    QCOMPARE(result.changed, QStringList{windows("changed")});
-    QCOMPARE(result.notFound.size(), 1);
-    QCOMPARE(result.notFound.first().path, windows("gone"));
-    QCOMPARE(result.now, (QList<ReportEntry>{{1, ProblemKind::ID3v1, windows("still")},
-                                             {2, ProblemKind::ID3v2, windows("changed")}}));
 }
 
 QTEST_MAIN(tst_Scan)

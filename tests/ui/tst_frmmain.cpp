@@ -1,11 +1,9 @@
 #include "MainWindowFixture.h"
 #include "ui/common/CaptionLabel.h"
 
-#include <QLabel>
 #include <QMessageBox>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <sys/stat.h>
 
@@ -19,7 +17,6 @@ class tst_frmMain : public QObject {
 private Q_SLOTS:
     void menuShortcuts_data();
     void menuShortcuts();
-    void loadSequence();
     void openFileMessages_data();
     void openFileMessages();
     void openFileRemovesQuotes();
@@ -51,20 +48,6 @@ void tst_frmMain::menuShortcuts() {
     QCOMPARE(w.window.isVisible(), action != "submnuExit");
     QCOMPARE(help.count(), action == "submnuShowHelp" ? 1 : 0);
     QVERIFY(w.messages.isEmpty());
-}
-
-void tst_frmMain::loadSequence() {
-    Window w;
-    for (const char* name : {"submnuOpen", "submnuShowHelp", "submnuExit"}) {
-        QVERIFY2(!w.child<QAction>(name)->icon().isNull(), name);
-    }
-    QVERIFY(w.child<QAction>("submnuWebStyle")->icon().isNull());
-    QVERIFY(w.child<QLabel>("ImgIcon")->pixmap().isNull());
-    QVERIFY(w.child<QLabel>("ImgOthers")->isHidden());
-    QCOMPARE(w.child<CaptionLabel>("lblWebFolder")->caption(), QString());
-    QCOMPARE(w.child<CaptionLabel>("lblInfo")->frameStyle(), int(QFrame::NoFrame));
-    QCOMPARE(w.child<CaptionLabel>("lblAddress")->caption(), QStringLiteral("Address"));
-    QVERIFY(w.child<QTimer>("ShowSelectedItems")->isActive());
 }
 
 void tst_frmMain::openFileMessages_data() {

@@ -4,6 +4,7 @@
 //   bench_scan [--files N] [--runs N] [--cold]   scan against the floor, best of the runs
 //   bench_scan --memory N                        peak resident memory of a scan of N files
 #include "../tests/scan/Mp3Files.h"
+#include "PeakResident.h"
 #include "scan/Scanner.h"
 
 #include <QCoreApplication>
@@ -143,16 +144,6 @@ void dropCaches() {
         std::fprintf(stderr, "bench_scan: cannot drop the caches (run as root)\n");
         std::exit(2);
     }
-}
-
-qint64 peakResidentKb() {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly)) {
-        return -1;
-    }
-    const QRegularExpression peak(QStringLiteral("^VmHWM:\\s+(\\d+) kB$"),
-                                  QRegularExpression::MultilineOption);
-    return peak.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong();
 }
 
 int argument(const QStringList& arguments, const QString& name, int fallback) {

@@ -1,4 +1,5 @@
 #include "LargestReport.h"
+#include "PeakResident.h"
 #include "app/Startup.h"
 #include "ui/main/frmMain.h"
 #include "ui/views/ReportTree.h"
@@ -23,17 +24,6 @@ constexpr bool kAddressSanitizer = __has_feature(address_sanitizer);
 #else
 constexpr bool kAddressSanitizer = false;
 #endif
-
-// The process's peak resident memory in kB, from the kernel's own count.
-qint64 peakResidentKb() {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly)) {
-        return -1;
-    }
-    const QRegularExpression peak(QStringLiteral("^VmHWM:\\s+(\\d+) kB$"),
-                                  QRegularExpression::MultilineOption);
-    return peak.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong();
-}
 
 // The child: starts the program as its executable does, with the command line given, lists the largest
 // kind when there is a report, lets the window settle and prints its peak resident memory and how many

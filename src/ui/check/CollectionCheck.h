@@ -3,7 +3,7 @@
 #include "report/ReportEntry.h"
 #include "scan/Recheck.h"
 #include "scan/ReportWriter.h"
-#include "ui/views/ListedFiles.h"
+#include "ui/views/ServedWindow.h"
 
 #include <QObject>
 
@@ -28,16 +28,12 @@ class CollectionCheck : public QObject {
     Q_OBJECT
 
 public:
-    // What the check needs of the window it serves.
-    struct Window {
-        // The window: dialogs and messages belong to it, and its closing cancels a check.
-        QWidget* widget = nullptr;
-        ListedFiles files;
-        CommonDialog* dialog = nullptr;
+    // What the check needs of the window it serves, beyond what every collaborator does; the window's
+    // closing cancels a check.
+    struct Window : ServedWindow {
         ReportDocument* document = nullptr;
         // Shows entries as a report is shown: the tree, its counts, the lists.
         std::function<void(QList<ReportEntry> entries)> show;
-        std::function<void(const QString& text)> tell;
     };
 
     CollectionCheck(Window window, QObject* parent);

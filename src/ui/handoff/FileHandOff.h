@@ -1,7 +1,7 @@
 #pragma once
 
 #include "export/PathMapping.h"
-#include "ui/views/ListedFiles.h"
+#include "ui/views/ServedWindow.h"
 
 #include <QObject>
 
@@ -23,14 +23,7 @@ class FileHandOff : public QObject {
     Q_OBJECT
 
 public:
-    // What the hand-off needs of the window it serves.
-    struct Window {
-        // The window: dialogs and messages belong to it.
-        QWidget* widget = nullptr;
-        ListedFiles files;
-        CommonDialog* dialog = nullptr;
-        std::function<void(const QString& text)> tell;
-    };
+    using Window = ServedWindow;
 
     FileHandOff(Window window, QObject* parent);
 

@@ -59,7 +59,7 @@ frmMain::frmMain(QWidget* parent)
     connect(m_document, &ReportDocument::addressChanged, WEPath, &CaptionLabel::setCaption);
     m_handOff = new FileHandOff({this, ListedFiles(TV, LV), CMDlg, tell}, this);
     const auto show = [this](QList<ReportEntry> entries) { ShowEntries(std::move(entries)); };
-    m_check = new CollectionCheck({this, ListedFiles(TV, LV), CMDlg, m_document, show, tell}, this);
+    m_check = new CollectionCheck({{this, ListedFiles(TV, LV), CMDlg, tell}, m_document, show}, this);
     SB->setWorkWidget(m_check->progressWidget());
     createMenus();
     updateMinimumSize(readLayoutInput());

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ListedFiles.h"
+
+#include <QString>
+
+#include <functional>
+
+class QWidget;
+
+namespace zentoria {
+
+class CommonDialog;
+
+// What a collaborator of the main window needs of it: the window itself (dialogs and messages belong
+// to it), the files it lists, its dialogs, and a way to tell the user something.
+struct ServedWindow {
+    QWidget* widget = nullptr;
+    ListedFiles files;
+    CommonDialog* dialog = nullptr;
+    std::function<void(const QString& text)> tell;
+};
+
+} // namespace zentoria

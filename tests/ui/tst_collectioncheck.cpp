@@ -122,6 +122,13 @@ void tst_CollectionCheck::cancelAndCloseLeaveNothingBehind() {
     QVERIFY(!c.child<QAction>("submnuSaveAs")->isEnabled());
     QVERIFY(c.child<QAction>("submnuCheckFolder")->isEnabled());
 
+    // Escape cancels as the button does.
+    QVERIFY(QTest::qWaitForWindowActive(&c.window));
+    c.trigger("submnuCheckFolder");
+    QTest::keyClick(&c.window, Qt::Key_Escape);
+    QTRY_VERIFY(!c.progress->isVisible());
+    QCOMPARE(c.window.windowTitle(), title);
+
     // Closing the window in the middle of a check ends it at once.
     c.trigger("submnuCheckFolder");
     QVERIFY(c.progress->isVisible());

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QShortcut>
 
 namespace zentoria {
 
@@ -30,12 +31,17 @@ CheckProgress::CheckProgress(QWidget* parent)
     prgCheck->setAccessibleName(text("CheckProgress", "Check progress"));
     prgCheck->setMaximumWidth(220);
     cmdCancelCheck->setObjectName(QStringLiteral("cmdCancelCheck"));
+
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(2, 0, 2, 0);
     row->addWidget(lblCheckCounts, 1);
     row->addWidget(prgCheck);
     row->addWidget(cmdCancelCheck);
     connect(cmdCancelCheck, &QPushButton::clicked, this, &CheckProgress::cancelRequested);
+    // Escape stops a check from anywhere in the window, at once (a button's own shortcut waits for its
+    // click to be drawn); while no check runs this bar is hidden and the key does nothing.
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
+            &CheckProgress::cancelRequested);
     hide();
 }
 

@@ -78,8 +78,13 @@ void tst_CollectionCheck::checkFolderThenSave() {
     QCOMPARE(read(settings::LastCheckedFolder), c.music);
 
     // Saved, it reads back as the same report, and is a report like any other.
-    c.answer(c.home.filePath("music"));
+    QString suggested;
+    c.dialogs->setChooser([&](const CommonDialog& request) {
+        suggested = request.InitDir;
+        return c.home.filePath("music");
+    });
     c.trigger("submnuSaveAs");
+    QCOMPARE(suggested, QDir::home().filePath("Music.vzt"));
     const QString saved = c.home.filePath("music.vzt");
     QFile file(saved);
     QVERIFY(file.open(QIODevice::ReadOnly));

@@ -138,8 +138,17 @@ void CollectionCheck::submnuSaveAs_Click() {
     dialog.Filter = QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt");
     dialog.FilterIndex = 1;
     dialog.DialogTitle = text("SaveReportTitle", "Save the report as");
-    const QString last = read(settings::LastCheckedFolder);
-    dialog.InitDir = QFileInfo(last).isDir() ? last : QDir::homePath();
+    // Beside the reports the user opens (not in the music folder), named after what was checked: "Music.vzt",
+    // or "music now.vzt" for the files of music.vzt checked again.
+    const QStringList recent = m_window.document->recentReports();
+    const QString folder = recent.isEmpty() ? QDir::homePath() : QFileInfo(recent.first()).absolutePath();
+    QString checked = m_origin.folders.value(0).section(u'/', -1).section(u'\\', -1);
+    if (checked.endsWith(QStringLiteral(".vzt"), Qt::CaseInsensitive) ||
+        checked.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive)) {
+        checked = checked.chopped(4) + QStringLiteral(" now");
+    }
+    dialog.InitDir = QDir(folder).filePath((checked.isEmpty() ? QStringLiteral("check") : checked) +
+                                           QStringLiteral(".vzt"));
     if (!dialog.ShowSave(m_window.widget)) {
         return;
     }

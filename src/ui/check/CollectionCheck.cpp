@@ -41,8 +41,8 @@ CollectionCheck::CollectionCheck(Window window, QObject* parent)
     , m_progress(new CheckProgress(m_window.widget))
     , submnuCheckFolder(namedAction(this, "submnuCheckFolder", QStringLiteral("Check &Folder…")))
     , submnuRecheck(namedAction(this, "submnuRecheck", QStringLiteral("Check &Listed Files Again")))
-    , submnuSaveAs(
-          namedAction(this, "submnuSaveAs", QStringLiteral("Save Report &As…"), QKeySequence::SaveAs)) {
+    , submnuSaveAs(namedAction(this, "submnuSaveAs", QStringLiteral("Save Report &As…"),
+                               Qt::CTRL | Qt::SHIFT | Qt::Key_S)) {
     connect(submnuCheckFolder, &QAction::triggered, this, &CollectionCheck::submnuCheckFolder_Click);
     connect(submnuRecheck, &QAction::triggered, this, &CollectionCheck::submnuRecheck_Click);
     connect(submnuSaveAs, &QAction::triggered, this, &CollectionCheck::submnuSaveAs_Click);

@@ -52,8 +52,6 @@ public:
     void LoadTreeView(const QString& Key = {});
     // Adds one report entry to the tree under its kind.
     void AddEntryNode(ReportEntry entry);
-    // Shows the entries as the open report: the tree rebuilt with them, the list and the panel emptied.
-    void ShowEntries(QList<ReportEntry> entries);
 
     // Activates the selected item of the tree or the list: a tree node lists its children in the file
     // list and titles the panel with its text.
@@ -88,6 +86,9 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    // OpenFile's second half, which a check of the collection shares: the tree rebuilt with the
+    // entries, the list and the panel emptied.
+    void ShowEntries(QList<ReportEntry> entries);
     void createControls();
     void createMenus();
     void SetMenuIcon(const QString& menuName, const QString& imageKey);

@@ -53,15 +53,6 @@ char* toString(const FoundProblem& problem) {
 }
 } // namespace zentoria::scan
 
-namespace {
-
-// The threads of this process, as the kernel counts them.
-int threadCount() {
-    return int(QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
-}
-
-} // namespace
-
 class tst_Scan : public QObject {
     Q_OBJECT
 

@@ -41,11 +41,6 @@ struct Checking : MainWindowFixture {
     }
 };
 
-// The threads of this process, as the kernel counts them.
-int threadCount() {
-    return int(QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
-}
-
 } // namespace
 
 class tst_CollectionCheck : public QObject {

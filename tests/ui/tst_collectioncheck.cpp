@@ -116,7 +116,8 @@ void tst_CollectionCheck::cancelAndCloseLeaveNothingBehind() {
     c.trigger("submnuCheckFolder");
     QTest::mouseClick(c.child<QPushButton>("cmdCancelCheck"), Qt::LeftButton);
     QTRY_VERIFY(!c.progress->isVisible());
-    // Nothing of the check is shown: the report is still there, no message, nothing to save.
+    // Nothing of the check is shown or written: the report is still there, no message, nothing to save.
+    QCOMPARE(QDir(c.home.path()).entryList({"*.vzt"}, QDir::Files), QStringList());
     QCOMPARE(c.window.windowTitle(), title);
     QCOMPARE(c.messages, QStringList());
     QVERIFY(!c.child<QAction>("submnuSaveAs")->isEnabled());

@@ -54,22 +54,6 @@ scan::ReportOrigin origin(const QString& command, const QStringList& folders) {
     return {QStringLiteral("zentoria-report ") + command, QStringLiteral(ZENTORIA_VERSION), folders};
 }
 
-// Writes the report; says on err what did not fit.
-void writeReport(const scan::ReportOrigin& origin, const QList<ReportEntry>& entries, QIODevice& out,
-                 QIODevice& err) {
-    const scan::WrittenReport report = scan::reportBytes(origin, entries);
-    out.write(report.bytes);
-    if (report.leftOut > 0) {
-        err.write(
-            QStringLiteral("zentoria-report: %1 problem files found, but a report holds %2: the last %3 "
-                           "in list order are not in it; check fewer folders at a time\n")
-                .arg(entries.size())
-                .arg(report.written)
-                .arg(report.leftOut)
-                .toUtf8());
-    }
-}
-
 QJsonArray pathArray(const QStringList& paths) {
     QJsonArray array;
     for (const QString& path : paths) {
@@ -115,19 +99,21 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     for (const scan::Failure& failure : result.failures) {
         name(err, failure.path, failure.why);
     }
-    QList<scan::FoundProblem> problems = result.problems;
-    for (scan::FoundProblem& problem : problems) {
-        problem.path = mapping.windowsPath(problem.path);
+    qsizetype leftOut = 0;
+    const QList<ReportEntry> entries = scan::reportEntries(
+        result.problems, [&mapping](const QString& path) { return mapping.windowsPath(path); }, &leftOut);
+    scan::ReportOrigin made = origin(QStringLiteral("scan"), checked);
+    made.leftOut = leftOut;
+    out.write(scan::reportBytes(made, entries));
+    if (leftOut > 0) {
+        err.write(
+            QStringLiteral("zentoria-report: %1 problem files found, but a report holds %2: the last %3 "
+                           "in list order are not in it; check fewer folders at a time\n")
+                .arg(entries.size() + leftOut)
+                .arg(entries.size())
+                .arg(leftOut)
+                .toUtf8());
     }
-    // Mapped paths sort as the report's list will show them.
-    scan::sortAsListed(problems);
-    QList<ReportEntry> entries;
-    entries.reserve(problems.size());
-    for (const scan::FoundProblem& problem : problems) {
-        entries.append(
-            {qint16(std::min<qsizetype>(entries.size() + 1, kMaxRecords)), problem.kind, problem.path});
-    }
-    writeReport(origin(QStringLiteral("scan"), checked), entries, out, err);
     return entries.isEmpty() ? kExitRead : kExitDamaged;
 }
 
@@ -157,7 +143,8 @@ int runRecheck(const QString& reportName, const PathMappings& mapping, bool json
                                   {QStringLiteral("notFound"), pathArray(notFound)}};
         out.write(QJsonDocument(summary).toJson(QJsonDocument::Compact) + '\n');
     } else {
-        writeReport(origin(QStringLiteral("recheck"), {reportName}), result.now, out, err);
+        // The files still broken are some of the report's, so they fit one report.
+        out.write(scan::reportBytes(origin(QStringLiteral("recheck"), {reportName}), result.now));
     }
     if (isTerminal(err)) {
         err.write(QStringLiteral("%1 fixed, %2 still, %3 not found, %4 changed kind\n")

@@ -29,12 +29,10 @@ QByteArray oneLine(const QString& text) {
 
 } // namespace
 
-WrittenReport reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& entries) {
-    WrittenReport report;
-    report.written = std::min<qsizetype>(entries.size(), kMaxRecords);
-    report.leftOut = entries.size() - report.written;
-    QByteArray& out = report.bytes;
-    out.reserve(512 + report.written * 120);
+QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& entries) {
+    Q_ASSERT(entries.size() <= kMaxRecords);
+    QByteArray out;
+    out.reserve(512 + entries.size() * 120);
     const auto line = [&out](QByteArrayView text) {
         out += text;
         out += "\r\n";
@@ -43,20 +41,38 @@ WrittenReport reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& 
     line({});
     line("  Written by " + oneLine(origin.program) + ' ' + oneLine(origin.version) + " on Linux");
     line("  Checked: " + oneLine(origin.folders.join(QStringLiteral("; "))));
-    line(QByteArray("  Problem files: ") + QByteArray::number(report.written) +
-         (report.leftOut > 0 ? QByteArray(" (") + QByteArray::number(report.leftOut) + " more left out)"
+    line(QByteArray("  Problem files: ") + QByteArray::number(entries.size()) +
+         (origin.leftOut > 0 ? QByteArray(" (") + QByteArray::number(origin.leftOut) + " more left out)"
                              : QByteArray()));
     line({});
     line({});
-    for (qsizetype i = 0; i < report.written; ++i) {
-        line(entries.at(i).Path.toUtf8());
-        line(detailLine(entries.at(i).Kind));
+    for (const ReportEntry& entry : entries) {
+        line(entry.Path.toUtf8());
+        line(detailLine(entry.Kind));
         line({});
     }
     // The closing line right after the last record: read back as complete, even with no records.
     line(kClosingMarker.toByteArray() + ' ' +
          origin.created.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")).toUtf8());
-    return report;
+    return out;
+}
+
+QList<ReportEntry> reportEntries(QList<FoundProblem> problems,
+                                 const std::function<QString(const QString&)>& reportPath,
+                                 qsizetype* leftOut) {
+    for (FoundProblem& problem : problems) {
+        problem.path = reportPath(problem.path);
+    }
+    // Named anew, they sort as the report's list will show them.
+    sortAsListed(problems);
+    const qsizetype fit = std::min<qsizetype>(problems.size(), kMaxRecords);
+    *leftOut = problems.size() - fit;
+    QList<ReportEntry> entries;
+    entries.reserve(fit);
+    for (qsizetype i = 0; i < fit; ++i) {
+        entries.append({qint16(i + 1), problems.at(i).kind, problems.at(i).path});
+    }
+    return entries;
 }
 
 bool fitsReport(const QString& path) {

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "Scanner.h"
 #include "report/ReportEntry.h"
 
 #include <QDateTime>
 #include <QList>
 #include <QStringList>
+
+#include <functional>
 
 class QIODevice;
 
@@ -18,20 +21,22 @@ struct ReportOrigin {
     // The folders checked (or, for a re-check, the report checked again), as the report's paths name them.
     QStringList folders;
     QDateTime created = QDateTime::currentDateTime();
-};
-
-// A report reads back only up to its 32,766th record: the files after those do not fit one report.
-struct WrittenReport {
-    QByteArray bytes;
-    qsizetype written = 0;
+    // Problem files found that did not fit the report, said in its header.
     qsizetype leftOut = 0;
 };
 
 // The bytes of a report that ReadReport reads back as "Loaded" with these entries, in this order and
 // numbered from 1: the banner, six header lines saying who made it from what, the records, and the
-// closing line with the date and time; UTF-8, CR LF. Entries past the record limit are left out and
-// counted. A path cannot hold a line break: the caller leaves such files out.
-WrittenReport reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& entries);
+// closing line with the date and time; UTF-8, CR LF. At most 32,766 entries (reportEntries keeps to
+// that), none with a path that fitsReport refuses.
+QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& entries);
+
+// The problem files as a report lists them: each path as the report names it (`reportPath`: the
+// local path through the path mappings, say), sorted as the file list sorts, numbered from 1. A report
+// holds at most 32,766: `leftOut` gets how many more there were, last in that order.
+QList<ReportEntry> reportEntries(QList<FoundProblem> problems,
+                                 const std::function<QString(const QString&)>& reportPath,
+                                 qsizetype* leftOut);
 
 // Whether a report can name this file: a path line that breaks in two, or holds the closing marker,
 // would end or garble the report when read back.

@@ -164,15 +164,23 @@ void tst_Scan::scanWritesAReportThatReadsBack() {
     // Written, it reads back whole, found files or none.
     QList<ReportEntry> entries{{1, ProblemKind::ID3v0, expected.first().path}};
     for (const auto& written : {entries, QList<ReportEntry>()}) {
-        const QByteArray bytes = reportBytes({"zentoria-report scan", "1.0", {music.path()}}, written).bytes;
+        const QByteArray bytes = reportBytes({"zentoria-report scan", "1.0", {music.path()}}, written);
         MemoryLineSource source(bytes);
         const ReportReadResult read = ReadReport(source);
         QCOMPARE(read.Outcome, zentoria::Outcome::Loaded);
         QCOMPARE(read.Entries, written);
     }
-    // More than a report can number: the rest is left out, and counted.
-    QList<ReportEntry> many(kMaxRecords + 5, entries.first());
-    QCOMPARE(reportBytes({}, many).leftOut, 5);
+    // Named as the report names them and sorted anew; no more than a report can number, the rest counted.
+    qsizetype leftOut = -1;
+    const auto asWindows = [](const QString& path) { return "C:" + QString(path).replace(u'/', u'\\'); };
+    QCOMPARE(reportEntries({{"/m/b.mp3", ProblemKind::ID3v1}, {"/m/A.mp3", ProblemKind::ID3v2}}, asWindows,
+                           &leftOut),
+             (QList<ReportEntry>{{1, ProblemKind::ID3v2, "C:\\m\\A.mp3"},
+                                 {2, ProblemKind::ID3v1, "C:\\m\\b.mp3"}}));
+    QCOMPARE(leftOut, 0);
+    const QList<FoundProblem> many(kMaxRecords + 5, expected.first());
+    QCOMPARE(reportEntries(many, asWindows, &leftOut).size(), kMaxRecords);
+    QCOMPARE(leftOut, 5);
 }
 
 void tst_Scan::cancelLeavesNothingBehind() {

@@ -2,7 +2,6 @@
 
 #include "CheckProgress.h"
 #include "Version.h"
-#include "report/ReportReader.h"
 #include "settings/LanguageCatalog.h"
 #include "settings/Preferences.h"
 #include "ui/common/CommonDialog.h"
@@ -156,8 +155,8 @@ void CollectionCheck::submnuSaveAs_Click() {
     if (QFileInfo(file).suffix().isEmpty()) {
         file += QStringLiteral(".vzt");
     }
-    const scan::WrittenReport report = scan::reportBytes(m_origin, m_window.files.nodes().entries());
-    if (QString error; !scan::saveReport(file, report.bytes, &error)) {
+    const QByteArray report = scan::reportBytes(m_origin, m_window.files.nodes().entries());
+    if (QString error; !scan::saveReport(file, report, &error)) {
         m_window.tell(text("SaveFailed", "The report could not be saved as \"%1\": %2.").arg(file, error));
         return;
     }
@@ -218,40 +217,33 @@ void CollectionCheck::cancelAndWait() {
 void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStringList& folders) {
     // Written as the user's Windows folders would name them, where Preferences says where those are.
     const PathMappings mapping = storedPathMappings();
-    QList<scan::FoundProblem> problems = result.problems;
-    for (scan::FoundProblem& problem : problems) {
-        problem.path = mapping.windowsPath(problem.path);
-    }
-    scan::sortAsListed(problems);
-    QList<ReportEntry> entries;
-    entries.reserve(std::min<qsizetype>(problems.size(), kMaxRecords));
-    for (const scan::FoundProblem& problem : problems) {
-        if (entries.size() == kMaxRecords) {
-            break;
-        }
-        entries.append({qint16(entries.size() + 1), problem.kind, problem.path});
-    }
+    qsizetype leftOut = 0;
+    QList<ReportEntry> entries = scan::reportEntries(
+        result.problems, [&mapping](const QString& path) { return mapping.windowsPath(path); }, &leftOut);
+    const qsizetype shown = entries.size();
     QStringList checked;
     for (const QString& folder : folders) {
         checked << mapping.windowsPath(folder);
     }
+    scan::ReportOrigin made = madeHere(checked);
+    made.leftOut = leftOut;
     showResult(std::move(entries), text("CheckName", "Check of %1").arg(checked.join(QStringLiteral("; "))),
-               madeHere(checked));
+               std::move(made));
 
     QStringList lines;
     if (result.counts.found == 0) {
         lines << text("NoMp3Found", "No MP3 file was found in \"%1\".")
                      .arg(folders.join(QStringLiteral("\", \"")));
-    } else if (problems.isEmpty()) {
+    } else if (shown == 0) {
         lines << text("NoneLacking", "%1 MP3 files checked: none lacks a tag.").arg(result.counts.probed);
     }
-    if (problems.size() > kMaxRecords) {
+    if (leftOut > 0) {
         lines << text("LeftOut",
                       "%1 files lack a tag, but a report holds %2: the last %3 in list order are not "
                       "shown. Check fewer folders at a time.")
-                     .arg(problems.size())
-                     .arg(kMaxRecords)
-                     .arg(problems.size() - kMaxRecords);
+                     .arg(shown + leftOut)
+                     .arg(shown)
+                     .arg(leftOut);
     }
     if (!result.failures.isEmpty()) {
         lines << text("NotChecked", "%1 files or folders could not be checked:").arg(result.failures.size());

@@ -8,13 +8,16 @@ namespace zentoria::scan {
 RecheckResult recheckEntries(const QList<ReportEntry>& entries,
                              const std::function<QString(const QString&)>& localPath, Scanner& scanner,
                              const Scanner::Progress& progress) {
+    // Each entry's file here, and each file once: a file listed twice is probed once.
+    QStringList local;
+    local.reserve(entries.size());
     QStringList files;
     QSet<QString> seen;
     for (const ReportEntry& entry : entries) {
-        // A file listed twice is probed once.
-        if (const QString file = localPath(entry.Path); !seen.contains(file)) {
-            seen.insert(file);
-            files.append(file);
+        local.append(localPath(entry.Path));
+        if (!seen.contains(local.last())) {
+            seen.insert(local.last());
+            files.append(local.last());
         }
     }
     const ScanResult scanned = scanner.probeFiles(files, progress);
@@ -31,8 +34,9 @@ RecheckResult recheckEntries(const QList<ReportEntry>& entries,
     for (const Failure& failure : scanned.failures) {
         failures.insert(failure.path, failure.why);
     }
-    for (const ReportEntry& entry : entries) {
-        const QString file = localPath(entry.Path);
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        const ReportEntry& entry = entries.at(i);
+        const QString& file = local.at(i);
         if (const auto failure = failures.constFind(file); failure != failures.cend()) {
             result.notFound.append({entry.Path, *failure});
         } else if (const auto kind = kinds.constFind(file); kind != kinds.cend()) {

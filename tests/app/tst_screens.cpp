@@ -46,73 +46,70 @@ class tst_Screens : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void windowFitsItsScreen_data();
-    void windowFitsItsScreen();
-};
+    void windowFitsItsScreen_data() {
+        addColumns<QJsonArray, QString>("screens", "scale");
+        // The stored placement in twips: left, top, width, height; empty for a first run.
+        addColumns<QStringList, QString>("placement", "screenName");
+        // The window's outer size, or an empty size where only its fit matters.
+        QTest::addColumn<QSize>("size");
 
-void tst_Screens::windowFitsItsScreen_data() {
-    addColumns<QJsonArray, QString>("screens", "scale");
-    // The stored placement in twips: left, top, width, height; empty for a first run.
-    addColumns<QStringList, QString>("placement", "screenName");
-    // The window's outer size, or an empty size where only its fit matters.
-    QTest::addColumn<QSize>("size");
+        const QJsonArray laptop{screen("laptop", 0, 0, 1600, 1000)};
+        addRow("2x on 1600 x 1000, first run", laptop, "2", QStringList{}, "laptop", QSize());
+        // A least window size larger than the screen would push the list off it.
+        addRow("2x on 800 x 600, first run", QJsonArray{screen("tiny", 0, 0, 800, 600)}, "2", QStringList{},
+               "tiny", QSize());
+        addRow("2x on 1600 x 1000, a placement from 1x", laptop, "2",
+               QStringList{"45", "465", "24000", "14700"}, "laptop", QSize(800, 500));
+        addRow("larger than the screen", QJsonArray{screen("small", 0, 0, 1024, 600)}, "1",
+               QStringList{"0", "0", "30000", "20000"}, "small", QSize(1024, 600));
+        addRow("partly past the right edge", QJsonArray{screen("small", 0, 0, 1024, 768)}, "1",
+               QStringList{"13500", "300", "12000", "7350"}, "small", QSize(800, 490));
+        addRow("on the second screen",
+               QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)}, "1",
+               QStringList{"16500", "1500", "12000", "7350"}, "right", QSize(800, 490));
+        addRow("past the second screen's bottom",
+               QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)}, "1",
+               QStringList{"16500", "12000", "12000", "7350"}, "right", QSize(800, 490));
+    }
 
-    const QJsonArray laptop{screen("laptop", 0, 0, 1600, 1000)};
-    addRow("2x on 1600 x 1000, first run", laptop, "2", QStringList{}, "laptop", QSize());
-    // A least window size larger than the screen would push the list off it.
-    addRow("2x on 800 x 600, first run", QJsonArray{screen("tiny", 0, 0, 800, 600)}, "2", QStringList{},
-           "tiny", QSize());
-    addRow("2x on 1600 x 1000, a placement from 1x", laptop, "2", QStringList{"45", "465", "24000", "14700"},
-           "laptop", QSize(800, 500));
-    addRow("larger than the screen", QJsonArray{screen("small", 0, 0, 1024, 600)}, "1",
-           QStringList{"0", "0", "30000", "20000"}, "small", QSize(1024, 600));
-    addRow("partly past the right edge", QJsonArray{screen("small", 0, 0, 1024, 768)}, "1",
-           QStringList{"13500", "300", "12000", "7350"}, "small", QSize(800, 490));
-    addRow("on the second screen",
-           QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)}, "1",
-           QStringList{"16500", "1500", "12000", "7350"}, "right", QSize(800, 490));
-    addRow("past the second screen's bottom",
-           QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)}, "1",
-           QStringList{"16500", "12000", "12000", "7350"}, "right", QSize(800, 490));
-}
+    void windowFitsItsScreen() {
+        QFETCH(QJsonArray, screens);
+        QFETCH(QString, scale);
+        QFETCH(QStringList, placement);
+        QFETCH(QString, screenName);
+        QFETCH(QSize, size);
 
-void tst_Screens::windowFitsItsScreen() {
-    QFETCH(QJsonArray, screens);
-    QFETCH(QString, scale);
-    QFETCH(QStringList, placement);
-    QFETCH(QString, screenName);
-    QFETCH(QSize, size);
+        QTemporaryDir home;
+        const QString config = home.filePath("screens.json");
+        QVERIFY(writeFile(config, QJsonDocument(QJsonObject{{"screens", screens}}).toJson()));
+        qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+        if (!placement.isEmpty()) {
+            const char* keys[] = {"Left", "Top", "Width", "Height"};
+            for (int i = 0; i < 4; ++i) {
+                writeSetting(thisProgram(), "Preferences", keys[i], placement[i]);
+            }
+        }
 
-    QTemporaryDir home;
-    const QString config = home.filePath("screens.json");
-    QVERIFY(writeFile(config, QJsonDocument(QJsonObject{{"screens", screens}}).toJson()));
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
-    if (!placement.isEmpty()) {
-        const char* keys[] = {"Left", "Top", "Width", "Height"};
-        for (int i = 0; i < 4; ++i) {
-            writeSetting(thisProgram(), "Preferences", keys[i], placement[i]);
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + config);
+        environment.insert("QT_SCALE_FACTOR", scale);
+        child.setProcessEnvironment(environment);
+        child.start(QCoreApplication::applicationFilePath(), {kStartMode});
+        QVERIFY(child.waitForFinished(30000));
+        QVERIFY2(child.exitCode() == 0, child.readAllStandardError().constData());
+        const QList<QByteArray> figures = child.readAllStandardOutput().simplified().split(' ');
+        QCOMPARE(figures.size(), 9);
+        const QRect frame(figures[0].toInt(), figures[1].toInt(), figures[2].toInt(), figures[3].toInt());
+        const QRect area(figures[4].toInt(), figures[5].toInt(), figures[6].toInt(), figures[7].toInt());
+
+        QCOMPARE(QString::fromUtf8(figures[8]), screenName);
+        QVERIFY2(area.contains(frame), qPrintable(QDebug::toString(frame) + " on " + QDebug::toString(area)));
+        if (size.isValid()) {
+            QCOMPARE(frame.size(), size);
         }
     }
-
-    QProcess child;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + config);
-    environment.insert("QT_SCALE_FACTOR", scale);
-    child.setProcessEnvironment(environment);
-    child.start(QCoreApplication::applicationFilePath(), {kStartMode});
-    QVERIFY(child.waitForFinished(30000));
-    QVERIFY2(child.exitCode() == 0, child.readAllStandardError().constData());
-    const QList<QByteArray> figures = child.readAllStandardOutput().simplified().split(' ');
-    QCOMPARE(figures.size(), 9);
-    const QRect frame(figures[0].toInt(), figures[1].toInt(), figures[2].toInt(), figures[3].toInt());
-    const QRect area(figures[4].toInt(), figures[5].toInt(), figures[6].toInt(), figures[7].toInt());
-
-    QCOMPARE(QString::fromUtf8(figures[8]), screenName);
-    QVERIFY2(area.contains(frame), qPrintable(QDebug::toString(frame) + " on " + QDebug::toString(area)));
-    if (size.isValid()) {
-        QCOMPARE(frame.size(), size);
-    }
-}
+};
 
 int main(int argc, char** argv) {
     if (argc >= 2 && qstrcmp(argv[1], kStartMode) == 0) {

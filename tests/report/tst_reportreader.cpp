@@ -34,185 +34,180 @@ class tst_ReportReader : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void formatRules_data();
-    void formatRules();
-    void recordLimit_data();
-    void recordLimit();
-    void problemKindText_data();
-    void problemKindText();
-};
+    void formatRules_data() {
+        addColumns<QByteArray, QString>("bytes", "expected");
 
-void tst_ReportReader::formatRules_data() {
-    addColumns<QByteArray, QString>("bytes", "expected");
-
-    // A report's lines separated by "|": "#" first stands for the banner and the six header lines,
-    // V1, V2 and V0 for the detail lines, D for the closing line; each line ends in CR LF unless the
-    // script ends with "~". Expected: the outcome, each entry, the skipped lines, the stop line.
-    const auto row = [](const char* name, QByteArrayView script, const char* expected) {
-        QByteArray bytes;
-        QByteArray text = script.toByteArray();
-        const bool terminated = !text.endsWith('~');
-        text.chop(terminated ? 0 : 1);
-        if (text.startsWith('#')) {
-            bytes = ReportBuilder().start().bytes();
-            text = text.mid(text.startsWith("#|") ? 2 : 1);
-        }
-        const QList<QByteArray> parts =
-            text.isEmpty() && bytes.isEmpty() ? QList<QByteArray>() : text.split('|');
-        for (qsizetype i = 0; i < parts.size(); ++i) {
-            const QByteArray& part = parts[i];
-            bytes += part == "V1"   ? kV1.toByteArray()
-                     : part == "V2" ? kV2.toByteArray()
-                     : part == "V0" ? kV0.toByteArray()
-                     : part == "D"  ? QByteArray("Date of creation: 23.11.2026")
-                                    : part;
-            if (terminated || i + 1 < parts.size()) {
-                bytes += "\r\n";
+        // A report's lines separated by "|": "#" first stands for the banner and the six header lines,
+        // V1, V2 and V0 for the detail lines, D for the closing line; each line ends in CR LF unless the
+        // script ends with "~". Expected: the outcome, each entry, the skipped lines, the stop line.
+        const auto row = [](const char* name, QByteArrayView script, const char* expected) {
+            QByteArray bytes;
+            QByteArray text = script.toByteArray();
+            const bool terminated = !text.endsWith('~');
+            text.chop(terminated ? 0 : 1);
+            if (text.startsWith('#')) {
+                bytes = ReportBuilder().start().bytes();
+                text = text.mid(text.startsWith("#|") ? 2 : 1);
             }
+            const QList<QByteArray> parts =
+                text.isEmpty() && bytes.isEmpty() ? QList<QByteArray>() : text.split('|');
+            for (qsizetype i = 0; i < parts.size(); ++i) {
+                const QByteArray& part = parts[i];
+                bytes += part == "V1"   ? kV1.toByteArray()
+                         : part == "V2" ? kV2.toByteArray()
+                         : part == "V0" ? kV0.toByteArray()
+                         : part == "D"  ? QByteArray("Date of creation: 23.11.2026")
+                                        : part;
+                if (terminated || i + 1 < parts.size()) {
+                    bytes += "\r\n";
+                }
+            }
+            addRow(name, bytes, expected);
+        };
+        row("two entries", "#|C:\\Song A.mp3|V2||C:\\Song B.mp3|V0||D",
+            "Loaded [1 2 C:\\Song A.mp3] [2 0 C:\\Song B.mp3]");
+        row("banner with two blanks", "  This file was created with Melvadex (By Orsolt)||||||||a|V1||D",
+            "Corrupted");
+        row("banner with a trailing blank", "   This file was created with Melvadex (By Orsolt) ||||||||D",
+            "Corrupted");
+        row("banner in other case", "   This file was created with melvadex (By Orsolt)||||||||D",
+            "Corrupted");
+        row("marker in header ignored",
+            QByteArray(kBanner.toByteArray() + "|Date of creation: 1.1.2001|x|Date of creation:||||a|V1||D"),
+            "Loaded [1 1 a]");
+        row("closing at line 8", "#|D", "Loaded");
+        row("closing at line 9", "#||D", "NoProblems");
+        row("closing at a detail position after entries", "#|a|V1||b|D", "NoProblems [1 1 a]");
+        row("detail one blank short", "#|a| Melvadex could not get the ID3v1 information||b|V2||D",
+            "Loaded [2 2 b] skipped 9");
+        row("detail trailing blank, unknown detail",
+            "#|a|  Melvadex could not get the ID3v2 information ||b|V0||c|??||D",
+            "Loaded [2 0 b] skipped 9,15");
+        row("empty detail in record 2 of 3", "#|a|V1||b|||c|V2||D", "Loaded [1 1 a] [3 2 c]");
+        row("path blanks kept", "#|  C:\\x.mp3  |V1||D", "Loaded [1 1   C:\\x.mp3  ]");
+        row("marker inside a path line", "#|a|V1||Report end - Date of creation: today|b|V2||D",
+            "Loaded [1 1 a]");
+        row("closing on a separator is swallowed", "#|a|V1|D|b|V2||D", "Loaded [1 1 a] [2 2 b]");
+        row("same file twice", "#|a|V1||a|V1||D", "Loaded [1 1 a] [2 1 a]");
+        // No banner, so no report: the one on screen stays, as for any file without it.
+        row("empty file", "", "Corrupted");
+        row("only three lines", QByteArray(kBanner.toByteArray() + "||"), "EndedEarly stop 4");
+        row("ends at a path position", "#|a|V1||b|V0|", "EndedEarly [1 1 a] [2 0 b] stop 14");
+        row("ends at a detail position", "#|a|V1||b", "EndedEarly [1 1 a] stop 12");
+        row("ends at a separator position", "#|a|V2~", "EndedEarly [1 2 a] stop 10");
+        row("closing swallowed as the last separator", "#|a|V1|D", "EndedEarly [1 1 a] stop 11");
+
+        addRow("lone CR endings", ReportBuilder("\r").start().record("a", kV1).line("").closing().bytes(),
+               "NoProblems [1 1 a]");
+        addRow("mixed endings, last line unterminated",
+               QByteArray(ReportBuilder("\n").start().bytes() + "a\r" + kV2.toByteArray() +
+                          "\r\n\nDate of creation:"),
+               "Loaded [1 2 a]");
+        // Read as one terminator, CR CR would make the closing line a separator and the report end early.
+        addRow("CR CR is two lines",
+               QByteArray(ReportBuilder("\r").start().bytes() + "a\r" + kV1.toByteArray() +
+                          "\r\rDate of creation:"),
+               "Loaded [1 1 a]");
+        // Windows-1252 unless the whole file is UTF-8: one stray byte, even after the closing line, decides.
+        const auto withPath = [](QByteArrayView path, QByteArrayView after = {}) {
+            return ReportBuilder().start().record(path, kV1).closing().bytes() + after.toByteArray();
+        };
+        addRow("Windows-1252", withPath("C:\\Mot\xF6rhead\\\x80 \x96 \x9Cuvre.mp3"),
+               QStringLiteral("Loaded [1 1 C:\\Motörhead\\€ – œuvre.mp3]"));
+        addRow("an invalid byte after the closing line", withPath("Mot\xC3\xB6rhead.mp3", "\xFF"),
+               QStringLiteral("Loaded [1 1 MotÃ¶rhead.mp3]"));
+        // Paths longer than a Windows path can be are skipped, counted in UTF-16 units; lines longer
+        // still are cut where they are read.
+        const QByteArray longest(kMaxPathLength, 'p');
+        addRow("the longest path", withPath(longest), "Loaded [1 1 " + QString::fromLatin1(longest) + ']');
+        addRow("a path one character too long",
+               ReportBuilder().start().record(longest + "p", kV1).record("b", kV2).closing().bytes(),
+               "Loaded [2 2 b] skipped 8");
+        addRow("one three-byte character too many",
+               withPath(QByteArray("\xE2\x82\xAC").repeated(kMaxPathLength) + "p"), "Loaded skipped 8");
+        addRow("a detail line too long",
+               ReportBuilder()
+                   .start()
+                   .record("a", QByteArray(kMaxLineLength + 1, 'p'))
+                   .record("b", kV2)
+                   .closing()
+                   .bytes(),
+               "Loaded [2 2 b] skipped 9");
+        addRow("byte order mark",
+               QByteArray("\xEF\xBB\xBF" + ReportBuilder().start().record("a", kV1).closing().bytes()),
+               "Loaded [1 1 a]");
+    }
+
+    void formatRules() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, expected);
+
+        const ReportReadResult result = readBytes(bytes);
+        QString got = outcomeName(result.Outcome);
+        for (const QString& entry : describe(result.Entries)) {
+            got += " [" + entry + ']';
         }
-        addRow(name, bytes, expected);
-    };
-    row("two entries", "#|C:\\Song A.mp3|V2||C:\\Song B.mp3|V0||D",
-        "Loaded [1 2 C:\\Song A.mp3] [2 0 C:\\Song B.mp3]");
-    row("banner with two blanks", "  This file was created with Melvadex (By Orsolt)||||||||a|V1||D",
-        "Corrupted");
-    row("banner with a trailing blank", "   This file was created with Melvadex (By Orsolt) ||||||||D",
-        "Corrupted");
-    row("banner in other case", "   This file was created with melvadex (By Orsolt)||||||||D", "Corrupted");
-    row("marker in header ignored",
-        QByteArray(kBanner.toByteArray() + "|Date of creation: 1.1.2001|x|Date of creation:||||a|V1||D"),
-        "Loaded [1 1 a]");
-    row("closing at line 8", "#|D", "Loaded");
-    row("closing at line 9", "#||D", "NoProblems");
-    row("closing at a detail position after entries", "#|a|V1||b|D", "NoProblems [1 1 a]");
-    row("detail one blank short", "#|a| Melvadex could not get the ID3v1 information||b|V2||D",
-        "Loaded [2 2 b] skipped 9");
-    row("detail trailing blank, unknown detail",
-        "#|a|  Melvadex could not get the ID3v2 information ||b|V0||c|??||D", "Loaded [2 0 b] skipped 9,15");
-    row("empty detail in record 2 of 3", "#|a|V1||b|||c|V2||D", "Loaded [1 1 a] [3 2 c]");
-    row("path blanks kept", "#|  C:\\x.mp3  |V1||D", "Loaded [1 1   C:\\x.mp3  ]");
-    row("marker inside a path line", "#|a|V1||Report end - Date of creation: today|b|V2||D",
-        "Loaded [1 1 a]");
-    row("closing on a separator is swallowed", "#|a|V1|D|b|V2||D", "Loaded [1 1 a] [2 2 b]");
-    row("same file twice", "#|a|V1||a|V1||D", "Loaded [1 1 a] [2 1 a]");
-    // No banner, so no report: the one on screen stays, as for any file without it.
-    row("empty file", "", "Corrupted");
-    row("only three lines", QByteArray(kBanner.toByteArray() + "||"), "EndedEarly stop 4");
-    row("ends at a path position", "#|a|V1||b|V0|", "EndedEarly [1 1 a] [2 0 b] stop 14");
-    row("ends at a detail position", "#|a|V1||b", "EndedEarly [1 1 a] stop 12");
-    row("ends at a separator position", "#|a|V2~", "EndedEarly [1 2 a] stop 10");
-    row("closing swallowed as the last separator", "#|a|V1|D", "EndedEarly [1 1 a] stop 11");
-
-    addRow("lone CR endings", ReportBuilder("\r").start().record("a", kV1).line("").closing().bytes(),
-           "NoProblems [1 1 a]");
-    addRow("mixed endings, last line unterminated",
-           QByteArray(ReportBuilder("\n").start().bytes() + "a\r" + kV2.toByteArray() +
-                      "\r\n\nDate of creation:"),
-           "Loaded [1 2 a]");
-    // Read as one terminator, CR CR would make the closing line a separator and the report end early.
-    addRow(
-        "CR CR is two lines",
-        QByteArray(ReportBuilder("\r").start().bytes() + "a\r" + kV1.toByteArray() + "\r\rDate of creation:"),
-        "Loaded [1 1 a]");
-    // Windows-1252 unless the whole file is UTF-8: one stray byte, even after the closing line, decides.
-    const auto withPath = [](QByteArrayView path, QByteArrayView after = {}) {
-        return ReportBuilder().start().record(path, kV1).closing().bytes() + after.toByteArray();
-    };
-    addRow("Windows-1252", withPath("C:\\Mot\xF6rhead\\\x80 \x96 \x9Cuvre.mp3"),
-           QStringLiteral("Loaded [1 1 C:\\Motörhead\\€ – œuvre.mp3]"));
-    addRow("an invalid byte after the closing line", withPath("Mot\xC3\xB6rhead.mp3", "\xFF"),
-           QStringLiteral("Loaded [1 1 MotÃ¶rhead.mp3]"));
-    // Paths longer than a Windows path can be are skipped, counted in UTF-16 units; lines longer
-    // still are cut where they are read.
-    const QByteArray longest(kMaxPathLength, 'p');
-    addRow("the longest path", withPath(longest), "Loaded [1 1 " + QString::fromLatin1(longest) + ']');
-    addRow("a path one character too long",
-           ReportBuilder().start().record(longest + "p", kV1).record("b", kV2).closing().bytes(),
-           "Loaded [2 2 b] skipped 8");
-    addRow("one three-byte character too many",
-           withPath(QByteArray("\xE2\x82\xAC").repeated(kMaxPathLength) + "p"), "Loaded skipped 8");
-    addRow("a detail line too long",
-           ReportBuilder()
-               .start()
-               .record("a", QByteArray(kMaxLineLength + 1, 'p'))
-               .record("b", kV2)
-               .closing()
-               .bytes(),
-           "Loaded [2 2 b] skipped 9");
-    addRow("byte order mark",
-           QByteArray("\xEF\xBB\xBF" + ReportBuilder().start().record("a", kV1).closing().bytes()),
-           "Loaded [1 1 a]");
-}
-
-void tst_ReportReader::formatRules() {
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, expected);
-
-    const ReportReadResult result = readBytes(bytes);
-    QString got = outcomeName(result.Outcome);
-    for (const QString& entry : describe(result.Entries)) {
-        got += " [" + entry + ']';
+        QStringList skipped;
+        for (qint64 line : result.SkippedLines) {
+            skipped << QString::number(line);
+        }
+        if (!skipped.isEmpty()) {
+            got += " skipped " + skipped.join(u',');
+        }
+        if (result.StopLine > 0) {
+            got += " stop " + QString::number(result.StopLine);
+        }
+        QCOMPARE(got, expected);
     }
-    QStringList skipped;
-    for (qint64 line : result.SkippedLines) {
-        skipped << QString::number(line);
+
+    void recordLimit_data() {
+        addColumns<int, Outcome, int>("records", "outcome", "entries");
+
+        addRow("32766 records", 32766, Outcome::Loaded, 32766);
+        addRow("32767 records", 32767, Outcome::TooManyRecords, 32766);
     }
-    if (!skipped.isEmpty()) {
-        got += " skipped " + skipped.join(u',');
+
+    void recordLimit() {
+        QFETCH(int, records);
+        QFETCH(Outcome, outcome);
+        QFETCH(int, entries);
+
+        ReportBuilder report;
+        report.start();
+        for (int i = 1; i <= records; ++i) {
+            // Every tenth record empty: skipped records count towards the limit too.
+            report.record(QByteArray("/music/") + QByteArray::number(i) + ".mp3",
+                          i % 10 == 0 ? QByteArrayView("") : kV2);
+        }
+        report.closing();
+        const ReportReadResult result = readBytes(report.bytes());
+
+        QCOMPARE(outcomeName(result.Outcome), outcomeName(outcome));
+        QCOMPARE(result.Entries.size(), entries - entries / 10);
+        QCOMPARE(result.Entries.last().Ordinal, qint16(32766));
+        if (outcome == Outcome::TooManyRecords) {
+            QCOMPARE(result.StopLine, qint64(8 + 3 * 32766));
+        }
     }
-    if (result.StopLine > 0) {
-        got += " stop " + QString::number(result.StopLine);
+
+    void problemKindText_data() {
+        addColumns<QString, QString>("key", "text");
+
+        addRow("kind 1", "ID3v1", "ID3v1 not found");
+        addRow("kind 2, capital N", "ID3v2", "ID3v2 Not found");
+        addRow("list item key", "ID3v25", "ID3v2 Not found");
+        addRow("entry node key of any kind", "ID3v1327", "ID3v1 not found");
+        addRow("root", "Integrity", "");
+        addRow("small letters", "id3v1", "");
+        addRow("other kind number", "ID3v3", "");
     }
-    QCOMPARE(got, expected);
-}
 
-void tst_ReportReader::recordLimit_data() {
-    addColumns<int, Outcome, int>("records", "outcome", "entries");
-
-    addRow("32766 records", 32766, Outcome::Loaded, 32766);
-    addRow("32767 records", 32767, Outcome::TooManyRecords, 32766);
-}
-
-void tst_ReportReader::recordLimit() {
-    QFETCH(int, records);
-    QFETCH(Outcome, outcome);
-    QFETCH(int, entries);
-
-    ReportBuilder report;
-    report.start();
-    for (int i = 1; i <= records; ++i) {
-        // Every tenth record empty: skipped records count towards the limit too.
-        report.record(QByteArray("/music/") + QByteArray::number(i) + ".mp3",
-                      i % 10 == 0 ? QByteArrayView("") : kV2);
+    void problemKindText() {
+        QFETCH(QString, key);
+        QFETCH(QString, text);
+        QCOMPARE(ProblemKindText(key), text);
     }
-    report.closing();
-    const ReportReadResult result = readBytes(report.bytes());
-
-    QCOMPARE(outcomeName(result.Outcome), outcomeName(outcome));
-    QCOMPARE(result.Entries.size(), entries - entries / 10);
-    QCOMPARE(result.Entries.last().Ordinal, qint16(32766));
-    if (outcome == Outcome::TooManyRecords) {
-        QCOMPARE(result.StopLine, qint64(8 + 3 * 32766));
-    }
-}
-
-void tst_ReportReader::problemKindText_data() {
-    addColumns<QString, QString>("key", "text");
-
-    addRow("kind 1", "ID3v1", "ID3v1 not found");
-    addRow("kind 2, capital N", "ID3v2", "ID3v2 Not found");
-    addRow("list item key", "ID3v25", "ID3v2 Not found");
-    addRow("entry node key of any kind", "ID3v1327", "ID3v1 not found");
-    addRow("root", "Integrity", "");
-    addRow("small letters", "id3v1", "");
-    addRow("other kind number", "ID3v3", "");
-}
-
-void tst_ReportReader::problemKindText() {
-    QFETCH(QString, key);
-    QFETCH(QString, text);
-    QCOMPARE(ProblemKindText(key), text);
-}
+};
 
 QTEST_GUILESS_MAIN(tst_ReportReader)
 #include "tst_reportreader.moc"

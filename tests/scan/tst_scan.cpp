@@ -57,150 +57,144 @@ class tst_Scan : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void probe_data();
-    void probe();
-    void probeNeverWrites();
-    void scanWritesAReportThatReadsBack();
-    void cancelLeavesNothingBehind();
-};
+    void probe_data() {
+        // kind: the report's kind number, -1 for a file no report lists.
+        addColumns<QString, Probed, bool, bool, int>("recipe", "outcome", "v1", "v2", "kind");
 
-void tst_Scan::probe_data() {
-    // kind: the report's kind number, -1 for a file no report lists.
-    addColumns<QString, Probed, bool, bool, int>("recipe", "outcome", "v1", "v2", "kind");
-
-    addRow("no tags", "none", Probed::Probed, false, false, 0);
-    addRow("ID3v1 only", "v1", Probed::Probed, true, false, 2);
-    addRow("ID3v2 only", "v2", Probed::Probed, false, true, 1);
-    addRow("both", "both", Probed::Probed, true, true, -1);
-    addRow("ID3v2 header without frames tells nothing", "empty v2", Probed::Probed, false, false, 0);
-    addRow("ID3v1 of blanks tells nothing", "blank v1", Probed::Probed, false, false, 0);
-    addRow("cut short", "cut", Probed::NotMpeg, false, false, -1);
-    addRow("not MPEG", "junk", Probed::NotMpeg, false, false, -1);
-    addRow("named pipe", "pipe", Probed::Unreadable, false, false, -1);
-    addRow("folder", "folder", Probed::Unreadable, false, false, -1);
-    addRow("missing", "missing", Probed::Unreadable, false, false, -1);
-}
-
-void tst_Scan::probe() {
-    QFETCH(QString, recipe);
-    QFETCH(Probed, outcome);
-    QFETCH(bool, v1);
-    QFETCH(bool, v2);
-    QFETCH(int, kind);
-
-    QTemporaryDir dir;
-    const QString path = dir.filePath("Björk – Jóga.mp3");
-    make(path, recipe);
-    QElapsedTimer clock;
-    clock.start();
-    const TagProbe probe = probeTags(path);
-    // Reading all of 16 MB looking for a frame takes TagLib about a second; a probe reads a window.
-    QVERIFY2(clock.elapsed() < 400, qPrintable(QString::number(clock.elapsed())));
-    QCOMPARE(probe.outcome, outcome);
-    QCOMPARE(probe.hasID3v1, v1);
-    QCOMPARE(probe.hasID3v2, v2);
-    QCOMPARE(probe.error.isEmpty(), outcome == Probed::Probed);
-    const std::optional<ProblemKind> listed = problemKindOf(probe);
-    QCOMPARE(listed ? kindNumber(*listed) : -1, kind);
-}
-
-void tst_Scan::probeNeverWrites() {
-    // A file opened for writing is reported closed-after-writing to every watcher of its folder, which
-    // makes music libraries read it again.
-    QTemporaryDir dir;
-    const QString path = dir.filePath("both.mp3");
-    QVERIFY(writeMp3(path, BothTags));
-    const int watcher = inotify_init1(IN_NONBLOCK);
-    QVERIFY(watcher >= 0);
-    QVERIFY(inotify_add_watch(watcher, QFile::encodeName(dir.path()).constData(),
-                              IN_CLOSE_WRITE | IN_MODIFY | IN_CLOSE_NOWRITE) >= 0);
-    QCOMPARE(probeTags(path).outcome, Probed::Probed);
-    inotify_event events[8];
-    const ssize_t length = ::read(watcher, events, sizeof events);
-    ::close(watcher);
-    QVERIFY(length > 0);
-    // The probe closed it, and only as a reader.
-    QCOMPARE(events[0].mask, quint32(IN_CLOSE_NOWRITE));
-    QCOMPARE(length, ssize_t(sizeof(inotify_event) + events[0].len));
-}
-
-void tst_Scan::scanWritesAReportThatReadsBack() {
-    QTemporaryDir dir;
-    const QDir music(dir.filePath("Music"));
-    for (const auto& [name, recipe] : {std::pair("A/none", "none"),
-                                       {"A/v1", "v1"},
-                                       {"A/both", "both"},
-                                       {"B/Björk – Jóga", "v2"},
-                                       {"B/junk", "junk"},
-                                       {"B/cut", "cut"}}) {
-        QVERIFY(QDir().mkpath(QFileInfo(music.filePath(name)).path()));
-        make(music.filePath(QString::fromUtf8(name) + ".mp3"), recipe);
-    }
-    // Capital letters in the extension, a file that is no MP3 by its name, a loop and a second way in.
-    QVERIFY(writeMp3(music.filePath("B/LOUD.MP3"), V1));
-    QVERIFY(writeMp3(music.filePath("B/cover.jpg"), NoTag));
-    QVERIFY(QFile::link("..", music.filePath("B/loop")));
-    QVERIFY(QFile::link(music.filePath("A"), dir.filePath("also A")));
-    const QList<FoundProblem> expected{{music.filePath("A/none.mp3"), ProblemKind::ID3v0},
-                                       {music.filePath("A/v1.mp3"), ProblemKind::ID3v2},
-                                       {music.filePath("B/Björk – Jóga.mp3"), ProblemKind::ID3v1},
-                                       {music.filePath("B/LOUD.MP3"), ProblemKind::ID3v2}};
-
-    for (int jobs : {1, 4}) {
-        Scanner scanner(jobs);
-        qint64 lastProbed = -1;
-        const ScanResult result =
-            scanner.scanFolders({music.path(), dir.filePath("also A")},
-                                [&](const ScanCounts& counts) { lastProbed = counts.probed; });
-        QCOMPARE(result.problems, expected);
-        QCOMPARE(result.failures.size(), 2);
-        QCOMPARE(result.failures.at(0).path, music.filePath("B/cut.mp3"));
-        QCOMPARE(result.failures.at(1).path, music.filePath("B/junk.mp3"));
-        QCOMPARE(result.counts.found, 7);
-        QCOMPARE(lastProbed, 7);
-        QVERIFY(!result.cancelled);
+        addRow("no tags", "none", Probed::Probed, false, false, 0);
+        addRow("ID3v1 only", "v1", Probed::Probed, true, false, 2);
+        addRow("ID3v2 only", "v2", Probed::Probed, false, true, 1);
+        addRow("both", "both", Probed::Probed, true, true, -1);
+        addRow("ID3v2 header without frames tells nothing", "empty v2", Probed::Probed, false, false, 0);
+        addRow("ID3v1 of blanks tells nothing", "blank v1", Probed::Probed, false, false, 0);
+        addRow("cut short", "cut", Probed::NotMpeg, false, false, -1);
+        addRow("not MPEG", "junk", Probed::NotMpeg, false, false, -1);
+        addRow("named pipe", "pipe", Probed::Unreadable, false, false, -1);
+        addRow("folder", "folder", Probed::Unreadable, false, false, -1);
+        addRow("missing", "missing", Probed::Unreadable, false, false, -1);
     }
 
-    // Written, it reads back whole, found files or none.
-    QList<ReportEntry> entries{{1, ProblemKind::ID3v0, expected.first().path}};
-    for (const auto& written : {entries, QList<ReportEntry>()}) {
-        const QByteArray bytes = reportBytes({"zentoria-report scan", "1.0", {music.path()}}, written);
-        MemoryLineSource source(bytes);
-        const ReportReadResult read = ReadReport(source);
-        QCOMPARE(read.Outcome, zentoria::Outcome::Loaded);
-        QCOMPARE(read.Entries, written);
-    }
-    // Named as the report names them and sorted anew; no more than a report can number, the rest counted.
-    qsizetype leftOut = -1;
-    const auto asWindows = [](const QString& path) { return "C:" + QString(path).replace(u'/', u'\\'); };
-    QCOMPARE(reportEntries({{"/m/b.mp3", ProblemKind::ID3v1}, {"/m/A.mp3", ProblemKind::ID3v2}}, asWindows,
-                           &leftOut),
-             (QList<ReportEntry>{{1, ProblemKind::ID3v2, "C:\\m\\A.mp3"},
-                                 {2, ProblemKind::ID3v1, "C:\\m\\b.mp3"}}));
-    QCOMPARE(leftOut, 0);
-    const QList<FoundProblem> many(kMaxRecords + 5, expected.first());
-    QCOMPARE(reportEntries(many, asWindows, &leftOut).size(), kMaxRecords);
-    QCOMPARE(leftOut, 5);
-}
+    void probe() {
+        QFETCH(QString, recipe);
+        QFETCH(Probed, outcome);
+        QFETCH(bool, v1);
+        QFETCH(bool, v2);
+        QFETCH(int, kind);
 
-void tst_Scan::cancelLeavesNothingBehind() {
-    QTemporaryDir dir;
-    QVERIFY(writeMp3(dir.filePath("first.mp3"), NoTag));
-    for (int i = 0; i < 2000; ++i) {
-        QVERIFY(QFile::copy(dir.filePath("first.mp3"), dir.filePath(QStringLiteral("%1.mp3").arg(i))));
+        QTemporaryDir dir;
+        const QString path = dir.filePath("Björk – Jóga.mp3");
+        make(path, recipe);
+        QElapsedTimer clock;
+        clock.start();
+        const TagProbe probe = probeTags(path);
+        // Reading all of 16 MB looking for a frame takes TagLib about a second; a probe reads a window.
+        QVERIFY2(clock.elapsed() < 400, qPrintable(QString::number(clock.elapsed())));
+        QCOMPARE(probe.outcome, outcome);
+        QCOMPARE(probe.hasID3v1, v1);
+        QCOMPARE(probe.hasID3v2, v2);
+        QCOMPARE(probe.error.isEmpty(), outcome == Probed::Probed);
+        const std::optional<ProblemKind> listed = problemKindOf(probe);
+        QCOMPARE(listed ? kindNumber(*listed) : -1, kind);
     }
-    const int threadsBefore = threadCount();
-    Scanner scanner(4, 0);
-    const ScanResult result = scanner.scanFolders({dir.path()}, [&scanner](const ScanCounts& counts) {
-        if (counts.probed > 0) {
-            scanner.cancel();
+
+    void probeNeverWrites() {
+        // A file opened for writing is reported closed-after-writing to every watcher of its folder, which
+        // makes music libraries read it again.
+        QTemporaryDir dir;
+        const QString path = dir.filePath("both.mp3");
+        QVERIFY(writeMp3(path, BothTags));
+        const int watcher = inotify_init1(IN_NONBLOCK);
+        QVERIFY(watcher >= 0);
+        QVERIFY(inotify_add_watch(watcher, QFile::encodeName(dir.path()).constData(),
+                                  IN_CLOSE_WRITE | IN_MODIFY | IN_CLOSE_NOWRITE) >= 0);
+        QCOMPARE(probeTags(path).outcome, Probed::Probed);
+        inotify_event events[8];
+        const ssize_t length = ::read(watcher, events, sizeof events);
+        ::close(watcher);
+        QVERIFY(length > 0);
+        // The probe closed it, and only as a reader.
+        QCOMPARE(events[0].mask, quint32(IN_CLOSE_NOWRITE));
+        QCOMPARE(length, ssize_t(sizeof(inotify_event) + events[0].len));
+    }
+
+    void scanWritesAReportThatReadsBack() {
+        QTemporaryDir dir;
+        const QDir music(dir.filePath("Music"));
+        for (const auto& [name, recipe] : {std::pair("A/none", "none"),
+                                           {"A/v1", "v1"},
+                                           {"A/both", "both"},
+                                           {"B/Björk – Jóga", "v2"},
+                                           {"B/junk", "junk"},
+                                           {"B/cut", "cut"}}) {
+            QVERIFY(QDir().mkpath(QFileInfo(music.filePath(name)).path()));
+            make(music.filePath(QString::fromUtf8(name) + ".mp3"), recipe);
         }
-    });
-    QVERIFY(result.cancelled);
-    QVERIFY2(result.counts.probed < 2001, qPrintable(QString::number(result.counts.probed)));
-    // A thread the pool let go leaves the kernel's list a moment after it ends.
-    QTRY_COMPARE(threadCount(), threadsBefore);
-}
+        // Capital letters in the extension, a file that is no MP3 by its name, a loop and a second way in.
+        QVERIFY(writeMp3(music.filePath("B/LOUD.MP3"), V1));
+        QVERIFY(writeMp3(music.filePath("B/cover.jpg"), NoTag));
+        QVERIFY(QFile::link("..", music.filePath("B/loop")));
+        QVERIFY(QFile::link(music.filePath("A"), dir.filePath("also A")));
+        const QList<FoundProblem> expected{{music.filePath("A/none.mp3"), ProblemKind::ID3v0},
+                                           {music.filePath("A/v1.mp3"), ProblemKind::ID3v2},
+                                           {music.filePath("B/Björk – Jóga.mp3"), ProblemKind::ID3v1},
+                                           {music.filePath("B/LOUD.MP3"), ProblemKind::ID3v2}};
+
+        for (int jobs : {1, 4}) {
+            Scanner scanner(jobs);
+            qint64 lastProbed = -1;
+            const ScanResult result =
+                scanner.scanFolders({music.path(), dir.filePath("also A")},
+                                    [&](const ScanCounts& counts) { lastProbed = counts.probed; });
+            QCOMPARE(result.problems, expected);
+            QCOMPARE(result.failures.size(), 2);
+            QCOMPARE(result.failures.at(0).path, music.filePath("B/cut.mp3"));
+            QCOMPARE(result.failures.at(1).path, music.filePath("B/junk.mp3"));
+            QCOMPARE(result.counts.found, 7);
+            QCOMPARE(lastProbed, 7);
+            QVERIFY(!result.cancelled);
+        }
+
+        // Written, it reads back whole, found files or none.
+        QList<ReportEntry> entries{{1, ProblemKind::ID3v0, expected.first().path}};
+        for (const auto& written : {entries, QList<ReportEntry>()}) {
+            const QByteArray bytes = reportBytes({"zentoria-report scan", "1.0", {music.path()}}, written);
+            MemoryLineSource source(bytes);
+            const ReportReadResult read = ReadReport(source);
+            QCOMPARE(read.Outcome, zentoria::Outcome::Loaded);
+            QCOMPARE(read.Entries, written);
+        }
+        // Named as the report names them and sorted anew; no more than a report can number, the rest counted.
+        qsizetype leftOut = -1;
+        const auto asWindows = [](const QString& path) { return "C:" + QString(path).replace(u'/', u'\\'); };
+        QCOMPARE(reportEntries({{"/m/b.mp3", ProblemKind::ID3v1}, {"/m/A.mp3", ProblemKind::ID3v2}},
+                               asWindows, &leftOut),
+                 (QList<ReportEntry>{{1, ProblemKind::ID3v2, "C:\\m\\A.mp3"},
+                                     {2, ProblemKind::ID3v1, "C:\\m\\b.mp3"}}));
+        QCOMPARE(leftOut, 0);
+        const QList<FoundProblem> many(kMaxRecords + 5, expected.first());
+        QCOMPARE(reportEntries(many, asWindows, &leftOut).size(), kMaxRecords);
+        QCOMPARE(leftOut, 5);
+    }
+
+    void cancelLeavesNothingBehind() {
+        QTemporaryDir dir;
+        QVERIFY(writeMp3(dir.filePath("first.mp3"), NoTag));
+        for (int i = 0; i < 2000; ++i) {
+            QVERIFY(QFile::copy(dir.filePath("first.mp3"), dir.filePath(QStringLiteral("%1.mp3").arg(i))));
+        }
+        const int threadsBefore = threadCount();
+        Scanner scanner(4, 0);
+        const ScanResult result = scanner.scanFolders({dir.path()}, [&scanner](const ScanCounts& counts) {
+            if (counts.probed > 0) {
+                scanner.cancel();
+            }
+        });
+        QVERIFY(result.cancelled);
+        QVERIFY2(result.counts.probed < 2001, qPrintable(QString::number(result.counts.probed)));
+        // A thread the pool let go leaves the kernel's list a moment after it ends.
+        QTRY_COMPARE(threadCount(), threadsBefore);
+    }
+};
 
 QTEST_MAIN(tst_Scan)
 #include "tst_scan.moc"

@@ -14,8 +14,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <sys/stat.h>
-
 using namespace zentoria;
 
 namespace {
@@ -24,120 +22,6 @@ const Setting* const kTable[] = {
     &settings::Language,   &settings::InitialTVWidth, &settings::WebStyle, &settings::Left,
     &settings::Top,        &settings::Width,          &settings::Height,   &settings::SafeWidth,
     &settings::SafeHeight, &settings::SafeTop,        &settings::SafeLeft, &settings::SafeInitialTVWidth};
-
-} // namespace
-
-class tst_Settings : public QObject {
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init();
-
-    void settingsTable_data();
-    void settingsTable();
-    void conversions_data();
-    void conversions();
-    void damagedFileKeepsWhatCanBeRead();
-    void unwritableFolder();
-    void pathTextKeepsBackslashes_data();
-    void pathTextKeepsBackslashes();
-
-private:
-    std::unique_ptr<QTemporaryDir> m_home;
-};
-
-void tst_Settings::init() {
-    // A fresh per-user folder for every test: each starts as a first run, and none sees the real home.
-    m_home = std::make_unique<QTemporaryDir>();
-    qputenv("XDG_CONFIG_HOME", m_home->path().toLocal8Bit());
-}
-
-void tst_Settings::settingsTable_data() {
-    addColumns<int, QString, QString>("row", "defaultValue", "file");
-
-    const QString own = thisProgram() + ".conf";
-    const QStringList defaults{"",     "3000",  "1",    "45",  "465", "12000",
-                               "7350", "12000", "7350", "465", "45",  "3000"};
-    for (int row = 0; row < int(std::size(kTable)); ++row) {
-        const Setting& setting = *kTable[row];
-        QTest::addRow("%s / %s", qPrintable(setting.section), qPrintable(setting.key))
-            << row << defaults[row] << (row == 0 ? QStringLiteral("Melvadex/Melvadex.conf") : own);
-    }
-}
-
-void tst_Settings::settingsTable() {
-    QFETCH(int, row);
-    QFETCH(QString, defaultValue);
-    QFETCH(QString, file);
-
-    // First run: every setting has its default, and reading creates nothing.
-    QCOMPARE(read(*kTable[row]), defaultValue);
-    QVERIFY(QDir(m_home->path()).isEmpty());
-
-    const Setting& setting = *kTable[row];
-    write(setting, "value of row " + QString::number(row));
-    QCOMPARE(read(setting), "value of row " + QString::number(row));
-
-    // The value sits in the application's own file, in the section's group, under the key.
-    QSettings stored(m_home->filePath(file), QSettings::IniFormat);
-    stored.beginGroup(setting.section);
-    QCOMPARE(stored.value(setting.key).toString(), "value of row " + QString::number(row));
-}
-
-void tst_Settings::conversions_data() {
-    // "value" is "none" when the text does not convert.
-    addColumns<QString, QString, QString>("to", "text", "value");
-
-    const auto row = [](const char* to, const char* text, const char* value) {
-        QTest::addRow("%s: \"%s\"", to, text) << to << text << value;
-    };
-    for (const auto& [text, value] : {std::pair{"3000", "3000"},
-                                      {"  3000 ", "3000"},
-                                      {"2500.5", "2500"},
-                                      {"2501.5", "2502"},
-                                      {"-2.5", "-2"},
-                                      {"2147483648", "none"},
-                                      {"3e3", "3000"},
-                                      {"wide", "none"},
-                                      {"", "none"},
-                                      {"inf", "none"}}) {
-        row("int32", text, value);
-    }
-    for (const auto& [text, value] : {std::pair{"0", "false"},
-                                      {"-1", "true"},
-                                      {"0.5", "true"},
-                                      {"True", "true"},
-                                      {"False", "false"},
-                                      {"yes", "none"}}) {
-        row("boolean", text, value);
-    }
-    for (const auto& [text, value] : {std::pair{"45.25", "45.25"}, {"-120", "-120"}, {"1e39", "none"}}) {
-        row("single", text, value);
-    }
-}
-
-void tst_Settings::conversions() {
-    QFETCH(QString, to);
-    QFETCH(QString, text);
-    QFETCH(QString, value);
-
-    std::optional<QString> converted;
-    if (to == "int32") {
-        if (const auto number = toInt32(text)) {
-            converted = QString::number(*number);
-        }
-    } else if (to == "boolean") {
-        if (const auto flag = toBoolean(text)) {
-            converted = *flag ? "true" : "false";
-        }
-    } else if (const auto number = toSingle(text)) {
-        converted = fromSingle(*number);
-        QCOMPARE(toSingle(*converted), number); // what we write reads back
-    }
-    QCOMPARE(converted.value_or("none"), value);
-}
-
-namespace {
 
 // Bytes of every value, NULs and line breaks included, the same on every run.
 QByteArray junk(int size) {
@@ -151,63 +35,278 @@ QByteArray junk(int size) {
 
 } // namespace
 
-void tst_Settings::damagedFileKeepsWhatCanBeRead() {
-    const QString path = settingsFilePath(thisProgram());
-    const QByteArray damaged =
-        "[Preferences]\nWebStyle=0\nInitial%20TV%20Width=" + junk(64) + "\n" + junk(4000);
-    writeFile(path, damaged);
+class tst_Settings : public QObject {
+    Q_OBJECT
 
-    // What can be read is read; what cannot gives the default.
-    QCOMPARE(readBoolean(settings::WebStyle), false);
-    QCOMPARE(readInt32(settings::InitialTVWidth), 3000);
-
-    write(settings::Width, "9000");
-    QCOMPARE(read(settings::Width), QStringLiteral("9000"));
-    QCOMPARE(readBoolean(settings::WebStyle), false);
-    // The damaged file stays beside the new one, byte for byte, and nothing half-written is left.
-    QCOMPARE(contentsOf(path + ".damaged"), damaged);
-    QCOMPARE(QDir(m_home->path()).entryList(QDir::Files | QDir::Hidden),
-             (QStringList{thisProgram() + ".conf", thisProgram() + ".conf.damaged"}));
-
-    // The rewritten file is sound: the next write keeps no second copy.
-    QFile::remove(path + ".damaged");
-    write(settings::Width, "9100");
-    QVERIFY(!QFile::exists(path + ".damaged"));
-}
-
-void tst_Settings::unwritableFolder() {
-    // A config folder that cannot be made, since a plain file stands where it would be. (A read-only
-    // folder would do, but the tests may run as root, whom permissions do not stop.)
-    writeFile(m_home->filePath("plain"), "not a folder");
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home->filePath("plain/config")));
-
-    write(settings::InitialTVWidth, "2000");
-    saveClosingState(2000, {1, 2, 3, 4}, false);
-    QCOMPARE(readInt32(settings::InitialTVWidth), 3000);
-    QCOMPARE(readPlacement(), WindowPlacement());
-    QCOMPARE(contentsOf(m_home->filePath("plain")), QByteArray("not a folder"));
-}
-
-void tst_Settings::pathTextKeepsBackslashes_data() {
-    // An empty line means the program writes the value itself.
-    addColumns<QByteArray, QString>("line", "value");
-
-    addRow("written by the program", QByteArray(), "C:\\Music=/media/music");
-    addRow("typed by hand", QByteArray("PathMap=C:\\Music=/media/music"), "C:\\Music=/media/music");
-    addRow("typed by hand, doubled", QByteArray("PathMap=C:\\\\Music=/m"), "C:\\Music=/m");
-}
-
-void tst_Settings::pathTextKeepsBackslashes() {
-    QFETCH(QByteArray, line);
-    QFETCH(QString, value);
-    if (line.isEmpty()) {
-        write(settings::PathMap, value);
-    } else {
-        writeFile(settingsFilePath(thisProgram()), "[Preferences]\n" + line + "\n");
+private Q_SLOTS:
+    void init() {
+        // A fresh per-user folder for every test: each starts as a first run, and none sees the real home.
+        m_home = std::make_unique<QTemporaryDir>();
+        qputenv("XDG_CONFIG_HOME", m_home->path().toLocal8Bit());
     }
-    QCOMPARE(readPathText(settings::PathMap), value);
-    QVERIFY(isStored(settings::PathMap));
-}
+
+    void settingsTable_data() {
+        addColumns<int, QString, QString>("row", "defaultValue", "file");
+
+        const QString own = thisProgram() + ".conf";
+        const QStringList defaults{"",     "3000",  "1",    "45",  "465", "12000",
+                                   "7350", "12000", "7350", "465", "45",  "3000"};
+        for (int row = 0; row < int(std::size(kTable)); ++row) {
+            const Setting& setting = *kTable[row];
+            QTest::addRow("%s / %s", qPrintable(setting.section), qPrintable(setting.key))
+                << row << defaults[row] << (row == 0 ? QStringLiteral("Melvadex/Melvadex.conf") : own);
+        }
+    }
+
+    void settingsTable() {
+        QFETCH(int, row);
+        QFETCH(QString, defaultValue);
+        QFETCH(QString, file);
+
+        // First run: every setting has its default, and reading creates nothing.
+        QCOMPARE(read(*kTable[row]), defaultValue);
+        QVERIFY(QDir(m_home->path()).isEmpty());
+
+        const Setting& setting = *kTable[row];
+        write(setting, "value of row " + QString::number(row));
+        QCOMPARE(read(setting), "value of row " + QString::number(row));
+
+        // The value sits in the application's own file, in the section's group, under the key.
+        QSettings stored(m_home->filePath(file), QSettings::IniFormat);
+        stored.beginGroup(setting.section);
+        QCOMPARE(stored.value(setting.key).toString(), "value of row " + QString::number(row));
+    }
+
+    void conversions_data() {
+        // "value" is "none" when the text does not convert.
+        addColumns<QString, QString, QString>("to", "text", "value");
+
+        const auto row = [](const char* to, const char* text, const char* value) {
+            QTest::addRow("%s: \"%s\"", to, text) << to << text << value;
+        };
+        for (const auto& [text, value] : {std::pair{"3000", "3000"},
+                                          {"  3000 ", "3000"},
+                                          {"2500.5", "2500"},
+                                          {"2501.5", "2502"},
+                                          {"-2.5", "-2"},
+                                          {"2147483648", "none"},
+                                          {"3e3", "3000"},
+                                          {"wide", "none"},
+                                          {"", "none"},
+                                          {"inf", "none"}}) {
+            row("int32", text, value);
+        }
+        for (const auto& [text, value] : {std::pair{"0", "false"},
+                                          {"-1", "true"},
+                                          {"0.5", "true"},
+                                          {"True", "true"},
+                                          {"False", "false"},
+                                          {"yes", "none"}}) {
+            row("boolean", text, value);
+        }
+        for (const auto& [text, value] : {std::pair{"45.25", "45.25"}, {"-120", "-120"}, {"1e39", "none"}}) {
+            row("single", text, value);
+        }
+    }
+
+    void conversions() {
+        QFETCH(QString, to);
+        QFETCH(QString, text);
+        QFETCH(QString, value);
+
+        std::optional<QString> converted;
+        if (to == "int32") {
+            if (const auto number = toInt32(text)) {
+                converted = QString::number(*number);
+            }
+        } else if (to == "boolean") {
+            if (const auto flag = toBoolean(text)) {
+                converted = *flag ? "true" : "false";
+            }
+        } else if (const auto number = toSingle(text)) {
+            converted = fromSingle(*number);
+            QCOMPARE(toSingle(*converted), number); // what we write reads back
+        }
+        QCOMPARE(converted.value_or("none"), value);
+    }
+
+    void damagedFileKeepsWhatCanBeRead() {
+        const QString path = settingsFilePath(thisProgram());
+        const QByteArray damaged =
+            "[Preferences]\nWebStyle=0\nInitial%20TV%20Width=" + junk(64) + "\n" + junk(4000);
+        writeFile(path, damaged);
+
+        // What can be read is read; what cannot gives the default.
+        QCOMPARE(readBoolean(settings::WebStyle), false);
+        QCOMPARE(readInt32(settings::InitialTVWidth), 3000);
+
+        write(settings::Width, "9000");
+        QCOMPARE(read(settings::Width), QStringLiteral("9000"));
+        QCOMPARE(readBoolean(settings::WebStyle), false);
+        // The damaged file stays beside the new one, byte for byte, and nothing half-written is left.
+        QCOMPARE(contentsOf(path + ".damaged"), damaged);
+        QCOMPARE(QDir(m_home->path()).entryList(QDir::Files | QDir::Hidden),
+                 (QStringList{thisProgram() + ".conf", thisProgram() + ".conf.damaged"}));
+
+        // The rewritten file is sound: the next write keeps no second copy.
+        QFile::remove(path + ".damaged");
+        write(settings::Width, "9100");
+        QVERIFY(!QFile::exists(path + ".damaged"));
+    }
+
+    void unwritableFolder() {
+        // A config folder that cannot be made, since a plain file stands where it would be. (A read-only
+        // folder would do, but the tests may run as root, whom permissions do not stop.)
+        writeFile(m_home->filePath("plain"), "not a folder");
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home->filePath("plain/config")));
+
+        write(settings::InitialTVWidth, "2000");
+        saveClosingState(2000, {1, 2, 3, 4}, false);
+        QCOMPARE(readInt32(settings::InitialTVWidth), 3000);
+        QCOMPARE(readPlacement(), WindowPlacement());
+        QCOMPARE(contentsOf(m_home->filePath("plain")), QByteArray("not a folder"));
+    }
+
+    void pathTextKeepsBackslashes_data() {
+        // An empty line means the program writes the value itself.
+        addColumns<QByteArray, QString>("line", "value");
+
+        addRow("written by the program", QByteArray(), "C:\\Music=/media/music");
+        addRow("typed by hand", QByteArray("PathMap=C:\\Music=/media/music"), "C:\\Music=/media/music");
+        addRow("typed by hand, doubled", QByteArray("PathMap=C:\\\\Music=/m"), "C:\\Music=/m");
+    }
+
+    void pathTextKeepsBackslashes() {
+        QFETCH(QByteArray, line);
+        QFETCH(QString, value);
+        if (line.isEmpty()) {
+            write(settings::PathMap, value);
+        } else {
+            writeFile(settingsFilePath(thisProgram()), "[Preferences]\n" + line + "\n");
+        }
+        QCOMPARE(readPathText(settings::PathMap), value);
+        QVERIFY(isStored(settings::PathMap));
+    }
+
+    // The language file: its INI reading, the catalog's lookups, and where the file is found.
+    void iniSemantics_data() {
+        addColumns<QString, QString, QString>("section", "key", "value");
+
+        addRow("plain", "Menus", "File", "&Datei");
+        addRow("section and key in other case", "menus", "FILE", "&Datei");
+        addRow("blanks around key and value", "Menus", "Tools", "&Extras");
+        addRow("tabs around key and value", "Menus", "Help", "&Hilfe");
+        addRow("key looked up with blanks", "Menus", " Help ", "&Hilfe");
+        addRow("double quotes removed, blanks inside kept", "Menus", "Quoted", "  quoted value  ");
+        addRow("single quotes removed", "Menus", "Single", "single");
+        addRow("mismatched quotes kept", "Menus", "Mismatched", "\"half'");
+        addRow("a lone quote kept", "Menus", "OnlyOpen", "\"");
+        addRow("empty value", "Menus", "Empty", "");
+        addRow("blank value", "Menus", "Blank", "");
+        addRow("line without equals sign", "Menus", "No equals sign here", "<default>");
+        addRow("commented key", "Menus", ";Commented", "<default>");
+        addRow("no inline comments", "Menus", "Inline", "value ; not a comment");
+        addRow("second equals sign in the value", "Menus", "Equals", "a=b");
+        addRow("first duplicate key wins", "Menus", "File", "&Datei");
+        addRow("first duplicate section wins", "Menus", "Extra", "<default>");
+        addRow("blanks inside brackets ignored", "OptionMenus", "Open", "Ö&ffnen");
+        addRow("key outside any section", "", "key outside", "<default>");
+        addRow("missing key", "Menus", "Nothing", "<default>");
+        addRow("missing section", "Splash", "OkButton", "<default>");
+        addRow("cut at 199 characters", "Menus", "Long", QString(199, u'x'));
+    }
+
+    void iniSemantics() {
+        QFETCH(QString, section);
+        QFETCH(QString, key);
+        QFETCH(QString, value);
+        QCOMPARE(readIniString(dataFile("tricky.ini"), section, key, "<default>"), value);
+    }
+
+    void catalogLookups_data() {
+        addColumns<QString, QString, QString, QString, QString>("file", "section", "key", "raw",
+                                                                "translated");
+
+        addRow("quoted value with blanks", "tricky.ini", "Status", "PluralSelected",
+               "  Dateien ausgewählt.  ", "Dateien ausgewählt.");
+        addRow("present but empty: no default", "tricky.ini", "Menus", "Empty", "", "");
+        addRow("missing: the default", "tricky.ini", "Menus", "Missing", "  &Default ", "&Default");
+        addRow("250 characters", "tricky.ini", "Menus", "Long", QString(199, u'x'), QString(199, u'x'));
+        addRow("Windows-1252 file", "cp1252.ini", "OptionMenus", "Exit", "Schließen", "Schließen");
+        addRow("missing file", "nothing.ini", "Menus", "File", "  &Default ", "&Default");
+        // No "Language" setting makes the language file the program's folder.
+        addRow("a folder", "", "Menus", "File", "  &Default ", "&Default");
+        // Reading a device (or a pipe nobody writes to) would never end.
+        addRow("a device", "/dev/zero", "Menus", "File", "  &Default ", "&Default");
+    }
+
+    void catalogLookups() {
+        QFETCH(QString, file);
+        QFETCH(QString, section);
+        QFETCH(QString, key);
+        QFETCH(QString, raw);
+        QFETCH(QString, translated);
+
+        globals().LanguageFile = file.startsWith('/') ? file : dataFile(file.toLatin1().constData());
+        QCOMPARE(ReadIniValue(section, key, "  &Default "), raw);
+        QCOMPARE(Translate(section, key, "  &Default "), translated);
+    }
+
+    void languageFileOfAnInstalledProgram_data() {
+        // "found": "beside", "installed", or "missing".
+        addColumns<QString, QString>("setting", "found");
+
+        addRow("a name the data folders have", "Zentoria-Test-Language.ini", "installed");
+        addRow("a relative name: its file name counts", "languages/Zentoria-Test-Language.ini", "installed");
+        addRow("beside the program first", "TestData-Beside.ini", "beside");
+        addRow("nowhere", "Klingon.ini", "missing");
+        addRow("no setting", "", "beside");
+    }
+
+    void languageFileOfAnInstalledProgram() {
+        QFETCH(QString, setting);
+        QFETCH(QString, found);
+
+        QTemporaryDir data;
+        const QString installed = data.filePath("zentoria/languages/Zentoria-Test-Language.ini");
+        const QString beside = GetAppPath() + "/TestData-Beside.ini";
+        QVERIFY(writeFile(installed, {}) && writeFile(beside, {}));
+        qputenv("XDG_DATA_DIRS", data.path().toLocal8Bit() + ":/usr/share");
+
+        const QString file = languageFileFor(setting);
+        QFile::remove(beside);
+        if (found == "installed") {
+            QCOMPARE(file, installed);
+        } else {
+            QCOMPARE(file, GetAppPath() + '/' + setting);
+        }
+    }
+
+    void melvadexLanguageIsPlainText_data() {
+        addColumns<QByteArray, QString>("line", "language");
+
+        // Qt's own dialect would make a list of the first two and cut the third at the semicolon.
+        addRow("comma", QByteArray("Language=Deutsch, neu.ini"), "Deutsch, neu.ini");
+        addRow("semicolon", QByteArray("Language=Deutsch;2.ini"), "Deutsch;2.ini");
+        addRow("backslashes", QByteArray("Language=Languages\\Deutsch.ini"), "Languages\\Deutsch.ini");
+        addRow("blanks around", QByteArray("Language =  English.ini  "), "English.ini");
+        addRow("non-ASCII",
+               QByteArray("Language=Fran\xC3\xA7"
+                          "ais.ini"),
+               QStringLiteral("Fran\u00E7ais.ini"));
+    }
+
+    void melvadexLanguageIsPlainText() {
+        QFETCH(QByteArray, line);
+        QFETCH(QString, language);
+
+        QVERIFY(writeFile(settingsFilePath("Melvadex"), "[Preferences]\r\n" + line + "\r\n"));
+        QCOMPARE(read(settings::Language), language);
+    }
+
+private:
+    std::unique_ptr<QTemporaryDir> m_home;
+};
 
 QTEST_GUILESS_MAIN(tst_Settings)
 #include "tst_settings.moc"

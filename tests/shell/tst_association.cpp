@@ -66,122 +66,117 @@ class tst_Association : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void execArgument_data();
-    void execArgument();
-    void registers();
-    void writesOnlyWhatChanged();
-    void unwritableFoldersLetStartUpFinish();
-    void installedFilesSayTheSame();
+    void init() {
+        m_home = std::make_unique<QTemporaryDir>();
+        qputenv("XDG_DATA_HOME", data().toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", config().toLocal8Bit());
+    }
+
+    void execArgument_data() {
+        QTest::addColumn<QString>("executable");
+
+        addRow("plain", "/usr/bin/zentoria");
+        addRow("blanks", "/home/ann/My Programs/zentoria");
+        addRow("everything", "/tmp/a b\"c'd$e`f%g\\h;i&j|k<l>m*n?o#p(q)~r\tt/zentoria");
+    }
+
+    void execArgument() {
+        QFETCH(QString, executable);
+
+        const QByteArray entry = desktopEntry(kReport, {kAppId, executable});
+        QCOMPARE(execArguments(execValue(entry)), (QStringList{executable, "%f"}));
+    }
+
+    void registers() {
+        const QByteArray others = "[Added Associations]\r\ntext/plain=gedit.desktop;\r\n\r\n"
+                                  "[Default Applications]\ntext/plain=gedit.desktop;\n";
+        QVERIFY(writeFile(config() + "/mimeapps.list", others));
+
+        const QString executable = QCoreApplication::applicationFilePath();
+        const AssociationResult result = SetAssociation(kReport, {kAppId, executable});
+        QVERIFY(result.toolsStarted.contains("update-mime-database"));
+        const QString entry = data() + "/applications/" + kAppId + ".desktop";
+        QCOMPARE(execArguments(execValue(contentsOf(entry))), (QStringList{executable, "%f"}));
+        // Every other line of the user's list stays as it was.
+        QCOMPARE(contentsOf(config() + "/mimeapps.list"),
+                 "[Added Associations]\r\ntext/plain=gedit.desktop;\r\n\r\n[Default Applications]\n"
+                 "application/x-melvadex-integrity-report=org.melvadex.Zentoria.desktop;\ntext/"
+                 "plain=gedit.desktop;\n");
+        for (const char* icon :
+             {"icons/hicolor/scalable/mimetypes/application-x-melvadex-integrity-report.svg",
+              "icons/hicolor/48x48/apps/org.melvadex.Zentoria.png"}) {
+            QVERIFY2(QFileInfo(data() + '/' + icon).size() > 0, icon);
+        }
+
+        // The desktop reads the type from the database its tool has just updated.
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(data() + "/mime/mime.cache").exists(), 10000);
+        const QMimeDatabase types;
+        QCOMPARE(types.mimeTypeForFile("x.vzt", QMimeDatabase::MatchExtension).name(), kReport.mimeType);
+        QCOMPARE(types.mimeTypeForName(kReport.mimeType).comment(), kReport.description);
+        QCOMPARE(types.mimeTypeForName(kReport.mimeType).iconName(), kReport.iconName);
+        QVERIFY(types.mimeTypeForFile("old.txt", QMimeDatabase::MatchExtension).name() != kReport.mimeType);
+    }
+
+    void writesOnlyWhatChanged() {
+        const QString executable = QStringLiteral("/opt/zentoria/bin/zentoria");
+        QVERIFY(!SetAssociation(kReport, {kAppId, executable}).written.isEmpty());
+        // The tools started in the background are done when their caches are there.
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(data() + "/mime/mime.cache").exists(), 10000);
+        if (!QStandardPaths::findExecutable("gtk-update-icon-cache").isEmpty()) {
+            QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(data() + "/icons/hicolor/icon-theme.cache").exists(), 10000);
+        }
+
+        // Everything in place: a second start writes nothing and starts nothing.
+        const QString entry = data() + "/applications/" + kAppId + ".desktop";
+        QFile file(entry);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(
+            file.setFileTime(QDateTime(QDate(2001, 1, 1), QTime(0, 0)), QFileDevice::FileModificationTime));
+        file.close();
+        const AssociationResult again = SetAssociation(kReport, {kAppId, executable});
+        QCOMPARE(again.written, QStringList());
+        QCOMPARE(again.toolsStarted, QStringList());
+        QCOMPARE(QFileInfo(entry).lastModified().date().year(), 2001);
+
+        // A program moved to another folder: its command is written again, nothing else.
+        const AssociationResult moved = SetAssociation(kReport, {kAppId, "/home/ann/Zentoria/zentoria"});
+        QCOMPARE(moved.written, QStringList{entry});
+        QCOMPARE(execArguments(execValue(contentsOf(entry))).first(),
+                 QStringLiteral("/home/ann/Zentoria/zentoria"));
+        QVERIFY(!moved.toolsStarted.contains("update-mime-database"));
+    }
+
+    void unwritableFoldersLetStartUpFinish() {
+        // Folders under a plain file can never be made, whoever runs the test (root ignores permissions).
+        const QString blocker = m_home->filePath("not-a-folder");
+        QVERIFY(writeFile(blocker, {}));
+        qputenv("XDG_DATA_HOME", QFile::encodeName(blocker + "/data"));
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(blocker + "/config"));
+        const AssociationResult result = SetAssociation(kReport, {kAppId, "/usr/bin/zentoria"});
+        QCOMPARE(result.written, QStringList());
+        QCOMPARE(result.toolsStarted, QStringList());
+
+        const std::unique_ptr<frmMain> window = Main({"zentoria"});
+        QVERIFY(window);
+        QVERIFY(window->findChild<QWidget*>("frmSplash"));
+    }
+
+    void installedFilesSayTheSame() {
+        QCOMPARE(contentsOf(ZENTORIA_SOURCE_DIR "/packaging/org.melvadex.Zentoria.xml"),
+                 mimePackage(kReport));
+        // The installed entry is the registered one, but for its command: the program found on the PATH.
+        QByteArray installed = contentsOf(ZENTORIA_SOURCE_DIR "/packaging/zentoria.desktop.in");
+        installed.replace("@ZENTORIA_APP_ID@", kAppId.toUtf8());
+        QByteArray registered = desktopEntry(kReport, {kAppId, "zentoria"});
+        registered.replace("Exec=\"zentoria\" %f", "Exec=zentoria %f");
+        QCOMPARE(installed, registered);
+    }
 
 private:
     std::unique_ptr<QTemporaryDir> m_home;
     QString data() const { return m_home->filePath("data"); }
     QString config() const { return m_home->filePath("config"); }
 };
-
-void tst_Association::init() {
-    m_home = std::make_unique<QTemporaryDir>();
-    qputenv("XDG_DATA_HOME", data().toLocal8Bit());
-    qputenv("XDG_CONFIG_HOME", config().toLocal8Bit());
-}
-
-void tst_Association::execArgument_data() {
-    QTest::addColumn<QString>("executable");
-
-    addRow("plain", "/usr/bin/zentoria");
-    addRow("blanks", "/home/ann/My Programs/zentoria");
-    addRow("everything", "/tmp/a b\"c'd$e`f%g\\h;i&j|k<l>m*n?o#p(q)~r\tt/zentoria");
-}
-
-void tst_Association::execArgument() {
-    QFETCH(QString, executable);
-
-    const QByteArray entry = desktopEntry(kReport, {kAppId, executable});
-    QCOMPARE(execArguments(execValue(entry)), (QStringList{executable, "%f"}));
-}
-
-void tst_Association::registers() {
-    const QByteArray others = "[Added Associations]\r\ntext/plain=gedit.desktop;\r\n\r\n"
-                              "[Default Applications]\ntext/plain=gedit.desktop;\n";
-    QVERIFY(writeFile(config() + "/mimeapps.list", others));
-
-    const QString executable = QCoreApplication::applicationFilePath();
-    const AssociationResult result = SetAssociation(kReport, {kAppId, executable});
-    QVERIFY(result.toolsStarted.contains("update-mime-database"));
-    const QString entry = data() + "/applications/" + kAppId + ".desktop";
-    QCOMPARE(execArguments(execValue(contentsOf(entry))), (QStringList{executable, "%f"}));
-    // Every other line of the user's list stays as it was.
-    QCOMPARE(contentsOf(config() + "/mimeapps.list"),
-             "[Added Associations]\r\ntext/plain=gedit.desktop;\r\n\r\n[Default Applications]\n"
-             "application/x-melvadex-integrity-report=org.melvadex.Zentoria.desktop;\ntext/"
-             "plain=gedit.desktop;\n");
-    for (const char* icon : {"icons/hicolor/scalable/mimetypes/application-x-melvadex-integrity-report.svg",
-                             "icons/hicolor/48x48/apps/org.melvadex.Zentoria.png"}) {
-        QVERIFY2(QFileInfo(data() + '/' + icon).size() > 0, icon);
-    }
-
-    // The desktop reads the type from the database its tool has just updated.
-    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(data() + "/mime/mime.cache").exists(), 10000);
-    const QMimeDatabase types;
-    QCOMPARE(types.mimeTypeForFile("x.vzt", QMimeDatabase::MatchExtension).name(), kReport.mimeType);
-    QCOMPARE(types.mimeTypeForName(kReport.mimeType).comment(), kReport.description);
-    QCOMPARE(types.mimeTypeForName(kReport.mimeType).iconName(), kReport.iconName);
-    QVERIFY(types.mimeTypeForFile("old.txt", QMimeDatabase::MatchExtension).name() != kReport.mimeType);
-}
-
-void tst_Association::writesOnlyWhatChanged() {
-    const QString executable = QStringLiteral("/opt/zentoria/bin/zentoria");
-    QVERIFY(!SetAssociation(kReport, {kAppId, executable}).written.isEmpty());
-    // The tools started in the background are done when their caches are there.
-    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(data() + "/mime/mime.cache").exists(), 10000);
-    if (!QStandardPaths::findExecutable("gtk-update-icon-cache").isEmpty()) {
-        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(data() + "/icons/hicolor/icon-theme.cache").exists(), 10000);
-    }
-
-    // Everything in place: a second start writes nothing and starts nothing.
-    const QString entry = data() + "/applications/" + kAppId + ".desktop";
-    QFile file(entry);
-    QVERIFY(file.open(QIODevice::ReadWrite));
-    QVERIFY(file.setFileTime(QDateTime(QDate(2001, 1, 1), QTime(0, 0)), QFileDevice::FileModificationTime));
-    file.close();
-    const AssociationResult again = SetAssociation(kReport, {kAppId, executable});
-    QCOMPARE(again.written, QStringList());
-    QCOMPARE(again.toolsStarted, QStringList());
-    QCOMPARE(QFileInfo(entry).lastModified().date().year(), 2001);
-
-    // A program moved to another folder: its command is written again, nothing else.
-    const AssociationResult moved = SetAssociation(kReport, {kAppId, "/home/ann/Zentoria/zentoria"});
-    QCOMPARE(moved.written, QStringList{entry});
-    QCOMPARE(execArguments(execValue(contentsOf(entry))).first(),
-             QStringLiteral("/home/ann/Zentoria/zentoria"));
-    QVERIFY(!moved.toolsStarted.contains("update-mime-database"));
-}
-
-void tst_Association::unwritableFoldersLetStartUpFinish() {
-    // Folders under a plain file can never be made, whoever runs the test (root ignores permissions).
-    const QString blocker = m_home->filePath("not-a-folder");
-    QVERIFY(writeFile(blocker, {}));
-    qputenv("XDG_DATA_HOME", QFile::encodeName(blocker + "/data"));
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(blocker + "/config"));
-    const AssociationResult result = SetAssociation(kReport, {kAppId, "/usr/bin/zentoria"});
-    QCOMPARE(result.written, QStringList());
-    QCOMPARE(result.toolsStarted, QStringList());
-
-    const std::unique_ptr<frmMain> window = Main({"zentoria"});
-    QVERIFY(window);
-    QVERIFY(window->findChild<QWidget*>("frmSplash"));
-}
-
-void tst_Association::installedFilesSayTheSame() {
-    QCOMPARE(contentsOf(ZENTORIA_SOURCE_DIR "/packaging/org.melvadex.Zentoria.xml"), mimePackage(kReport));
-    // The installed entry is the registered one, but for its command: the program found on the PATH.
-    QByteArray installed = contentsOf(ZENTORIA_SOURCE_DIR "/packaging/zentoria.desktop.in");
-    installed.replace("@ZENTORIA_APP_ID@", kAppId.toUtf8());
-    QByteArray registered = desktopEntry(kReport, {kAppId, "zentoria"});
-    registered.replace("Exec=\"zentoria\" %f", "Exec=zentoria %f");
-    QCOMPARE(installed, registered);
-}
 
 QTEST_MAIN(tst_Association)
 #include "tst_association.moc"

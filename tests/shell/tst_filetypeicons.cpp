@@ -55,49 +55,45 @@ class tst_FileTypeIcons : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void icon_data();
-    void icon();
-};
-
-void tst_FileTypeIcons::initTestCase() {
-    // Only the themes of this run, none of the machine's.
-    QIcon::setThemeSearchPaths({dataHome().filePath("icons")});
-    QIcon::setFallbackSearchPaths({});
-}
-
-void tst_FileTypeIcons::icon_data() {
-    addColumns<QString, QString, QColor, bool>("theme", "extension", "colour", "drawn");
-
-    addRow("the type's own icon, from the user's MIME package", "full", ".mp3", QColor(Qt::red), false);
-    addRow("MP3 in capitals", "full", ".MP3", QColor(Qt::red), false);
-    addRow("the playlist's own icon", "full", ".m3u", QColor(Qt::blue), false);
-    addRow("the generic icon next", "generic", ".mp3", QColor(Qt::green), false);
-    addRow("the program's own MP3 icon", "bare", ".mp3", QColor(), true);
-    addRow("the program's own playlist icon", "bare", ".m3u", QColor(), true);
-}
-
-void tst_FileTypeIcons::icon() {
-    QFETCH(QString, theme);
-    QFETCH(QString, extension);
-    QFETCH(QColor, colour);
-    QFETCH(bool, drawn);
-
-    QIcon::setThemeName(theme);
-    const QIcon icon = fileTypeIcon(extension);
-    QVERIFY(!icon.isNull());
-    if (drawn) {
-        QVERIFY(IconToPicture(GetDefaultIcon(extension)).isNull());
-        const DrawnFile file = extension == ".mp3" ? DrawnFile::Mp3 : DrawnFile::Playlist;
-        QCOMPARE(icon.pixmap(32, 32).toImage(), drawnFileIcon(file).pixmap(32, 32).toImage());
-        // Drawn for every size asked for, not scaled from one.
-        for (int size : {16, 32, 48}) {
-            QCOMPARE(icon.pixmap(size, size).size(), QSize(size, size));
-        }
-    } else {
-        QCOMPARE(colourOf(icon), colour);
+    void initTestCase() {
+        // Only the themes of this run, none of the machine's.
+        QIcon::setThemeSearchPaths({dataHome().filePath("icons")});
+        QIcon::setFallbackSearchPaths({});
     }
-}
+
+    void icon_data() {
+        addColumns<QString, QString, QColor, bool>("theme", "extension", "colour", "drawn");
+
+        addRow("the type's own icon, from the user's MIME package", "full", ".mp3", QColor(Qt::red), false);
+        addRow("MP3 in capitals", "full", ".MP3", QColor(Qt::red), false);
+        addRow("the playlist's own icon", "full", ".m3u", QColor(Qt::blue), false);
+        addRow("the generic icon next", "generic", ".mp3", QColor(Qt::green), false);
+        addRow("the program's own MP3 icon", "bare", ".mp3", QColor(), true);
+        addRow("the program's own playlist icon", "bare", ".m3u", QColor(), true);
+    }
+
+    void icon() {
+        QFETCH(QString, theme);
+        QFETCH(QString, extension);
+        QFETCH(QColor, colour);
+        QFETCH(bool, drawn);
+
+        QIcon::setThemeName(theme);
+        const QIcon icon = fileTypeIcon(extension);
+        QVERIFY(!icon.isNull());
+        if (drawn) {
+            QVERIFY(IconToPicture(GetDefaultIcon(extension)).isNull());
+            const DrawnFile file = extension == ".mp3" ? DrawnFile::Mp3 : DrawnFile::Playlist;
+            QCOMPARE(icon.pixmap(32, 32).toImage(), drawnFileIcon(file).pixmap(32, 32).toImage());
+            // Drawn for every size asked for, not scaled from one.
+            for (int size : {16, 32, 48}) {
+                QCOMPARE(icon.pixmap(size, size).size(), QSize(size, size));
+            }
+        } else {
+            QCOMPARE(colourOf(icon), colour);
+        }
+    }
+};
 
 int main(int argc, char** argv) {
     prepareDataHome();

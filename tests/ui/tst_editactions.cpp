@@ -79,266 +79,259 @@ class tst_EditActions : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void enabledWithASelection();
-    void copy();
-    void exportByTheChosenFilter();
-    void pathMapAskedOnce();
-    void tagEditor_data();
-    void tagEditor();
-    void selectMatching_data();
-    void selectMatching();
-    void germanTexts();
-    void preferences();
-};
+    void enabledWithASelection() {
+        Editing e;
+        const auto enabled = [&e](const char* name) { return e.child<QAction>(name)->isEnabled(); };
+        // Nothing listed yet.
+        QVERIFY(!enabled("submnuCopy") && !enabled("submnuOpenWith") && !enabled("submnuExport"));
+        QVERIFY(!enabled("submnuSelectAll") && !enabled("submnuSelectMatching"));
 
-void tst_EditActions::enabledWithASelection() {
-    Editing e;
-    const auto enabled = [&e](const char* name) { return e.child<QAction>(name)->isEnabled(); };
-    // Nothing listed yet.
-    QVERIFY(!enabled("submnuCopy") && !enabled("submnuOpenWith") && !enabled("submnuExport"));
-    QVERIFY(!enabled("submnuSelectAll") && !enabled("submnuSelectMatching"));
+        e.activate("ID3v2");
+        QVERIFY(!enabled("submnuCopy") && !enabled("submnuOpenWith"));
+        QVERIFY(enabled("submnuExport") && enabled("submnuSelectAll") && enabled("submnuSelectMatching"));
 
-    e.activate("ID3v2");
-    QVERIFY(!enabled("submnuCopy") && !enabled("submnuOpenWith"));
-    QVERIFY(enabled("submnuExport") && enabled("submnuSelectAll") && enabled("submnuSelectMatching"));
+        e.select({kWaterloo});
+        QVERIFY(enabled("submnuCopy") && enabled("submnuOpenWith") && enabled("submnuExport"));
+        e.list->clearSelection();
+        QVERIFY(!enabled("submnuCopy") && !enabled("submnuOpenWith"));
 
-    e.select({kWaterloo});
-    QVERIFY(enabled("submnuCopy") && enabled("submnuOpenWith") && enabled("submnuExport"));
-    e.list->clearSelection();
-    QVERIFY(!enabled("submnuCopy") && !enabled("submnuOpenWith"));
-
-    // Select All, from anywhere in the window, is shown in the panel as a selection by hand is.
-    e.tree->setFocus();
-    QTest::keyClick(&e.window, Qt::Key_A, Qt::ControlModifier);
-    QCOMPARE(e.selectedTexts(), (QStringList{kWaterloo, kLive, kTrack}));
-    QTRY_VERIFY(e.child<CaptionLabel>("WebItemType")->caption().startsWith("3 id3v2 not founds selected."));
-}
-
-void tst_EditActions::copy() {
-    Editing e;
-    e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
-    e.mapToMusic();
-    e.activate("ID3v2");
-    e.select({kWaterloo, kLive, kTrack});
-    e.list->setFocus();
-    QTest::keyClick(e.list, Qt::Key_C, Qt::ControlModifier);
-
-    const QMimeData* copied = QApplication::clipboard()->mimeData();
-    QVERIFY(copied);
-    QCOMPARE(copied->text(), kWaterloo + u'\n' + kLive + u'\n' + kTrack);
-    // Only the files that are here, mapped, as URLs a file manager takes.
-    QCOMPARE(copied->urls(), (QList<QUrl>{QUrl::fromLocalFile(e.music + "/Abba/Waterloo.mp3"),
-                                          QUrl::fromLocalFile(e.music + "/Queen/\"Live\" at Wembley.mp3")}));
-
-    // None of them here: plain text only.
-    e.select({kTrack});
-    e.trigger("submnuCopy");
-    QCOMPARE(QApplication::clipboard()->mimeData()->text(), kTrack);
-    QVERIFY(!QApplication::clipboard()->mimeData()->hasUrls());
-}
-
-void tst_EditActions::exportByTheChosenFilter() {
-    // No file selected exports the kind's files, mapped whatever the letter case of their folder.
-    Editing e;
-    e.mapToMusic();
-    e.activate("ID3v0");
-    QStringList filters;
-    e.dialogs->setChooser([&](const CommonDialog& request) {
-        filters << request.Filter;
-        // The user picks the third filter, text, for a name without an extension.
-        const_cast<CommonDialog&>(request).FilterIndex = 3;
-        return e.home.filePath("out");
-    });
-    e.trigger("submnuExport");
-    QCOMPARE(e.messages, QStringList());
-    QCOMPARE(filters.size(), 1);
-    QVERIFY(filters.first().contains("*.m3u8") && filters.first().contains("*.csv"));
-    QCOMPARE(contentsOf(e.home.filePath("out.txt")),
-             QFile::encodeName(e.music) + "/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
-}
-
-void tst_EditActions::pathMapAskedOnce() {
-    Editing e;
-    e.makeLocalFiles({"Abba/Waterloo.mp3"});
-    e.activate("ID3v2");
-    e.select({kWaterloo, kLive});
-    QStringList titles;
-    e.dialogs->setChooser([&](const CommonDialog& request) {
-        titles << request.DialogTitle;
-        return request.DialogTitle == "PathMap" ? QStringLiteral("c:/music=") + e.music
-                                                : e.home.filePath("a.txt");
-    });
-    e.trigger("submnuExport");
-    QCOMPARE(titles, (QStringList{"PathMap", "Export"}));
-    QCOMPARE(read(settings::PathMap), QStringLiteral("c:\\music=") + e.music);
-    QCOMPARE(contentsOf(e.home.filePath("a.txt")),
-             (e.music + "/Abba/Waterloo.mp3\n" + e.music + "/Queen/\"Live\" at Wembley.mp3\n").toUtf8());
-
-    // Remembered: the next export does not ask.
-    e.trigger("submnuExport");
-    QCOMPARE(titles, (QStringList{"PathMap", "Export", "Export"}));
-}
-
-void tst_EditActions::tagEditor_data() {
-    // The arguments are relative to the music folder; the message is its start, or empty.
-    addColumns<QStringList, QStringList, QString>("selected", "arguments", "message");
-
-    addRow("one missing", QStringList{kWaterloo, kTrack}, QStringList{"Abba/Waterloo.mp3"},
-           "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
-           "editor starts with the other file.");
-    addRow("none here", QStringList{kTrack}, QStringList(),
-           "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
-           "editor was not started.");
-}
-
-void tst_EditActions::tagEditor() {
-    QFETCH(QStringList, selected);
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, message);
-
-    Editing e;
-    e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
-    e.mapToMusic();
-    // A fake kid3 on PATH writes its arguments, one per line, once it has them all.
-    const QString bin = e.home.filePath("bin");
-    QVERIFY(QDir().mkpath(bin));
-    const QString record = e.home.filePath("arguments.txt");
-    QFile script(bin + "/kid3");
-    QVERIFY(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\"; done > \"" +
-                 QFile::encodeName(record) + ".part\"\nmv \"" + QFile::encodeName(record) + ".part\" \"" +
-                 QFile::encodeName(record) + "\"\n");
-    script.close();
-    QVERIFY(script.setPermissions(script.permissions() | QFileDevice::ExeOwner));
-    const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", QFile::encodeName(bin) + ':' + path);
-
-    e.activate("ID3v2");
-    e.select(selected);
-    e.trigger("submnuOpenWith");
-    qputenv("PATH", path);
-
-    QCOMPARE(e.messages.isEmpty() ? QString() : e.messages.first(), message);
-    QCOMPARE(e.messages.size(), message.isEmpty() ? 0 : 1);
-    if (arguments.isEmpty()) {
-        QTest::qWait(200);
-        QVERIFY(!QFile::exists(record));
-        return;
+        // Select All, from anywhere in the window, is shown in the panel as a selection by hand is.
+        e.tree->setFocus();
+        QTest::keyClick(&e.window, Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(e.selectedTexts(), (QStringList{kWaterloo, kLive, kTrack}));
+        QTRY_VERIFY(
+            e.child<CaptionLabel>("WebItemType")->caption().startsWith("3 id3v2 not founds selected."));
     }
-    QTRY_VERIFY(QFile::exists(record));
-    QByteArray expected;
-    for (const QString& argument : arguments) {
-        expected += QFile::encodeName(e.music + u'/' + argument) + '\n';
+
+    void copy() {
+        Editing e;
+        e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
+        e.mapToMusic();
+        e.activate("ID3v2");
+        e.select({kWaterloo, kLive, kTrack});
+        e.list->setFocus();
+        QTest::keyClick(e.list, Qt::Key_C, Qt::ControlModifier);
+
+        const QMimeData* copied = QApplication::clipboard()->mimeData();
+        QVERIFY(copied);
+        QCOMPARE(copied->text(), kWaterloo + u'\n' + kLive + u'\n' + kTrack);
+        // Only the files that are here, mapped, as URLs a file manager takes.
+        QCOMPARE(copied->urls(),
+                 (QList<QUrl>{QUrl::fromLocalFile(e.music + "/Abba/Waterloo.mp3"),
+                              QUrl::fromLocalFile(e.music + "/Queen/\"Live\" at Wembley.mp3")}));
+
+        // None of them here: plain text only.
+        e.select({kTrack});
+        e.trigger("submnuCopy");
+        QCOMPARE(QApplication::clipboard()->mimeData()->text(), kTrack);
+        QVERIFY(!QApplication::clipboard()->mimeData()->hasUrls());
     }
-    QCOMPARE(contentsOf(record), expected);
-}
 
-void tst_EditActions::selectMatching_data() {
-    addColumns<QString, QStringList, QString>("pattern", "selected", "message");
-
-    addRow("part of the path", "QUEEN", QStringList{kLive}, "");
-    addRow("wildcard on the file name", "track??.mp3", QStringList{kTrack}, "");
-    addRow("wildcard over the path", "c:\\music\\*", QStringList{kWaterloo, kLive}, "");
-    addRow("nothing matches", "zappa", QStringList{kWaterloo},
-           "No file in the list matches \"zappa\"; the selection stays as it was.");
-    addRow("empty", "   ", QStringList{kWaterloo}, "Type a part");
-}
-
-void tst_EditActions::selectMatching() {
-    QFETCH(QString, pattern);
-    QFETCH(QStringList, selected);
-    QFETCH(QString, message);
-
-    Editing e;
-    e.activate("ID3v2");
-    e.select({kWaterloo});
-    QTRY_VERIFY(!e.child<QTimer>("ShowSelectedItems")->isActive());
-    e.answerNextDialog("frmSelectMatching", "txtPattern", pattern);
-    e.list->setFocus();
-    QTest::keyClick(e.list, Qt::Key_F, Qt::ControlModifier);
-
-    QCOMPARE(e.selectedTexts(), selected);
-    if (message.isEmpty()) {
-        QCOMPARE(e.messages, QStringList());
-        // The panel shows the new selection as it shows any other.
-        QVERIFY(e.child<QTimer>("ShowSelectedItems")->isActive());
-    } else {
-        QCOMPARE(e.messages.size(), 1);
-        QVERIFY2(e.messages.first().startsWith(message), qPrintable(e.messages.first()));
-    }
-}
-
-void tst_EditActions::germanTexts() {
-    globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/Deutsch.ini");
-    Editing e;
-    e.activate("ID3v2");
-    e.select({kWaterloo, kTrack});
-    // The count line reads with its blanks, though the language file's texts lose theirs at the ends.
-    QTRY_VERIFY2(
-        e.child<CaptionLabel>("WebItemType")->caption().startsWith("2 id3v2 not found-Dateien ausgewählt."),
-        qPrintable(e.child<CaptionLabel>("WebItemType")->caption()));
-    QString title;
-    QTimer::singleShot(0, [&title] {
-        QWidget* dialog = QApplication::activeModalWidget();
-        title = dialog->windowTitle();
-        dialog->close();
-    });
-    e.trigger("submnuSelectMatching");
-    globals().LanguageFile.clear();
-    QCOMPARE(title, QStringLiteral("Passende auswählen"));
-    QCOMPARE(e.child<QAction>("submnuSelectMatching")->text(), QStringLiteral("&Passende auswählen…"));
-    QCOMPARE(e.child<QAction>("submnuCheckFolder")->text(), QStringLiteral("&Ordner prüfen…"));
-}
-
-void tst_EditActions::preferences() {
-    Editing e;
-    const QString a = e.home.filePath("a");
-    const QString b = e.home.filePath("b");
-    QVERIFY(QDir().mkpath(a) && QDir().mkpath(b));
-    // Fills in the mappings given (a Windows folder and where it is), tests a tag editor that is not
-    // here and presses OK; answers what the dialog showed before, and whether it was still open after.
-    const auto fill = [&e](const QList<std::pair<QString, QString>>& added, QStringList* shown, bool* open) {
-        QTimer::singleShot(0, [=, &e] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QVERIFY(dialog && dialog->objectName() == "frmPreferences");
-            auto* table = dialog->findChild<QTableWidget*>("tblPathMaps");
-            for (int row = 0; row < table->rowCount(); ++row) {
-                *shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();
-            }
-            for (const auto& [windows, local] : added) {
-                dialog->findChild<QPushButton*>("cmdAddMapping")->click();
-                table->item(table->rowCount() - 1, 0)->setText(windows);
-                table->item(table->rowCount() - 1, 1)->setText(local);
-            }
-            auto* editor = dialog->findChild<QLineEdit*>("txtTagEditor");
-            editor->setText("zentoria-no-editor %F");
-            dialog->findChild<QPushButton*>("cmdTestTagEditor")->click();
-            *shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();
-            editor->setText("kid3 %F");
-            dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
-            *open = dialog->isVisible();
-            dialog->reject();
-            Q_UNUSED(e);
+    void exportByTheChosenFilter() {
+        // No file selected exports the kind's files, mapped whatever the letter case of their folder.
+        Editing e;
+        e.mapToMusic();
+        e.activate("ID3v0");
+        QStringList filters;
+        e.dialogs->setChooser([&](const CommonDialog& request) {
+            filters << request.Filter;
+            // The user picks the third filter, text, for a name without an extension.
+            const_cast<CommonDialog&>(request).FilterIndex = 3;
+            return e.home.filePath("out");
         });
-    };
-    QStringList shown;
-    bool open = true;
-    fill({{"C:\\Music", a}, {"D:\\Rips", b}}, &shown, &open);
-    e.trigger("submnuPreferences");
-    QVERIFY(!open);
-    QCOMPARE(read(settings::PathMap), "C:\\Music=" + a + "|D:\\Rips=" + b);
-    QCOMPARE(read(settings::TagEditor), QStringLiteral("kid3 %F"));
+        e.trigger("submnuExport");
+        QCOMPARE(e.messages, QStringList());
+        QCOMPARE(filters.size(), 1);
+        QVERIFY(filters.first().contains("*.m3u8") && filters.first().contains("*.csv"));
+        QCOMPARE(contentsOf(e.home.filePath("out.txt")),
+                 QFile::encodeName(e.music) + "/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
+    }
 
-    // Opened again, it shows both; a folder that is not here is refused with a warning.
-    fill({{"E:\\Gone", e.home.filePath("gone")}}, &shown, &open);
-    e.trigger("submnuPreferences");
-    QCOMPARE(shown, (QStringList{"zentoria-no-editor is not on this computer.", "C:\\Music=" + a,
-                                 "D:\\Rips=" + b, "zentoria-no-editor is not on this computer."}));
-    QVERIFY(open);
-    QCOMPARE(e.messages,
-             QStringList{"The folder \"" + e.home.filePath("gone") + "\" is not on this computer."});
-    QCOMPARE(read(settings::PathMap), "C:\\Music=" + a + "|D:\\Rips=" + b);
-}
+    void pathMapAskedOnce() {
+        Editing e;
+        e.makeLocalFiles({"Abba/Waterloo.mp3"});
+        e.activate("ID3v2");
+        e.select({kWaterloo, kLive});
+        QStringList titles;
+        e.dialogs->setChooser([&](const CommonDialog& request) {
+            titles << request.DialogTitle;
+            return request.DialogTitle == "PathMap" ? QStringLiteral("c:/music=") + e.music
+                                                    : e.home.filePath("a.txt");
+        });
+        e.trigger("submnuExport");
+        QCOMPARE(titles, (QStringList{"PathMap", "Export"}));
+        QCOMPARE(read(settings::PathMap), QStringLiteral("c:\\music=") + e.music);
+        QCOMPARE(contentsOf(e.home.filePath("a.txt")),
+                 (e.music + "/Abba/Waterloo.mp3\n" + e.music + "/Queen/\"Live\" at Wembley.mp3\n").toUtf8());
+
+        // Remembered: the next export does not ask.
+        e.trigger("submnuExport");
+        QCOMPARE(titles, (QStringList{"PathMap", "Export", "Export"}));
+    }
+
+    void tagEditor_data() {
+        // The arguments are relative to the music folder; the message is its start, or empty.
+        addColumns<QStringList, QStringList, QString>("selected", "arguments", "message");
+
+        addRow("one missing", QStringList{kWaterloo, kTrack}, QStringList{"Abba/Waterloo.mp3"},
+               "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
+               "editor starts with the other file.");
+        addRow("none here", QStringList{kTrack}, QStringList(),
+               "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
+               "editor was not started.");
+    }
+
+    void tagEditor() {
+        QFETCH(QStringList, selected);
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, message);
+
+        Editing e;
+        e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
+        e.mapToMusic();
+        // A fake kid3 on PATH writes its arguments, one per line, once it has them all.
+        const QString bin = e.home.filePath("bin");
+        QVERIFY(QDir().mkpath(bin));
+        const QString record = e.home.filePath("arguments.txt");
+        QFile script(bin + "/kid3");
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write("#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\"; done > \"" +
+                     QFile::encodeName(record) + ".part\"\nmv \"" + QFile::encodeName(record) + ".part\" \"" +
+                     QFile::encodeName(record) + "\"\n");
+        script.close();
+        QVERIFY(script.setPermissions(script.permissions() | QFileDevice::ExeOwner));
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", QFile::encodeName(bin) + ':' + path);
+
+        e.activate("ID3v2");
+        e.select(selected);
+        e.trigger("submnuOpenWith");
+        qputenv("PATH", path);
+
+        QCOMPARE(e.messages.isEmpty() ? QString() : e.messages.first(), message);
+        QCOMPARE(e.messages.size(), message.isEmpty() ? 0 : 1);
+        if (arguments.isEmpty()) {
+            QTest::qWait(200);
+            QVERIFY(!QFile::exists(record));
+            return;
+        }
+        QTRY_VERIFY(QFile::exists(record));
+        QByteArray expected;
+        for (const QString& argument : arguments) {
+            expected += QFile::encodeName(e.music + u'/' + argument) + '\n';
+        }
+        QCOMPARE(contentsOf(record), expected);
+    }
+
+    void selectMatching_data() {
+        addColumns<QString, QStringList, QString>("pattern", "selected", "message");
+
+        addRow("part of the path", "QUEEN", QStringList{kLive}, "");
+        addRow("wildcard on the file name", "track??.mp3", QStringList{kTrack}, "");
+        addRow("wildcard over the path", "c:\\music\\*", QStringList{kWaterloo, kLive}, "");
+        addRow("nothing matches", "zappa", QStringList{kWaterloo},
+               "No file in the list matches \"zappa\"; the selection stays as it was.");
+        addRow("empty", "   ", QStringList{kWaterloo}, "Type a part");
+    }
+
+    void selectMatching() {
+        QFETCH(QString, pattern);
+        QFETCH(QStringList, selected);
+        QFETCH(QString, message);
+
+        Editing e;
+        e.activate("ID3v2");
+        e.select({kWaterloo});
+        QTRY_VERIFY(!e.child<QTimer>("ShowSelectedItems")->isActive());
+        e.answerNextDialog("frmSelectMatching", "txtPattern", pattern);
+        e.list->setFocus();
+        QTest::keyClick(e.list, Qt::Key_F, Qt::ControlModifier);
+
+        QCOMPARE(e.selectedTexts(), selected);
+        if (message.isEmpty()) {
+            QCOMPARE(e.messages, QStringList());
+            // The panel shows the new selection as it shows any other.
+            QVERIFY(e.child<QTimer>("ShowSelectedItems")->isActive());
+        } else {
+            QCOMPARE(e.messages.size(), 1);
+            QVERIFY2(e.messages.first().startsWith(message), qPrintable(e.messages.first()));
+        }
+    }
+
+    void germanTexts() {
+        globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/Deutsch.ini");
+        Editing e;
+        e.activate("ID3v2");
+        e.select({kWaterloo, kTrack});
+        // The count line reads with its blanks, though the language file's texts lose theirs at the ends.
+        QTRY_VERIFY2(e.child<CaptionLabel>("WebItemType")
+                         ->caption()
+                         .startsWith("2 id3v2 not found-Dateien ausgewählt."),
+                     qPrintable(e.child<CaptionLabel>("WebItemType")->caption()));
+        QString title;
+        QTimer::singleShot(0, [&title] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            title = dialog->windowTitle();
+            dialog->close();
+        });
+        e.trigger("submnuSelectMatching");
+        globals().LanguageFile.clear();
+        QCOMPARE(title, QStringLiteral("Passende auswählen"));
+        QCOMPARE(e.child<QAction>("submnuSelectMatching")->text(), QStringLiteral("&Passende auswählen…"));
+        QCOMPARE(e.child<QAction>("submnuCheckFolder")->text(), QStringLiteral("&Ordner prüfen…"));
+    }
+
+    void preferences() {
+        Editing e;
+        const QString a = e.home.filePath("a");
+        const QString b = e.home.filePath("b");
+        QVERIFY(QDir().mkpath(a) && QDir().mkpath(b));
+        // Fills in the mappings given (a Windows folder and where it is), tests a tag editor that is not
+        // here and presses OK; answers what the dialog showed before, and whether it was still open after.
+        const auto fill = [&e](const QList<std::pair<QString, QString>>& added, QStringList* shown,
+                               bool* open) {
+            QTimer::singleShot(0, [=, &e] {
+                auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+                QVERIFY(dialog && dialog->objectName() == "frmPreferences");
+                auto* table = dialog->findChild<QTableWidget*>("tblPathMaps");
+                for (int row = 0; row < table->rowCount(); ++row) {
+                    *shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();
+                }
+                for (const auto& [windows, local] : added) {
+                    dialog->findChild<QPushButton*>("cmdAddMapping")->click();
+                    table->item(table->rowCount() - 1, 0)->setText(windows);
+                    table->item(table->rowCount() - 1, 1)->setText(local);
+                }
+                auto* editor = dialog->findChild<QLineEdit*>("txtTagEditor");
+                editor->setText("zentoria-no-editor %F");
+                dialog->findChild<QPushButton*>("cmdTestTagEditor")->click();
+                *shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();
+                editor->setText("kid3 %F");
+                dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+                *open = dialog->isVisible();
+                dialog->reject();
+                Q_UNUSED(e);
+            });
+        };
+        QStringList shown;
+        bool open = true;
+        fill({{"C:\\Music", a}, {"D:\\Rips", b}}, &shown, &open);
+        e.trigger("submnuPreferences");
+        QVERIFY(!open);
+        QCOMPARE(read(settings::PathMap), "C:\\Music=" + a + "|D:\\Rips=" + b);
+        QCOMPARE(read(settings::TagEditor), QStringLiteral("kid3 %F"));
+
+        // Opened again, it shows both; a folder that is not here is refused with a warning.
+        fill({{"E:\\Gone", e.home.filePath("gone")}}, &shown, &open);
+        e.trigger("submnuPreferences");
+        QCOMPARE(shown, (QStringList{"zentoria-no-editor is not on this computer.", "C:\\Music=" + a,
+                                     "D:\\Rips=" + b, "zentoria-no-editor is not on this computer."}));
+        QVERIFY(open);
+        QCOMPARE(e.messages,
+                 QStringList{"The folder \"" + e.home.filePath("gone") + "\" is not on this computer."});
+        QCOMPARE(read(settings::PathMap), "C:\\Music=" + a + "|D:\\Rips=" + b);
+    }
+};
 
 QTEST_MAIN(tst_EditActions)
 #include "tst_editactions.moc"

@@ -2,6 +2,7 @@
 #include "settings/Globals.h"
 #include "settings/Preferences.h"
 #include "settings/SettingsStore.h"
+#include "shell/ListScrollHook.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/PictureBox.h"
 #include "ui/common/Twips.h"
@@ -12,6 +13,7 @@
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QTemporaryDir>
+#include <QWheelEvent>
 
 using namespace zentoria;
 
@@ -45,7 +47,18 @@ struct Frame : MainWindowFixture {
     }
     bool settingsWritten() const { return QFile::exists(settingsFilePath(thisProgram())); }
     void forgetSettings() { QFile::remove(settingsFilePath(thisProgram())); }
+    // The panel and its scroll bar stacked above the list, as they are drawn after a scroll.
+    bool panelAboveList() const {
+        const QObjectList order = list->parentWidget()->children();
+        return order.indexOf(list) < order.indexOf(panel) && order.indexOf(panel) < order.indexOf(scroll);
+    }
 };
+
+void wheel(QWidget* target, QPoint angle) {
+    const QPointF at(target->width() / 2.0, target->height() / 2.0);
+    QWheelEvent event(at, target->mapToGlobal(at), {}, angle, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(target, &event);
+}
 
 } // namespace
 
@@ -53,183 +66,218 @@ class tst_Frame : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void passesPlaceThePanes();
-    void separatorDrag_data();
-    void separatorDrag();
-    void treeWidthThatCannotBeApplied_data();
-    void treeWidthThatCannotBeApplied();
-    void panelTallerThanTheList();
-    void addressCaptionMovesThePath();
+    void passesPlaceThePanes() {
+        Frame f;
+        // The worked example's panes, from a real window (no frame offscreen: client = window width).
+        QCOMPARE(geometryTwips(f.tree).Width, 3000.0);
+        QCOMPARE(geometryTwips(f.list).Left, 2855.0);
+        QVERIFY(f.panel->isVisible());
+        // The panes fill the client area: the list ends 30 twips short of the right pane's edge, and the
+        // tree ends where the status bar begins.
+        const double client = f.clientWidthTwips();
+        QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Width, client - 3045);
+        const TwipsRect tree = geometryTwips(f.tree);
+        QCOMPARE(tree.Top + tree.Height, geometryTwips(f.child<QWidget>("SB")).Top);
+        // The placement saved is the window's own, frame included.
+        const QString savedWidth =
+            QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window)));
+        QCOMPARE(read(settings::SafeWidth), savedWidth);
+        QCOMPARE(read(settings::SafeInitialTVWidth), QStringLiteral("3000"));
+        QCOMPARE(read(settings::InitialTVWidth), QStringLiteral("3000"));
+
+        // Tools > WebStyle, twice: the classic view and back.
+        QAction* item = f.child<QAction>("submnuWebStyle");
+        QVERIFY(item->isChecked());
+        for (const bool on : {false, true}) {
+            f.trigger("submnuWebStyle");
+            QCOMPARE(item->isChecked(), on);
+            QCOMPARE(f.window.WebStyle, on);
+            QCOMPARE(read(settings::WebStyle), on ? QStringLiteral("1") : QStringLiteral("0"));
+            QCOMPARE(f.panel->isVisible(), on);
+            QCOMPARE(geometryTwips(f.list).Left, on ? 2855.0 : -45.0);
+        }
+
+        // Minimized, the window moves nothing and saves nothing; restored, it runs a full pass again.
+        f.forgetSettings();
+        f.window.setWindowState(Qt::WindowMinimized);
+        const QRect treeBefore = f.tree->geometry();
+        const QRect listBefore = f.list->geometry();
+        f.resizeTwips(9000, 6000);
+        QCOMPARE(f.tree->geometry(), treeBefore);
+        QCOMPARE(f.list->geometry(), listBefore);
+        QVERIFY(!f.settingsWritten());
+        f.window.setWindowState(Qt::WindowNoState);
+        QTRY_VERIFY(f.settingsWritten());
+        QCOMPARE(read(settings::SafeWidth),
+                 QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
+    }
+
+    void separatorDrag_data() {
+        addColumns<int, QString, bool>("button", "where", "webStyle");
+
+        addRow("past the left edge", int(Qt::LeftButton), "left edge", true);
+        addRow("beyond the client width", int(Qt::LeftButton), "beyond", false);
+        addRow("to 3990 twips", int(Qt::LeftButton), "3990", true);
+        addRow("the right button drags too", int(Qt::RightButton), "3990", true);
+        // In web style the panel needs room beside the tree: a list of negative width is refused and the
+        // pass takes the last safe tree width instead.
+        QTest::addRow("beyond the client width, web style")
+            << int(Qt::LeftButton) << "beyond, recovered" << true;
+    }
+
+    void separatorDrag() {
+        QFETCH(int, button);
+        QFETCH(QString, where);
+        QFETCH(bool, webStyle);
+
+        Frame f;
+        if (!webStyle) {
+            f.trigger("submnuWebStyle");
+        }
+        const QPoint grip(1, f.separator->height() / 2);
+        const int separatorX = f.separator->x();
+        QPoint to;
+        int expected = 0;
+        if (where == "left edge") {
+            to = QPoint(-separatorX - 40, grip.y());
+            expected = 0;
+        } else if (where.startsWith("beyond")) {
+            to = QPoint(f.window.centralWidget()->width() + 40 - separatorX, grip.y());
+            expected = where == "beyond" ? int(f.clientWidthTwips() - 45) : 3000;
+        } else {
+            to = QPoint(66, grip.y()); // 66 pixels of 15 twips right of the separator's left edge at 3000
+            expected = 3990;
+        }
+        QTest::mousePress(f.separator, Qt::MouseButton(button), {}, grip);
+        QTest::mouseMove(f.separator, to);
+        QTest::mouseRelease(f.separator, Qt::MouseButton(button), {}, to);
+
+        QCOMPARE(globals().InitialTVWidth, expected);
+        QCOMPARE(read(settings::InitialTVWidth), QString::number(expected));
+        f.resizeEventAgain();
+        QCOMPARE(geometryTwips(f.tree).Width, double(expected));
+        QCOMPARE(geometryTwips(f.separator).Left, double(expected));
+
+        // Without a button held, moving over the separator drags nothing.
+        QTest::mouseMove(f.separator, QPoint(2, grip.y()));
+        QCOMPARE(globals().InitialTVWidth, expected);
+    }
+
+    void treeWidthThatCannotBeApplied_data() {
+        addColumns<int, QString, int>("stored", "safe", "recovered");
+
+        addRow("wider than any screen", 100000, "2500", 2500);
+        addRow("no safe configuration yet", -500, "", 3000);
+        // The repair is tried once: a last safe width no better gives way to the default.
+        addRow("the last safe one no better", 100000, "-20", 3000);
+        addRow("too wide for this window", 9000, "2500", 2500);
+    }
+
+    void treeWidthThatCannotBeApplied() {
+        QFETCH(int, stored);
+        QFETCH(QString, safe);
+        QFETCH(int, recovered);
+
+        Frame f;
+        f.forgetSettings();
+        if (!safe.isEmpty()) {
+            write(settings::SafeInitialTVWidth, safe);
+        }
+        globals().InitialTVWidth = stored;
+        f.resizeTwips(11000, 7000);
+
+        QCOMPARE(globals().InitialTVWidth, recovered);
+        QCOMPARE(read(settings::InitialTVWidth), QString::number(recovered));
+        QCOMPARE(read(settings::SafeInitialTVWidth), QString::number(recovered));
+        // The step that failed and every later one use the recovered width.
+        QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Left, double(recovered + 45));
+    }
+
+    void panelTallerThanTheList() {
+        Frame f;
+        auto* info = f.child<CaptionLabel>("lblInfo");
+        const double listHeight = geometryTwips(f.list).Height;
+        const TwipsRect infoRect = geometryTwips(info);
+        // The panel's content ends 2000 twips below the list's height.
+        setGeometryTwips(info, infoRect.Left, listHeight + 2000 - infoRect.Height, infoRect.Width,
+                         infoRect.Height);
+        f.resizeEventAgain();
+
+        QVERIFY(f.scroll->isVisible());
+        QCOMPARE(f.scroll->maximum(), 2000);
+        QCOMPARE(f.scroll->pageStep(), 200);
+        QCOMPARE(f.scroll->singleStep(), 20);
+        QCOMPARE(geometryTwips(f.panel).Height, listHeight + 2000);
+        QCOMPARE(geometryTwips(f.scroll).Left, geometryTwips(f.panel).Width);
+
+        // Dragging the thumb moves the panel along; the value at the end of the drag keeps it there.
+        f.scroll->setSliderDown(true);
+        f.scroll->setSliderPosition(1000);
+        QCOMPARE(geometryTwips(f.panel).Top, -1000.0);
+        f.scroll->setSliderPosition(f.scroll->maximum());
+        QCOMPARE(geometryTwips(f.panel).Top, -2000.0);
+        f.scroll->setSliderDown(false);
+        QCOMPARE(f.scroll->value(), 2000);
+        QCOMPARE(geometryTwips(f.panel).Top, -2000.0);
+        QVERIFY(f.list->hasFocus());
+
+        // Content that ends above the panel's edge hides the scroll bar and fits the panel to the list.
+        setGeometryTwips(info, infoRect.Left, 100, infoRect.Width, infoRect.Height);
+        f.resizeEventAgain();
+        QVERIFY(!f.scroll->isVisible());
+    }
+
+    void addressCaptionMovesThePath() {
+        Frame f;
+        auto* label = f.child<CaptionLabel>("lblAddress");
+        auto* path = f.child<CaptionLabel>("WEPath");
+        label->setCaption("A much longer address caption");
+        const TwipsRect labelRect = geometryTwips(label);
+        QCOMPARE(geometryTwips(path).Left, labelRect.Left + labelRect.Width + 200);
+    }
+
+    void reordersBeforeTheListScrolls_data() {
+        addColumns<QString, bool>("action", "reorders");
+
+        addRow("wheel over the list", "wheel", true);
+        addRow("wheel over its scroll bar", "wheel on the bar", true);
+        addRow("a press on its scroll bar", "press on the bar", true);
+        addRow("Page Down", "page down", true);
+        addRow("sideways wheel", "sideways wheel", false);
+        addRow("a press on the sideways scroll bar", "press on the sideways bar", false);
+        addRow("a letter", "letter", false);
+    }
+
+    void reordersBeforeTheListScrolls() {
+        QFETCH(QString, action);
+        QFETCH(bool, reorders);
+
+        // The list shows a kind long enough to scroll.
+        Frame f;
+        f.open(writeGeneratedReport(f.home.filePath("report.vzt"), 200));
+        f.activate("ID3v1");
+        f.window.resize(f.window.width(), f.window.minimumSizeHint().height());
+        QVERIFY(isHooked(f.list));
+        f.list->raise(); // as other code may leave it
+        QVERIFY(!f.panelAboveList());
+        if (action == "wheel") {
+            wheel(f.list->viewport(), QPoint(0, -120));
+        } else if (action == "wheel on the bar") {
+            wheel(f.list->verticalScrollBar(), QPoint(0, -120));
+        } else if (action == "press on the bar") {
+            QTest::mouseClick(f.list->verticalScrollBar(), Qt::LeftButton, {}, QPoint(2, 2));
+        } else if (action == "page down") {
+            QTest::keyClick(f.list, Qt::Key_PageDown);
+        } else if (action == "sideways wheel") {
+            wheel(f.list->viewport(), QPoint(-120, 0));
+        } else if (action == "press on the sideways bar") {
+            QTest::mouseClick(f.list->horizontalScrollBar(), Qt::LeftButton, {}, QPoint(2, 2));
+        } else {
+            QTest::keyClick(f.list, Qt::Key_W);
+        }
+        QCOMPARE(f.panelAboveList(), reorders);
+    }
 };
-
-void tst_Frame::passesPlaceThePanes() {
-    Frame f;
-    // The worked example's panes, from a real window (no frame offscreen: client = window width).
-    QCOMPARE(geometryTwips(f.tree).Width, 3000.0);
-    QCOMPARE(geometryTwips(f.list).Left, 2855.0);
-    QVERIFY(f.panel->isVisible());
-    // The panes fill the client area: the list ends 30 twips short of the right pane's edge, and the
-    // tree ends where the status bar begins.
-    const double client = f.clientWidthTwips();
-    QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Width, client - 3045);
-    const TwipsRect tree = geometryTwips(f.tree);
-    QCOMPARE(tree.Top + tree.Height, geometryTwips(f.child<QWidget>("SB")).Top);
-    // The placement saved is the window's own, frame included.
-    const QString savedWidth =
-        QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window)));
-    QCOMPARE(read(settings::SafeWidth), savedWidth);
-    QCOMPARE(read(settings::SafeInitialTVWidth), QStringLiteral("3000"));
-    QCOMPARE(read(settings::InitialTVWidth), QStringLiteral("3000"));
-
-    // Tools > WebStyle, twice: the classic view and back.
-    QAction* item = f.child<QAction>("submnuWebStyle");
-    QVERIFY(item->isChecked());
-    for (const bool on : {false, true}) {
-        f.trigger("submnuWebStyle");
-        QCOMPARE(item->isChecked(), on);
-        QCOMPARE(f.window.WebStyle, on);
-        QCOMPARE(read(settings::WebStyle), on ? QStringLiteral("1") : QStringLiteral("0"));
-        QCOMPARE(f.panel->isVisible(), on);
-        QCOMPARE(geometryTwips(f.list).Left, on ? 2855.0 : -45.0);
-    }
-
-    // Minimized, the window moves nothing and saves nothing; restored, it runs a full pass again.
-    f.forgetSettings();
-    f.window.setWindowState(Qt::WindowMinimized);
-    const QRect treeBefore = f.tree->geometry();
-    const QRect listBefore = f.list->geometry();
-    f.resizeTwips(9000, 6000);
-    QCOMPARE(f.tree->geometry(), treeBefore);
-    QCOMPARE(f.list->geometry(), listBefore);
-    QVERIFY(!f.settingsWritten());
-    f.window.setWindowState(Qt::WindowNoState);
-    QTRY_VERIFY(f.settingsWritten());
-    QCOMPARE(read(settings::SafeWidth),
-             QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
-}
-
-void tst_Frame::separatorDrag_data() {
-    addColumns<int, QString, bool>("button", "where", "webStyle");
-
-    addRow("past the left edge", int(Qt::LeftButton), "left edge", true);
-    addRow("beyond the client width", int(Qt::LeftButton), "beyond", false);
-    addRow("to 3990 twips", int(Qt::LeftButton), "3990", true);
-    addRow("the right button drags too", int(Qt::RightButton), "3990", true);
-    // In web style the panel needs room beside the tree: a list of negative width is refused and the
-    // pass takes the last safe tree width instead.
-    QTest::addRow("beyond the client width, web style") << int(Qt::LeftButton) << "beyond, recovered" << true;
-}
-
-void tst_Frame::separatorDrag() {
-    QFETCH(int, button);
-    QFETCH(QString, where);
-    QFETCH(bool, webStyle);
-
-    Frame f;
-    if (!webStyle) {
-        f.trigger("submnuWebStyle");
-    }
-    const QPoint grip(1, f.separator->height() / 2);
-    const int separatorX = f.separator->x();
-    QPoint to;
-    int expected = 0;
-    if (where == "left edge") {
-        to = QPoint(-separatorX - 40, grip.y());
-        expected = 0;
-    } else if (where.startsWith("beyond")) {
-        to = QPoint(f.window.centralWidget()->width() + 40 - separatorX, grip.y());
-        expected = where == "beyond" ? int(f.clientWidthTwips() - 45) : 3000;
-    } else {
-        to = QPoint(66, grip.y()); // 66 pixels of 15 twips right of the separator's left edge at 3000
-        expected = 3990;
-    }
-    QTest::mousePress(f.separator, Qt::MouseButton(button), {}, grip);
-    QTest::mouseMove(f.separator, to);
-    QTest::mouseRelease(f.separator, Qt::MouseButton(button), {}, to);
-
-    QCOMPARE(globals().InitialTVWidth, expected);
-    QCOMPARE(read(settings::InitialTVWidth), QString::number(expected));
-    f.resizeEventAgain();
-    QCOMPARE(geometryTwips(f.tree).Width, double(expected));
-    QCOMPARE(geometryTwips(f.separator).Left, double(expected));
-
-    // Without a button held, moving over the separator drags nothing.
-    QTest::mouseMove(f.separator, QPoint(2, grip.y()));
-    QCOMPARE(globals().InitialTVWidth, expected);
-}
-
-void tst_Frame::treeWidthThatCannotBeApplied_data() {
-    addColumns<int, QString, int>("stored", "safe", "recovered");
-
-    addRow("wider than any screen", 100000, "2500", 2500);
-    addRow("no safe configuration yet", -500, "", 3000);
-    // The repair is tried once: a last safe width no better gives way to the default.
-    addRow("the last safe one no better", 100000, "-20", 3000);
-    addRow("too wide for this window", 9000, "2500", 2500);
-}
-
-void tst_Frame::treeWidthThatCannotBeApplied() {
-    QFETCH(int, stored);
-    QFETCH(QString, safe);
-    QFETCH(int, recovered);
-
-    Frame f;
-    f.forgetSettings();
-    if (!safe.isEmpty()) {
-        write(settings::SafeInitialTVWidth, safe);
-    }
-    globals().InitialTVWidth = stored;
-    f.resizeTwips(11000, 7000);
-
-    QCOMPARE(globals().InitialTVWidth, recovered);
-    QCOMPARE(read(settings::InitialTVWidth), QString::number(recovered));
-    QCOMPARE(read(settings::SafeInitialTVWidth), QString::number(recovered));
-    // The step that failed and every later one use the recovered width.
-    QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Left, double(recovered + 45));
-}
-
-void tst_Frame::panelTallerThanTheList() {
-    Frame f;
-    auto* info = f.child<CaptionLabel>("lblInfo");
-    const double listHeight = geometryTwips(f.list).Height;
-    const TwipsRect infoRect = geometryTwips(info);
-    // The panel's content ends 2000 twips below the list's height.
-    setGeometryTwips(info, infoRect.Left, listHeight + 2000 - infoRect.Height, infoRect.Width,
-                     infoRect.Height);
-    f.resizeEventAgain();
-
-    QVERIFY(f.scroll->isVisible());
-    QCOMPARE(f.scroll->maximum(), 2000);
-    QCOMPARE(f.scroll->pageStep(), 200);
-    QCOMPARE(f.scroll->singleStep(), 20);
-    QCOMPARE(geometryTwips(f.panel).Height, listHeight + 2000);
-    QCOMPARE(geometryTwips(f.scroll).Left, geometryTwips(f.panel).Width);
-
-    // Dragging the thumb moves the panel along; the value at the end of the drag keeps it there.
-    f.scroll->setSliderDown(true);
-    f.scroll->setSliderPosition(1000);
-    QCOMPARE(geometryTwips(f.panel).Top, -1000.0);
-    f.scroll->setSliderPosition(f.scroll->maximum());
-    QCOMPARE(geometryTwips(f.panel).Top, -2000.0);
-    f.scroll->setSliderDown(false);
-    QCOMPARE(f.scroll->value(), 2000);
-    QCOMPARE(geometryTwips(f.panel).Top, -2000.0);
-    QVERIFY(f.list->hasFocus());
-
-    // Content that ends above the panel's edge hides the scroll bar and fits the panel to the list.
-    setGeometryTwips(info, infoRect.Left, 100, infoRect.Width, infoRect.Height);
-    f.resizeEventAgain();
-    QVERIFY(!f.scroll->isVisible());
-}
-
-void tst_Frame::addressCaptionMovesThePath() {
-    Frame f;
-    auto* label = f.child<CaptionLabel>("lblAddress");
-    auto* path = f.child<CaptionLabel>("WEPath");
-    label->setCaption("A much longer address caption");
-    const TwipsRect labelRect = geometryTwips(label);
-    QCOMPARE(geometryTwips(path).Left, labelRect.Left + labelRect.Width + 200);
-}
 
 QTEST_MAIN(tst_Frame)
 #include "tst_frame.moc"

@@ -15,171 +15,165 @@ class tst_frmMain : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void menuShortcuts_data();
-    void menuShortcuts();
-    void openFileMessages_data();
-    void openFileMessages();
-    void openFileRemovesQuotes();
-    void fileOpenDialog();
-    void messagesAndCaptionsArePlainText();
+    void menuShortcuts_data() {
+        addColumns<QString, QKeySequence>("action", "keys");
+
+        addRow("Open", "submnuOpen", QKeySequence(Qt::CTRL | Qt::Key_O));
+        addRow("Quit", "submnuExit", QKeySequence(Qt::CTRL | Qt::Key_Q));
+        addRow("Contents", "submnuShowHelp", QKeySequence(Qt::Key_F1));
+    }
+
+    void menuShortcuts() {
+        QFETCH(QString, action);
+        QFETCH(QKeySequence, keys);
+
+        Window w;
+        w.child<CommonDialog>("CMDlg")->setChooser([](const CommonDialog&) { return QString(); });
+        QSignalSpy help(&w.window, &frmMain::helpContentsRequested);
+        w.show();
+        QVERIFY(QTest::qWaitForWindowActive(&w.window));
+        QSignalSpy triggered(w.window.findChild<QAction*>(action), &QAction::triggered);
+        QTest::keySequence(&w.window, keys);
+        QCOMPARE(triggered.count(), 1);
+        // Quit closes the window, Contents asks for the help, a cancelled Open says nothing.
+        QCOMPARE(w.window.isVisible(), action != "submnuExit");
+        QCOMPARE(help.count(), action == "submnuShowHelp" ? 1 : 0);
+        QVERIFY(w.messages.isEmpty());
+    }
+
+    void openFileMessages_data() {
+        addColumns<QString, QStringList, bool>("file", "messages", "keepsTheReport");
+
+        static QTemporaryDir dir;
+        const QString pipe = dir.filePath("pipe.vzt");
+        QFile::remove(pipe);
+        QVERIFY(::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
+        const QString empty = dir.filePath("empty.vzt");
+        QVERIFY(writeFile(empty, {}));
+        const auto cannotOpen = [](const QString& file, const QString& why) {
+            return QStringList{"The report \"" + file + "\" cannot be opened: " + why + "."};
+        };
+
+        addRow("loaded", dataFile("mixed.vzt"), QStringList(), false);
+        addRow("corrupted", dataFile("corrupted.txt"), QStringList{"The file is corrupted"}, true);
+        addRow("no problems", dataFile("noproblems.vzt"),
+               QStringList{"The are no MP3 file with \"problems\" in this report."}, false);
+        addRow("ended early", dataFile("endedearly.vzt"),
+               QStringList{
+                   "\"" + dataFile("endedearly.vzt") +
+                   "\" was not read completely.\n\nThe report ends too early: it should go on at line 15 "
+                   "up to its closing \"Date of creation:\" line, but the file ends there. 2 files were "
+                   "read before it."},
+               false);
+        addRow("skipped record", dataFile("skipped.vzt"),
+               QStringList{"\"" + dataFile("skipped.vzt") +
+                           "\" was not read completely.\n\n1 line does not fit the "
+                           "report format, so its record was skipped (line 15)."},
+               false);
+        addRow("missing", "/nonexistent/report.vzt",
+               cannotOpen("/nonexistent/report.vzt", "No such file or directory"), true);
+        // Opening a pipe that nobody writes to would wait for ever, with no window to close.
+        addRow("named pipe", pipe, cannotOpen(pipe, "it is a named pipe, not a file"), true);
+        addRow("empty file", empty, QStringList{"The file \"" + empty + "\" is empty: it holds no report."},
+               true);
+    }
+
+    void openFileMessages() {
+        QFETCH(QString, file);
+        QFETCH(QStringList, messages);
+        QFETCH(bool, keepsTheReport);
+
+        Window w;
+        QString before = dataFile("export.vzt");
+        w.window.OpenFile(before);
+        QVERIFY(w.window.windowTitle().startsWith("export.vzt"));
+
+        w.window.OpenFile(file);
+        QCOMPARE(w.messages, messages);
+        // A file that is no report leaves the one on screen as it was.
+        QCOMPARE(w.window.windowTitle().startsWith("export.vzt"), keepsTheReport);
+    }
+
+    void openFileRemovesQuotes() {
+        Window w;
+        QString file = "\"" + dataFile("corr\"upted.txt\"");
+        w.window.OpenFile(file);
+        QCOMPARE(file, dataFile("corrupted.txt"));
+        QCOMPARE(w.messages, QStringList{"The file is corrupted"});
+
+        // Blanks are kept: only the quotes go.
+        QString padded = " " + dataFile("corrupted.txt");
+        w.messages.clear();
+        w.window.OpenFile(padded);
+        QCOMPARE(w.messages.size(), 1);
+        QVERIFY2(w.messages.first().startsWith("The report \" /"), qPrintable(w.messages.first()));
+
+        // Quotes that are part of a file's name stay, whether the name is given as it is, quoted as the
+        // desktop passes it, or chosen in the open dialog.
+        QTemporaryDir dir;
+        const QString quoted = dir.filePath("my \"best\" report.vzt");
+        QVERIFY(QFile::copy(dataFile("mixed.vzt"), quoted));
+        for (QString given : {quoted, "\"" + quoted + "\""}) {
+            w.window.OpenFile(given);
+            QCOMPARE(given, quoted);
+            QVERIFY2(w.window.windowTitle().startsWith("my \"best\" report.vzt"),
+                     qPrintable(w.window.windowTitle()));
+        }
+        w.open(dataFile("export.vzt"));
+        w.open(quoted);
+        QVERIFY(w.window.windowTitle().startsWith("my \"best\" report.vzt"));
+    }
+
+    void fileOpenDialog() {
+        QTemporaryDir config;
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(config.path()));
+        Window w;
+        QString filter, title, folder;
+        QString answer = dataFile("corrupted.txt");
+        w.child<CommonDialog>("CMDlg")->setChooser([&](const CommonDialog& dialog) {
+            filter = dialog.Filter;
+            title = dialog.DialogTitle;
+            folder = dialog.InitDir;
+            return answer;
+        });
+        // It starts at home until a report was opened, then in the folder of the last one.
+        answer = dataFile("mixed.vzt");
+        w.trigger("submnuOpen");
+        QCOMPARE(folder, QDir::homePath());
+        answer = dataFile("corrupted.txt");
+        w.trigger("submnuOpen");
+        QCOMPARE(folder, QStringLiteral(ZENTORIA_TEST_DATA));
+        QCOMPARE(filter,
+                 QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt|Melvadex Integrity Report (prev. "
+                                "versions) (*.txt)|*.txt"));
+        QCOMPARE(title, QStringLiteral("Select the file to view"));
+        QCOMPARE(w.messages, QStringList{"The file is corrupted"});
+        QCOMPARE(
+            CommonDialog::toQtFilter(filter),
+            QStringLiteral(
+                "Melvadex Integrity Report (*.vzt);;Melvadex Integrity Report (prev. versions) (*.txt)"));
+    }
+
+    void messagesAndCaptionsArePlainText() {
+        const auto box = MessageBoxes::create(nullptr, "<b>C:\\x.mp3</b>");
+        QCOMPARE(box->windowTitle(), QStringLiteral("Zentoria"));
+        QCOMPARE(box->icon(), QMessageBox::NoIcon);
+        QCOMPARE(box->buttons().size(), 1);
+        QCOMPARE(box->standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
+        QCOMPARE(box->textFormat(), Qt::PlainText);
+
+        // "&&" shows one ampersand, a lone "&" marks the access key, markup is text.
+        const QList<std::pair<QString, QString>> captions{
+            {"Rock && Roll", "Rock & Roll"}, {"&File", "File"}, {"<i>x</i>", "<i>x</i>"}, {"a&&&b", "a&b"}};
+        for (const auto& [caption, shown] : captions) {
+            CaptionLabel label;
+            label.setCaption(caption);
+            QCOMPARE(label.caption(), caption);
+            QCOMPARE(label.text(), shown);
+            QCOMPARE(label.textFormat(), Qt::PlainText);
+        }
+    }
 };
-
-void tst_frmMain::menuShortcuts_data() {
-    addColumns<QString, QKeySequence>("action", "keys");
-
-    addRow("Open", "submnuOpen", QKeySequence(Qt::CTRL | Qt::Key_O));
-    addRow("Quit", "submnuExit", QKeySequence(Qt::CTRL | Qt::Key_Q));
-    addRow("Contents", "submnuShowHelp", QKeySequence(Qt::Key_F1));
-}
-
-void tst_frmMain::menuShortcuts() {
-    QFETCH(QString, action);
-    QFETCH(QKeySequence, keys);
-
-    Window w;
-    w.child<CommonDialog>("CMDlg")->setChooser([](const CommonDialog&) { return QString(); });
-    QSignalSpy help(&w.window, &frmMain::helpContentsRequested);
-    w.show();
-    QVERIFY(QTest::qWaitForWindowActive(&w.window));
-    QSignalSpy triggered(w.window.findChild<QAction*>(action), &QAction::triggered);
-    QTest::keySequence(&w.window, keys);
-    QCOMPARE(triggered.count(), 1);
-    // Quit closes the window, Contents asks for the help, a cancelled Open says nothing.
-    QCOMPARE(w.window.isVisible(), action != "submnuExit");
-    QCOMPARE(help.count(), action == "submnuShowHelp" ? 1 : 0);
-    QVERIFY(w.messages.isEmpty());
-}
-
-void tst_frmMain::openFileMessages_data() {
-    addColumns<QString, QStringList, bool>("file", "messages", "keepsTheReport");
-
-    static QTemporaryDir dir;
-    const QString pipe = dir.filePath("pipe.vzt");
-    QFile::remove(pipe);
-    QVERIFY(::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
-    const QString empty = dir.filePath("empty.vzt");
-    QVERIFY(writeFile(empty, {}));
-    const auto cannotOpen = [](const QString& file, const QString& why) {
-        return QStringList{"The report \"" + file + "\" cannot be opened: " + why + "."};
-    };
-
-    addRow("loaded", dataFile("mixed.vzt"), QStringList(), false);
-    addRow("corrupted", dataFile("corrupted.txt"), QStringList{"The file is corrupted"}, true);
-    addRow("no problems", dataFile("noproblems.vzt"),
-           QStringList{"The are no MP3 file with \"problems\" in this report."}, false);
-    addRow("ended early", dataFile("endedearly.vzt"),
-           QStringList{"\"" + dataFile("endedearly.vzt") +
-                       "\" was not read completely.\n\nThe report ends too early: it should go on at line 15 "
-                       "up to its closing \"Date of creation:\" line, but the file ends there. 2 files were "
-                       "read before it."},
-           false);
-    addRow("skipped record", dataFile("skipped.vzt"),
-           QStringList{"\"" + dataFile("skipped.vzt") +
-                       "\" was not read completely.\n\n1 line does not fit the "
-                       "report format, so its record was skipped (line 15)."},
-           false);
-    addRow("missing", "/nonexistent/report.vzt",
-           cannotOpen("/nonexistent/report.vzt", "No such file or directory"), true);
-    // Opening a pipe that nobody writes to would wait for ever, with no window to close.
-    addRow("named pipe", pipe, cannotOpen(pipe, "it is a named pipe, not a file"), true);
-    addRow("empty file", empty, QStringList{"The file \"" + empty + "\" is empty: it holds no report."},
-           true);
-}
-
-void tst_frmMain::openFileMessages() {
-    QFETCH(QString, file);
-    QFETCH(QStringList, messages);
-    QFETCH(bool, keepsTheReport);
-
-    Window w;
-    QString before = dataFile("export.vzt");
-    w.window.OpenFile(before);
-    QVERIFY(w.window.windowTitle().startsWith("export.vzt"));
-
-    w.window.OpenFile(file);
-    QCOMPARE(w.messages, messages);
-    // A file that is no report leaves the one on screen as it was.
-    QCOMPARE(w.window.windowTitle().startsWith("export.vzt"), keepsTheReport);
-}
-
-void tst_frmMain::openFileRemovesQuotes() {
-    Window w;
-    QString file = "\"" + dataFile("corr\"upted.txt\"");
-    w.window.OpenFile(file);
-    QCOMPARE(file, dataFile("corrupted.txt"));
-    QCOMPARE(w.messages, QStringList{"The file is corrupted"});
-
-    // Blanks are kept: only the quotes go.
-    QString padded = " " + dataFile("corrupted.txt");
-    w.messages.clear();
-    w.window.OpenFile(padded);
-    QCOMPARE(w.messages.size(), 1);
-    QVERIFY2(w.messages.first().startsWith("The report \" /"), qPrintable(w.messages.first()));
-
-    // Quotes that are part of a file's name stay, whether the name is given as it is, quoted as the
-    // desktop passes it, or chosen in the open dialog.
-    QTemporaryDir dir;
-    const QString quoted = dir.filePath("my \"best\" report.vzt");
-    QVERIFY(QFile::copy(dataFile("mixed.vzt"), quoted));
-    for (QString given : {quoted, "\"" + quoted + "\""}) {
-        w.window.OpenFile(given);
-        QCOMPARE(given, quoted);
-        QVERIFY2(w.window.windowTitle().startsWith("my \"best\" report.vzt"),
-                 qPrintable(w.window.windowTitle()));
-    }
-    w.open(dataFile("export.vzt"));
-    w.open(quoted);
-    QVERIFY(w.window.windowTitle().startsWith("my \"best\" report.vzt"));
-}
-
-void tst_frmMain::fileOpenDialog() {
-    QTemporaryDir config;
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(config.path()));
-    Window w;
-    QString filter, title, folder;
-    QString answer = dataFile("corrupted.txt");
-    w.child<CommonDialog>("CMDlg")->setChooser([&](const CommonDialog& dialog) {
-        filter = dialog.Filter;
-        title = dialog.DialogTitle;
-        folder = dialog.InitDir;
-        return answer;
-    });
-    // It starts at home until a report was opened, then in the folder of the last one.
-    answer = dataFile("mixed.vzt");
-    w.trigger("submnuOpen");
-    QCOMPARE(folder, QDir::homePath());
-    answer = dataFile("corrupted.txt");
-    w.trigger("submnuOpen");
-    QCOMPARE(folder, QStringLiteral(ZENTORIA_TEST_DATA));
-    QCOMPARE(filter,
-             QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt|Melvadex Integrity Report (prev. "
-                            "versions) (*.txt)|*.txt"));
-    QCOMPARE(title, QStringLiteral("Select the file to view"));
-    QCOMPARE(w.messages, QStringList{"The file is corrupted"});
-    QCOMPARE(CommonDialog::toQtFilter(filter),
-             QStringLiteral(
-                 "Melvadex Integrity Report (*.vzt);;Melvadex Integrity Report (prev. versions) (*.txt)"));
-}
-
-void tst_frmMain::messagesAndCaptionsArePlainText() {
-    const auto box = MessageBoxes::create(nullptr, "<b>C:\\x.mp3</b>");
-    QCOMPARE(box->windowTitle(), QStringLiteral("Zentoria"));
-    QCOMPARE(box->icon(), QMessageBox::NoIcon);
-    QCOMPARE(box->buttons().size(), 1);
-    QCOMPARE(box->standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
-    QCOMPARE(box->textFormat(), Qt::PlainText);
-
-    // "&&" shows one ampersand, a lone "&" marks the access key, markup is text.
-    const QList<std::pair<QString, QString>> captions{
-        {"Rock && Roll", "Rock & Roll"}, {"&File", "File"}, {"<i>x</i>", "<i>x</i>"}, {"a&&&b", "a&b"}};
-    for (const auto& [caption, shown] : captions) {
-        CaptionLabel label;
-        label.setCaption(caption);
-        QCOMPARE(label.caption(), caption);
-        QCOMPARE(label.text(), shown);
-        QCOMPARE(label.textFormat(), Qt::PlainText);
-    }
-}
 
 QTEST_MAIN(tst_frmMain)
 #include "tst_frmmain.moc"

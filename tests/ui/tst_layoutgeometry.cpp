@@ -36,127 +36,118 @@ class tst_LayoutGeometry : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void workedExample();
-    void classicView();
-    void firstPassUsesTheDesignTop();
-    void addressBar_data();
-    void addressBar();
-    void narrowWindow();
-    void scrollRange_data();
-    void scrollRange();
+    void workedExample() {
+        const LayoutResult out = ComputeLayout(example());
+        QCOMPARE(out.A, 460.0f);
+        QCOMPARE(out.H, 5835.0f);
+        QCOMPARE(out.Tree, (TwipsRect{0, 560, 3000, 5835}));
+        QCOMPARE(out.Separator, (TwipsRect{3000, 460, 45, 5835}));
+        QCOMPARE(out.Borders, (TwipsRect{3045, 560, 8835, 5415}));
+        QCOMPARE(out.Panel, (TwipsRect{0, 0, 2895, 5955}));
+        QVERIFY(out.PanelVisible);
+        QCOMPARE(out.List, (TwipsRect{2855, -45, 5950, 5415}));
+        QCOMPARE(out.AddressBarLeft, 30.0f);
+        QCOMPARE(out.AddressBarTop, -60.0f);
+        QCOMPARE(out.AddressBarWidth, 11730.0f);
+        QCOMPARE(out.PathWidth, 11730.0f - 840 - 60);
+        QCOMPARE(out.ScrollHeight, 5340.0f);
+        QCOMPARE(out.ScrollMaximum, 540);
+        QCOMPARE(out.ScrollLargeChange, 54);
+        QCOMPARE(out.ScrollSmallChange, 5);
+        QCOMPARE(out.Playing, 5000.0f);
+        QCOMPARE(out.PlayingStatus, 1500.0f);
+        QCOMPARE(out.About, 900.0f);
+        QCOMPARE(out.Blank, 4880.0f - 600);
+    }
+
+    void classicView() {
+        LayoutInput in = example();
+        in.WebStyle = false;
+        const LayoutResult out = ComputeLayout(in);
+        QCOMPARE(out.List, (TwipsRect{-45, -45, 8880, 5415}));
+        QVERIFY(!out.PanelVisible);
+        QCOMPARE(out.Borders, (TwipsRect{3045, 560, 8835, 5415}));
+        // The range comes from the panel's own, unchanged height: |2655 - 5415|.
+        QCOMPARE(out.ScrollMaximum, 2760);
+        QCOMPARE(out.ScrollLargeChange, 276);
+        QCOMPARE(out.ScrollSmallChange, 28);
+    }
+
+    void firstPassUsesTheDesignTop() {
+        LayoutInput in = example();
+        in.TreeTop = 1080;
+        const LayoutResult first = ComputeLayout(in);
+        QCOMPARE(first.H, 5315.0f);
+        // The second pass starts from the top the first one gave the tree: H = height - 2A - bar - 340.
+        in.TreeTop = first.Tree.Top;
+        QCOMPARE(ComputeLayout(in).H, 7350.0f - 2 * 460 - 255 - 340);
+    }
+
+    void addressBar_data() {
+        addColumns<bool, float, float, float, float>("visible", "a", "barTop", "treeTop", "separatorTop");
+
+        addRow("shown", true, 460.0f, -60.0f, 560.0f, 460.0f);
+        addRow("hidden", false, 0.0f, -520.0f, 100.0f, 0.0f);
+    }
+
+    void addressBar() {
+        QFETCH(bool, visible);
+        QFETCH(float, a);
+        QFETCH(float, barTop);
+        QFETCH(float, treeTop);
+        QFETCH(float, separatorTop);
+
+        LayoutInput in = example();
+        in.AddressBarVisible = visible;
+        const LayoutResult out = ComputeLayout(in);
+        QCOMPARE(out.A, a);
+        QCOMPARE(out.AddressBarTop, barTop);
+        QCOMPARE(out.Tree.Top, treeTop);
+        QCOMPARE(out.Separator.Top, separatorTop);
+        QCOMPARE(out.Borders.Top, treeTop);
+    }
+
+    void narrowWindow() {
+        LayoutInput in = example();
+        in.WindowWidth = 6120;
+        in.ClientWidth = 6000;
+        const LayoutResult out = ComputeLayout(in);
+        QCOMPARE(out.Blank, 6000.0f - 5000 - 900 - 1500 - 200);
+        QVERIFY(out.Blank < 0);
+        QCOMPARE(out.Borders.Width, 6120.0f - 3045 - 120);
+    }
+
+    void scrollRange_data() {
+        addColumns<bool, float, int, int, int>("webStyle", "panelHeight", "maximum", "large", "small");
+
+        // In the classic view the range is |panel height - 5415|.
+        addRow("web style: always 540", true, 99999.0f, 540, 54, 5);
+        addRow("panel as tall as the list", false, 5415.0f, 0, 0, 0);
+        addRow("beyond 32767", false, 5415.0f + 40000, 32767, 3277, 328);
+        addRow("tiny range: changes at least 1", false, 5418.0f, 3, 1, 1);
+        addRow("tenth 4.5 rounds to 4", false, 5415.0f + 45, 45, 4, 1);
+        addRow("tenth 5.5 rounds to 6", false, 5415.0f + 55, 55, 6, 1);
+        addRow("hundredth 2.5 rounds to 2", false, 5415.0f - 250, 250, 25, 2);
+        addRow("hundredth 3.5 rounds to 4", false, 5415.0f + 350, 350, 35, 4);
+        addRow("half a twip rounds to even", false, 5415.0f + 100.5f, 100, 10, 1);
+    }
+
+    void scrollRange() {
+        QFETCH(bool, webStyle);
+        QFETCH(float, panelHeight);
+        QFETCH(int, maximum);
+        QFETCH(int, large);
+        QFETCH(int, small);
+
+        LayoutInput in = example();
+        in.WebStyle = webStyle;
+        in.PanelHeight = panelHeight;
+        const LayoutResult out = ComputeLayout(in);
+        QCOMPARE(out.ScrollMaximum, maximum);
+        QCOMPARE(out.ScrollLargeChange, large);
+        QCOMPARE(out.ScrollSmallChange, small);
+    }
 };
-
-void tst_LayoutGeometry::workedExample() {
-    const LayoutResult out = ComputeLayout(example());
-    QCOMPARE(out.A, 460.0f);
-    QCOMPARE(out.H, 5835.0f);
-    QCOMPARE(out.Tree, (TwipsRect{0, 560, 3000, 5835}));
-    QCOMPARE(out.Separator, (TwipsRect{3000, 460, 45, 5835}));
-    QCOMPARE(out.Borders, (TwipsRect{3045, 560, 8835, 5415}));
-    QCOMPARE(out.Panel, (TwipsRect{0, 0, 2895, 5955}));
-    QVERIFY(out.PanelVisible);
-    QCOMPARE(out.List, (TwipsRect{2855, -45, 5950, 5415}));
-    QCOMPARE(out.AddressBarLeft, 30.0f);
-    QCOMPARE(out.AddressBarTop, -60.0f);
-    QCOMPARE(out.AddressBarWidth, 11730.0f);
-    QCOMPARE(out.PathWidth, 11730.0f - 840 - 60);
-    QCOMPARE(out.ScrollHeight, 5340.0f);
-    QCOMPARE(out.ScrollMaximum, 540);
-    QCOMPARE(out.ScrollLargeChange, 54);
-    QCOMPARE(out.ScrollSmallChange, 5);
-    QCOMPARE(out.Playing, 5000.0f);
-    QCOMPARE(out.PlayingStatus, 1500.0f);
-    QCOMPARE(out.About, 900.0f);
-    QCOMPARE(out.Blank, 4880.0f - 600);
-}
-
-void tst_LayoutGeometry::classicView() {
-    LayoutInput in = example();
-    in.WebStyle = false;
-    const LayoutResult out = ComputeLayout(in);
-    QCOMPARE(out.List, (TwipsRect{-45, -45, 8880, 5415}));
-    QVERIFY(!out.PanelVisible);
-    QCOMPARE(out.Borders, (TwipsRect{3045, 560, 8835, 5415}));
-    // The range comes from the panel's own, unchanged height: |2655 - 5415|.
-    QCOMPARE(out.ScrollMaximum, 2760);
-    QCOMPARE(out.ScrollLargeChange, 276);
-    QCOMPARE(out.ScrollSmallChange, 28);
-}
-
-void tst_LayoutGeometry::firstPassUsesTheDesignTop() {
-    LayoutInput in = example();
-    in.TreeTop = 1080;
-    const LayoutResult first = ComputeLayout(in);
-    QCOMPARE(first.H, 5315.0f);
-    // The second pass starts from the top the first one gave the tree: H = height - 2A - bar - 340.
-    in.TreeTop = first.Tree.Top;
-    QCOMPARE(ComputeLayout(in).H, 7350.0f - 2 * 460 - 255 - 340);
-}
-
-void tst_LayoutGeometry::addressBar_data() {
-    addColumns<bool, float, float, float, float>("visible", "a", "barTop", "treeTop", "separatorTop");
-
-    addRow("shown", true, 460.0f, -60.0f, 560.0f, 460.0f);
-    addRow("hidden", false, 0.0f, -520.0f, 100.0f, 0.0f);
-}
-
-void tst_LayoutGeometry::addressBar() {
-    QFETCH(bool, visible);
-    QFETCH(float, a);
-    QFETCH(float, barTop);
-    QFETCH(float, treeTop);
-    QFETCH(float, separatorTop);
-
-    LayoutInput in = example();
-    in.AddressBarVisible = visible;
-    const LayoutResult out = ComputeLayout(in);
-    QCOMPARE(out.A, a);
-    QCOMPARE(out.AddressBarTop, barTop);
-    QCOMPARE(out.Tree.Top, treeTop);
-    QCOMPARE(out.Separator.Top, separatorTop);
-    QCOMPARE(out.Borders.Top, treeTop);
-}
-
-void tst_LayoutGeometry::narrowWindow() {
-    LayoutInput in = example();
-    in.WindowWidth = 6120;
-    in.ClientWidth = 6000;
-    const LayoutResult out = ComputeLayout(in);
-    QCOMPARE(out.Blank, 6000.0f - 5000 - 900 - 1500 - 200);
-    QVERIFY(out.Blank < 0);
-    QCOMPARE(out.Borders.Width, 6120.0f - 3045 - 120);
-}
-
-void tst_LayoutGeometry::scrollRange_data() {
-    addColumns<bool, float, int, int, int>("webStyle", "panelHeight", "maximum", "large", "small");
-
-    // In the classic view the range is |panel height - 5415|.
-    addRow("web style: always 540", true, 99999.0f, 540, 54, 5);
-    addRow("panel as tall as the list", false, 5415.0f, 0, 0, 0);
-    addRow("beyond 32767", false, 5415.0f + 40000, 32767, 3277, 328);
-    addRow("tiny range: changes at least 1", false, 5418.0f, 3, 1, 1);
-    addRow("tenth 4.5 rounds to 4", false, 5415.0f + 45, 45, 4, 1);
-    addRow("tenth 5.5 rounds to 6", false, 5415.0f + 55, 55, 6, 1);
-    addRow("hundredth 2.5 rounds to 2", false, 5415.0f - 250, 250, 25, 2);
-    addRow("hundredth 3.5 rounds to 4", false, 5415.0f + 350, 350, 35, 4);
-    addRow("half a twip rounds to even", false, 5415.0f + 100.5f, 100, 10, 1);
-}
-
-void tst_LayoutGeometry::scrollRange() {
-    QFETCH(bool, webStyle);
-    QFETCH(float, panelHeight);
-    QFETCH(int, maximum);
-    QFETCH(int, large);
-    QFETCH(int, small);
-
-    LayoutInput in = example();
-    in.WebStyle = webStyle;
-    in.PanelHeight = panelHeight;
-    const LayoutResult out = ComputeLayout(in);
-    QCOMPARE(out.ScrollMaximum, maximum);
-    QCOMPARE(out.ScrollLargeChange, large);
-    QCOMPARE(out.ScrollSmallChange, small);
-}
 
 QTEST_GUILESS_MAIN(tst_LayoutGeometry)
 #include "tst_layoutgeometry.moc"

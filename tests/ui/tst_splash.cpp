@@ -68,129 +68,118 @@ class tst_Splash : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void showsWhileTheMainWindowWaits();
-    void closes_data();
-    void closes();
-    void placement_data();
-    void placement();
-    void captionsFromTheLanguageFile_data();
-    void captionsFromTheLanguageFile();
-};
+    void init() { globals().LanguageFile.clear(); }
 
-void tst_Splash::init() {
-    globals().LanguageFile.clear();
-}
-
-void tst_Splash::showsWhileTheMainWindowWaits() {
-    Started s;
-    QVERIFY(s.splash);
-    QVERIFY(s.splash->isVisible());
-    QVERIFY(!s.window->isVisible());
-    // Centred on the 800 x 600 screen, at 15 twips a pixel.
-    QCOMPARE(geometryTwips(s.splash), (TwipsRect{2257.5, 2010, 7485, 4980}));
-    QVERIFY(s.splash->windowFlags() & Qt::FramelessWindowHint);
-
-    const QString version = QStringLiteral("Ver.:%1.%2.%3")
-                                .arg(ZENTORIA_VERSION_MAJOR)
-                                .arg(ZENTORIA_VERSION_MINOR)
-                                .arg(ZENTORIA_VERSION_PATCH);
-    CaptionLabel* orange = versionLabel(s.splash, 0);
-    CaptionLabel* black = versionLabel(s.splash, 1);
-    QVERIFY(orange && black);
-    QCOMPARE(orange->caption(), version);
-    QCOMPARE(black->caption(), version);
-    QCOMPARE(geometryTwips(black).Left - geometryTwips(orange).Left, 35.0);
-    QCOMPARE(geometryTwips(black).Top - geometryTwips(orange).Top, 10.0);
-    QVERIFY(s.splash->findChild<QTimer*>("CloseIt")->isActive());
-}
-
-void tst_Splash::closes_data() {
-    QTest::addColumn<int>("key");
-
-    addRow("the timer", 0);
-    addRow("Escape", int(Qt::Key_Escape));
-    addRow("Enter, on the Ok button", int(Qt::Key_Return));
-}
-
-void tst_Splash::closes() {
-    QFETCH(int, key);
-
-    Started s;
-    QVERIFY(s.splash);
-    if (key != 0) {
-        QWidget* target = s.splash->focusWidget();
-        if (key != Qt::Key_Escape) {
-            // The Ok button has the keyboard, though it lies below the splash's visible part.
-            QCOMPARE(target, s.splash->findChild<QPushButton*>("cmdOk"));
-        }
-        QTest::keyClick(target ? target : s.splash.data(), Qt::Key(key));
-        QVERIFY(s.window->isVisible());
-    } else {
+    void showsWhileTheMainWindowWaits() {
+        Started s;
+        QVERIFY(s.splash);
+        QVERIFY(s.splash->isVisible());
         QVERIFY(!s.window->isVisible());
-        QTRY_VERIFY_WITH_TIMEOUT(s.window->isVisible(), 2000);
+        // Centred on the 800 x 600 screen, at 15 twips a pixel.
+        QCOMPARE(geometryTwips(s.splash), (TwipsRect{2257.5, 2010, 7485, 4980}));
+        QVERIFY(s.splash->windowFlags() & Qt::FramelessWindowHint);
+
+        const QString version = QStringLiteral("Ver.:%1.%2.%3")
+                                    .arg(ZENTORIA_VERSION_MAJOR)
+                                    .arg(ZENTORIA_VERSION_MINOR)
+                                    .arg(ZENTORIA_VERSION_PATCH);
+        CaptionLabel* orange = versionLabel(s.splash, 0);
+        CaptionLabel* black = versionLabel(s.splash, 1);
+        QVERIFY(orange && black);
+        QCOMPARE(orange->caption(), version);
+        QCOMPARE(black->caption(), version);
+        QCOMPARE(geometryTwips(black).Left - geometryTwips(orange).Left, 35.0);
+        QCOMPARE(geometryTwips(black).Top - geometryTwips(orange).Top, 10.0);
+        QVERIFY(s.splash->findChild<QTimer*>("CloseIt")->isActive());
     }
-    QTRY_VERIFY(!s.splash);
-}
 
-void tst_Splash::placement_data() {
-    // The placement is Width, Height, Top, Left in "Preferences", "safe" the same in "Last Safe
-    // Configuration".
-    addColumns<QStringList, QStringList, QRectF, QString>("placement", "safe", "shown", "storedWidth");
+    void closes_data() {
+        QTest::addColumn<int>("key");
 
-    // The defaults (45, 465, 12000, 7350) on this 12000-twip-wide screen: moved to its left edge.
-    const QRectF defaults(0, 465, 12000, 7350);
-    addRow("first run", QStringList{}, QStringList{}, defaults, "");
-    addRow("stored", QStringList{"9000", "6000", "300", "150"}, QStringList{}, QRectF(150, 300, 9000, 6000),
-           "9000");
-    addRow("rejected, repaired from the last safe one", QStringList{"-500", "6000", "300", "150"},
-           QStringList{"10500", "7005", "600", "300"}, QRectF(300, 600, 10500, 7005), "10500");
-    addRow("rejected, and the last safe one too: the defaults", QStringList{"-500", "6000", "300", "150"},
-           QStringList{"-300", "7000", "600", "300"}, defaults, "-300");
-}
-
-void tst_Splash::placement() {
-    QFETCH(QStringList, placement);
-    QFETCH(QStringList, safe);
-    QFETCH(QRectF, shown);
-    QFETCH(QString, storedWidth);
-
-    Started s(placement, safe);
-    QVERIFY(s.splash);
-    s.splash->close();
-    QCOMPARE(s.shownPlacement(), shown);
-    // A repair copies the last safe placement into "Preferences".
-    QCOMPARE(s.stored("Preferences", "Width"), storedWidth);
-}
-
-void tst_Splash::captionsFromTheLanguageFile_data() {
-    addColumns<QByteArray, QString, bool>("language", "okCaption", "translationShown");
-
-    addRow("no language file", QByteArray(), "&Ok", false);
-    addRow("translated",
-           QByteArray("[Splash]\nOkButton=&Gut\n[TranslationInfo]\nTranslatedBy=Übersetzt von\n"), "&Gut",
-           true);
-}
-
-void tst_Splash::captionsFromTheLanguageFile() {
-    QFETCH(QByteArray, language);
-    QFETCH(QString, okCaption);
-    QFETCH(bool, translationShown);
-
-    QTemporaryDir dir;
-    qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
-    if (!language.isEmpty()) {
-        QVERIFY(writeFile(dir.filePath("Test.ini"), language));
-        writeSetting("Melvadex", "Preferences", "Language",
-                     QDir(GetAppPath()).relativeFilePath(dir.filePath("Test.ini")));
+        addRow("the timer", 0);
+        addRow("Escape", int(Qt::Key_Escape));
+        addRow("Enter, on the Ok button", int(Qt::Key_Return));
     }
-    const std::unique_ptr<frmMain> window = Main({"zentoria"});
-    auto* splash = window->findChild<QWidget*>("frmSplash");
-    QVERIFY(splash);
-    QCOMPARE(splash->findChild<QPushButton*>("cmdOk")->text(), okCaption);
-    QCOMPARE(splash->findChild<QGroupBox*>("frmTranslation")->isVisibleTo(splash), translationShown);
-    splash->close();
-}
+
+    void closes() {
+        QFETCH(int, key);
+
+        Started s;
+        QVERIFY(s.splash);
+        if (key != 0) {
+            QWidget* target = s.splash->focusWidget();
+            if (key != Qt::Key_Escape) {
+                // The Ok button has the keyboard, though it lies below the splash's visible part.
+                QCOMPARE(target, s.splash->findChild<QPushButton*>("cmdOk"));
+            }
+            QTest::keyClick(target ? target : s.splash.data(), Qt::Key(key));
+            QVERIFY(s.window->isVisible());
+        } else {
+            QVERIFY(!s.window->isVisible());
+            QTRY_VERIFY_WITH_TIMEOUT(s.window->isVisible(), 2000);
+        }
+        QTRY_VERIFY(!s.splash);
+    }
+
+    void placement_data() {
+        // The placement is Width, Height, Top, Left in "Preferences", "safe" the same in "Last Safe
+        // Configuration".
+        addColumns<QStringList, QStringList, QRectF, QString>("placement", "safe", "shown", "storedWidth");
+
+        // The defaults (45, 465, 12000, 7350) on this 12000-twip-wide screen: moved to its left edge.
+        const QRectF defaults(0, 465, 12000, 7350);
+        addRow("first run", QStringList{}, QStringList{}, defaults, "");
+        addRow("stored", QStringList{"9000", "6000", "300", "150"}, QStringList{},
+               QRectF(150, 300, 9000, 6000), "9000");
+        addRow("rejected, repaired from the last safe one", QStringList{"-500", "6000", "300", "150"},
+               QStringList{"10500", "7005", "600", "300"}, QRectF(300, 600, 10500, 7005), "10500");
+        addRow("rejected, and the last safe one too: the defaults", QStringList{"-500", "6000", "300", "150"},
+               QStringList{"-300", "7000", "600", "300"}, defaults, "-300");
+    }
+
+    void placement() {
+        QFETCH(QStringList, placement);
+        QFETCH(QStringList, safe);
+        QFETCH(QRectF, shown);
+        QFETCH(QString, storedWidth);
+
+        Started s(placement, safe);
+        QVERIFY(s.splash);
+        s.splash->close();
+        QCOMPARE(s.shownPlacement(), shown);
+        // A repair copies the last safe placement into "Preferences".
+        QCOMPARE(s.stored("Preferences", "Width"), storedWidth);
+    }
+
+    void captionsFromTheLanguageFile_data() {
+        addColumns<QByteArray, QString, bool>("language", "okCaption", "translationShown");
+
+        addRow("no language file", QByteArray(), "&Ok", false);
+        addRow("translated",
+               QByteArray("[Splash]\nOkButton=&Gut\n[TranslationInfo]\nTranslatedBy=Übersetzt von\n"), "&Gut",
+               true);
+    }
+
+    void captionsFromTheLanguageFile() {
+        QFETCH(QByteArray, language);
+        QFETCH(QString, okCaption);
+        QFETCH(bool, translationShown);
+
+        QTemporaryDir dir;
+        qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
+        if (!language.isEmpty()) {
+            QVERIFY(writeFile(dir.filePath("Test.ini"), language));
+            writeSetting("Melvadex", "Preferences", "Language",
+                         QDir(GetAppPath()).relativeFilePath(dir.filePath("Test.ini")));
+        }
+        const std::unique_ptr<frmMain> window = Main({"zentoria"});
+        auto* splash = window->findChild<QWidget*>("frmSplash");
+        QVERIFY(splash);
+        QCOMPARE(splash->findChild<QPushButton*>("cmdOk")->text(), okCaption);
+        QCOMPARE(splash->findChild<QGroupBox*>("frmTranslation")->isVisibleTo(splash), translationShown);
+        splash->close();
+    }
+};
 
 int main(int argc, char** argv) {
     // An 800 x 600 screen at 96 dpi: 15 twips a pixel.

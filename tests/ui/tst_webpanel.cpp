@@ -61,198 +61,193 @@ class tst_WebPanel : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void oneFile_data();
-    void oneFile();
-    void severalFiles();
-    void columnDetails_data();
-    void columnDetails();
-    void iconStack();
-    void largeSelection();
-    void followsTheSelectionWhateverChangesIt();
-};
+    void oneFile_data() {
+        addColumns<QString, int, QString, QString, QString>("kindKey", "row", "caption", "shown", "kind");
 
-void tst_WebPanel::oneFile_data() {
-    addColumns<QString, int, QString, QString, QString>("kindKey", "row", "caption", "shown", "kind");
-
-    addRow("ampersand", "ID3v1", 0, "C:\\Music\\Rock && Roll\\Track.mp3", kRockAndRoll, "ID3v1 not found");
-    addRow("markup", "ID3v1", 1, kBold, kBold, "ID3v1 not found");
-    addRow("kind 2, capital N", "ID3v2", 0, "D:\\Other.mp3", "D:\\Other.mp3", "ID3v2 Not found");
-}
-
-void tst_WebPanel::oneFile() {
-    QFETCH(QString, kindKey);
-    QFETCH(int, row);
-    QFETCH(QString, caption);
-    QFETCH(QString, shown);
-    QFETCH(QString, kind);
-
-    Panel p;
-    p.activate(kindKey.toLatin1().constData());
-    p.clickRow(row);
-    // A click empties the fields at once and describes the file when the timer fires.
-    QVERIFY(p.refresh->isActive());
-    QCOMPARE(p.name->caption(), QString());
-    p.settle();
-    QCOMPARE(p.name->caption(), caption);
-    QCOMPARE(p.name->text(), shown);
-    QCOMPARE(p.name->textFormat(), Qt::PlainText);
-    QCOMPARE(p.kind->caption(), kind);
-    QCOMPARE(p.info->caption(), QString());
-    QVERIFY(!p.tip->isVisible());
-    QCOMPARE(geometryTwips(p.name).Top, geometryTwips(p.line).Top + geometryTwips(p.line).Height + 30);
-    QCOMPARE(geometryTwips(p.info).Width, 2515.0);
-    p.verifyStacked();
-}
-
-void tst_WebPanel::severalFiles() {
-    Panel p;
-    p.activate("ID3v1");
-    // Clicks within the refresh's interval give one refresh, of the selection as it is then.
-    QSignalSpy ticks(p.refresh, &QTimer::timeout);
-    p.clickRow(0);
-    p.clickRow(1, Qt::ControlModifier);
-    p.clickRow(2, Qt::ControlModifier);
-    p.settle();
-    QTest::qWait(2 * p.refresh->interval());
-    QCOMPARE(ticks.size(), 1);
-    QCOMPARE(p.kind->caption(), "3 id3v1 not founds selected.\r\r\rC:\\Music\\Rock && Roll\\Track.mp3\r" +
-                                    kBold + '\r' + kPlain);
-    // Each carriage return is a line on screen: the count line, two empty ones, then a name a line.
-    QVERIFY(p.kind->wrappedText().rows().size() >= 6);
-    QCOMPARE(p.name->caption(), QString());
-    // The list has one column: the details add nothing, not an empty line per file.
-    QCOMPARE(p.info->caption(), QString());
-    p.verifyStacked();
-}
-
-void tst_WebPanel::largeSelection() {
-    QTemporaryDir dir;
-    Panel p(writeGeneratedReport(dir.filePath("large.vzt"), 16383));
-    p.activate("ID3v1");
-    QCOMPARE(p.list->model()->rowCount(), 16383);
-    p.list->setFocus();
-    QTest::keyClick(p.list, Qt::Key_A, Qt::ControlModifier);
-    p.settle();
-    QVERIFY(p.kind->caption().startsWith(
-        "16383 id3v1 not founds selected.\r\r\rC:\\Music\\Artist 1\\1 - Track.mp3\r"));
-    QVERIFY(p.kind->caption().endsWith("\rC:\\Music\\Artist 283\\16383 - Track.mp3"));
-    QVERIFY(p.kind->wrappedText().rows().size() > 16383);
-
-    // The panel's scroll bar reaches the last name, in coarser steps than twips.
-    QVERIFY(p.scroll->isVisible());
-    QCOMPARE(p.scroll->maximum(), 32767);
-    p.scroll->setValue(p.scroll->maximum());
-    const auto* borders = p.panel->parentWidget();
-    const QPoint lastLine = p.kind->mapTo(borders, QPoint(0, p.kind->height() - 1));
-    QVERIFY2(lastLine.y() < borders->height() && lastLine.y() > 0, qPrintable(QString::number(lastLine.y())));
-    // The scroll bar stands on the list's left edge: the rows and the header start right of it.
-    const QPoint firstCharacter =
-        p.list->viewport()->mapTo(borders, p.list->visualRect(rowIndex(p.list, 0)).topLeft() + QPoint(2, 4));
-    QCOMPARE(borders->childAt(firstCharacter), p.list->viewport());
-    const QPoint headerStart = p.list->header()->mapTo(borders, QPoint(2, p.list->header()->height() / 2));
-    QVERIFY(p.list->header()->isAncestorOf(borders->childAt(headerStart)));
-}
-
-void tst_WebPanel::columnDetails_data() {
-    addColumns<int, QString>("length", "shownValue");
-
-    const QString value = QString(1200, u'x');
-    addRow("1200 characters, whole", 1200, value);
-    addRow("1201 characters, cut", 1201, value + " ...\r");
-}
-
-void tst_WebPanel::columnDetails() {
-    QFETCH(int, length);
-    QFETCH(QString, shownValue);
-
-    // The program's list has one column; the panel describes the further columns of any list.
-    QStandardItemModel model(3, 5);
-    model.setHorizontalHeaderLabels({"MP3", "Artist & Band", "Comment", "Hidden", "Empty"});
-    for (int row = 0; row < 3; ++row) {
-        model.setData(model.index(row, 0), "ID3v2" + QString::number(row + 5), Qt::UserRole);
+        addRow("ampersand", "ID3v1", 0, "C:\\Music\\Rock && Roll\\Track.mp3", kRockAndRoll,
+               "ID3v1 not found");
+        addRow("markup", "ID3v1", 1, kBold, kBold, "ID3v1 not found");
+        addRow("kind 2, capital N", "ID3v2", 0, "D:\\Other.mp3", "D:\\Other.mp3", "ID3v2 Not found");
     }
-    model.setData(model.index(2, 1), "AC&DC");
-    model.setData(model.index(2, 2), QString(length, u'x'));
-    model.setData(model.index(2, 3), "a column of width 0");
-    QTreeView list;
-    list.setModel(&model);
-    list.setSelectionMode(QAbstractItemView::ExtendedSelection);
-    list.header()->setMinimumSectionSize(0);
-    list.setColumnWidth(3, 0);
-    WebPanel panel(nullptr);
-    panel.describe(&list);
-    auto* info = panel.findChild<CaptionLabel*>("lblInfo");
-    auto* kind = panel.findChild<CaptionLabel*>("WebItemType");
 
-    list.setCurrentIndex(model.index(2, 0));
-    panel.ShowSelectionInfo();
-    QCOMPARE(kind->caption(), QStringLiteral("ID3v2 Not found"));
-    QCOMPARE(info->caption(), "Artist && Band: AC&&DC\r\n\r\nComment: " + shownValue + "\r\n\r\n");
-    // Several files: each one's second column on a line of its own.
-    list.selectionModel()->select(model.index(1, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    panel.ShowSelectionInfo();
-    QCOMPARE(info->caption(), QStringLiteral("\r\rAC&&DC\r"));
-}
+    void oneFile() {
+        QFETCH(QString, kindKey);
+        QFETCH(int, row);
+        QFETCH(QString, caption);
+        QFETCH(QString, shown);
+        QFETCH(QString, kind);
 
-void tst_WebPanel::iconStack() {
-    WebPanel panel(nullptr);
-    panel.prepare();
-    auto* icon = panel.findChild<QLabel*>("ImgIcon");
-    const auto copies = [&panel] { return panel.findChildren<QLabel*>("ImgOthers"); };
-    // Started without a picture: no copies behind it.
-    for (QLabel* other : copies()) {
-        QVERIFY(other->isHidden());
+        Panel p;
+        p.activate(kindKey.toLatin1().constData());
+        p.clickRow(row);
+        // A click empties the fields at once and describes the file when the timer fires.
+        QVERIFY(p.refresh->isActive());
+        QCOMPARE(p.name->caption(), QString());
+        p.settle();
+        QCOMPARE(p.name->caption(), caption);
+        QCOMPARE(p.name->text(), shown);
+        QCOMPARE(p.name->textFormat(), Qt::PlainText);
+        QCOMPARE(p.kind->caption(), kind);
+        QCOMPARE(p.info->caption(), QString());
+        QVERIFY(!p.tip->isVisible());
+        QCOMPARE(geometryTwips(p.name).Top, geometryTwips(p.line).Top + geometryTwips(p.line).Height + 30);
+        QCOMPARE(geometryTwips(p.info).Width, 2515.0);
+        p.verifyStacked();
     }
-    QPixmap note(32, 32);
-    note.fill(Qt::darkBlue);
-    icon->setPixmap(note);
-    for (bool others : {true, false}) {
-        panel.LoadOtherImages(others);
-        QCOMPARE(copies().size(), 2); // element 1 is made once and used again
-        for (QLabel* copy : copies()) {
-            const int index = copy->property("index").toInt();
-            QCOMPARE(geometryTwips(copy).Left, geometryTwips(icon).Left + 100 * (index + 1));
-            QCOMPARE(geometryTwips(copy).Top, geometryTwips(icon).Top - 50 * (index + 1));
-            QCOMPARE(copy->pixmap().cacheKey(), icon->pixmap().cacheKey());
-            QCOMPARE(copy->isHidden(), !others);
-            QVERIFY(panel.children().indexOf(copy) < panel.children().indexOf(icon)); // behind the icon
+
+    void severalFiles() {
+        Panel p;
+        p.activate("ID3v1");
+        // Clicks within the refresh's interval give one refresh, of the selection as it is then.
+        QSignalSpy ticks(p.refresh, &QTimer::timeout);
+        p.clickRow(0);
+        p.clickRow(1, Qt::ControlModifier);
+        p.clickRow(2, Qt::ControlModifier);
+        p.settle();
+        QTest::qWait(2 * p.refresh->interval());
+        QCOMPARE(ticks.size(), 1);
+        QCOMPARE(p.kind->caption(), "3 id3v1 not founds selected.\r\r\rC:\\Music\\Rock && Roll\\Track.mp3\r" +
+                                        kBold + '\r' + kPlain);
+        // Each carriage return is a line on screen: the count line, two empty ones, then a name a line.
+        QVERIFY(p.kind->wrappedText().rows().size() >= 6);
+        QCOMPARE(p.name->caption(), QString());
+        // The list has one column: the details add nothing, not an empty line per file.
+        QCOMPARE(p.info->caption(), QString());
+        p.verifyStacked();
+    }
+
+    void columnDetails_data() {
+        addColumns<int, QString>("length", "shownValue");
+
+        const QString value = QString(1200, u'x');
+        addRow("1200 characters, whole", 1200, value);
+        addRow("1201 characters, cut", 1201, value + " ...\r");
+    }
+
+    void columnDetails() {
+        QFETCH(int, length);
+        QFETCH(QString, shownValue);
+
+        // The program's list has one column; the panel describes the further columns of any list.
+        QStandardItemModel model(3, 5);
+        model.setHorizontalHeaderLabels({"MP3", "Artist & Band", "Comment", "Hidden", "Empty"});
+        for (int row = 0; row < 3; ++row) {
+            model.setData(model.index(row, 0), "ID3v2" + QString::number(row + 5), Qt::UserRole);
+        }
+        model.setData(model.index(2, 1), "AC&DC");
+        model.setData(model.index(2, 2), QString(length, u'x'));
+        model.setData(model.index(2, 3), "a column of width 0");
+        QTreeView list;
+        list.setModel(&model);
+        list.setSelectionMode(QAbstractItemView::ExtendedSelection);
+        list.header()->setMinimumSectionSize(0);
+        list.setColumnWidth(3, 0);
+        WebPanel panel(nullptr);
+        panel.describe(&list);
+        auto* info = panel.findChild<CaptionLabel*>("lblInfo");
+        auto* kind = panel.findChild<CaptionLabel*>("WebItemType");
+
+        list.setCurrentIndex(model.index(2, 0));
+        panel.ShowSelectionInfo();
+        QCOMPARE(kind->caption(), QStringLiteral("ID3v2 Not found"));
+        QCOMPARE(info->caption(), "Artist && Band: AC&&DC\r\n\r\nComment: " + shownValue + "\r\n\r\n");
+        // Several files: each one's second column on a line of its own.
+        list.selectionModel()->select(model.index(1, 0),
+                                      QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        panel.ShowSelectionInfo();
+        QCOMPARE(info->caption(), QStringLiteral("\r\rAC&&DC\r"));
+    }
+
+    void iconStack() {
+        WebPanel panel(nullptr);
+        panel.prepare();
+        auto* icon = panel.findChild<QLabel*>("ImgIcon");
+        const auto copies = [&panel] { return panel.findChildren<QLabel*>("ImgOthers"); };
+        // Started without a picture: no copies behind it.
+        for (QLabel* other : copies()) {
+            QVERIFY(other->isHidden());
+        }
+        QPixmap note(32, 32);
+        note.fill(Qt::darkBlue);
+        icon->setPixmap(note);
+        for (bool others : {true, false}) {
+            panel.LoadOtherImages(others);
+            QCOMPARE(copies().size(), 2); // element 1 is made once and used again
+            for (QLabel* copy : copies()) {
+                const int index = copy->property("index").toInt();
+                QCOMPARE(geometryTwips(copy).Left, geometryTwips(icon).Left + 100 * (index + 1));
+                QCOMPARE(geometryTwips(copy).Top, geometryTwips(icon).Top - 50 * (index + 1));
+                QCOMPARE(copy->pixmap().cacheKey(), icon->pixmap().cacheKey());
+                QCOMPARE(copy->isHidden(), !others);
+                QVERIFY(panel.children().indexOf(copy) < panel.children().indexOf(icon)); // behind the icon
+            }
         }
     }
-}
 
-void tst_WebPanel::followsTheSelectionWhateverChangesIt() {
-    Panel p;
-    p.activate("ID3v1");
-    p.clickRow(0);
-    p.clickRow(3, Qt::ShiftModifier);
-    p.settle();
-    QVERIFY(p.kind->caption().startsWith("4 id3v1 not founds selected."));
-    // A right click leaves one file selected: the panel names that one.
-    clickIndex(p.list, rowIndex(p.list, 1), Qt::RightButton);
-    p.settle();
-    QCOMPARE(p.name->caption(), kBold);
-    // Nothing selected any more: nothing of the earlier selection stays.
-    p.clickRow(1, Qt::ControlModifier);
-    p.settle();
-    QCOMPARE(p.name->caption() + p.kind->caption(), QString());
-    // Another kind refills the list with nothing selected: the panel is empty of items.
-    p.clickRow(0);
-    p.clickRow(3, Qt::ShiftModifier);
-    p.activate("ID3v2");
-    p.settle();
-    for (CaptionLabel* label : {p.name, p.kind, p.info}) {
-        QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
+    void largeSelection() {
+        QTemporaryDir dir;
+        Panel p(writeGeneratedReport(dir.filePath("large.vzt"), 16383));
+        p.activate("ID3v1");
+        QCOMPARE(p.list->model()->rowCount(), 16383);
+        p.list->setFocus();
+        QTest::keyClick(p.list, Qt::Key_A, Qt::ControlModifier);
+        p.settle();
+        QVERIFY(p.kind->caption().startsWith(
+            "16383 id3v1 not founds selected.\r\r\rC:\\Music\\Artist 1\\1 - Track.mp3\r"));
+        QVERIFY(p.kind->caption().endsWith("\rC:\\Music\\Artist 283\\16383 - Track.mp3"));
+        QVERIFY(p.kind->wrappedText().rows().size() > 16383);
+
+        // The panel's scroll bar reaches the last name, in coarser steps than twips.
+        QVERIFY(p.scroll->isVisible());
+        QCOMPARE(p.scroll->maximum(), 32767);
+        p.scroll->setValue(p.scroll->maximum());
+        const auto* borders = p.panel->parentWidget();
+        const QPoint lastLine = p.kind->mapTo(borders, QPoint(0, p.kind->height() - 1));
+        QVERIFY2(lastLine.y() < borders->height() && lastLine.y() > 0,
+                 qPrintable(QString::number(lastLine.y())));
+        // The scroll bar stands on the list's left edge: the rows and the header start right of it.
+        const QPoint firstCharacter = p.list->viewport()->mapTo(
+            borders, p.list->visualRect(rowIndex(p.list, 0)).topLeft() + QPoint(2, 4));
+        QCOMPARE(borders->childAt(firstCharacter), p.list->viewport());
+        const QPoint headerStart =
+            p.list->header()->mapTo(borders, QPoint(2, p.list->header()->height() / 2));
+        QVERIFY(p.list->header()->isAncestorOf(borders->childAt(headerStart)));
     }
-    // Another report: the program's name as title, and nothing of the earlier one.
-    p.clickRow(0);
-    p.open(dataFile("mixed.vzt"));
-    QCOMPARE(p.title->caption(), QStringLiteral("Zentoria"));
-    for (CaptionLabel* label : {p.name, p.kind, p.tip, p.info}) {
-        QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
+
+    void followsTheSelectionWhateverChangesIt() {
+        Panel p;
+        p.activate("ID3v1");
+        p.clickRow(0);
+        p.clickRow(3, Qt::ShiftModifier);
+        p.settle();
+        QVERIFY(p.kind->caption().startsWith("4 id3v1 not founds selected."));
+        // A right click leaves one file selected: the panel names that one.
+        clickIndex(p.list, rowIndex(p.list, 1), Qt::RightButton);
+        p.settle();
+        QCOMPARE(p.name->caption(), kBold);
+        // Nothing selected any more: nothing of the earlier selection stays.
+        p.clickRow(1, Qt::ControlModifier);
+        p.settle();
+        QCOMPARE(p.name->caption() + p.kind->caption(), QString());
+        // Another kind refills the list with nothing selected: the panel is empty of items.
+        p.clickRow(0);
+        p.clickRow(3, Qt::ShiftModifier);
+        p.activate("ID3v2");
+        p.settle();
+        for (CaptionLabel* label : {p.name, p.kind, p.info}) {
+            QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
+        }
+        // Another report: the program's name as title, and nothing of the earlier one.
+        p.clickRow(0);
+        p.open(dataFile("mixed.vzt"));
+        QCOMPARE(p.title->caption(), QStringLiteral("Zentoria"));
+        for (CaptionLabel* label : {p.name, p.kind, p.tip, p.info}) {
+            QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
+        }
+        QVERIFY(!p.refresh->isActive());
+        p.verifyStacked();
     }
-    QVERIFY(!p.refresh->isActive());
-    p.verifyStacked();
-}
+};
 
 QTEST_MAIN(tst_WebPanel)
 #include "tst_webpanel.moc"

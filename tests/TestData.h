@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <QString>
 #include <QTest>
 
@@ -57,4 +58,9 @@ inline QString writeGeneratedReport(const QString& path, int files) {
 // The threads of this process, as the kernel counts them.
 inline int threadCount() {
     return int(QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
+}
+
+// QTemporaryDir removes neither a very deep tree nor a name that is no UTF-8.
+inline void removeTree(const QString& root) {
+    QProcess::execute(QStringLiteral("rm"), {QStringLiteral("-rf"), root});
 }

@@ -64,6 +64,23 @@ QJsonArray pathArray(const QStringList& paths) {
 
 } // namespace
 
+bool deliver(const QByteArray& bytes, const QString& outputFile, QIODevice& out, QIODevice& err) {
+    if (!outputFile.isEmpty()) {
+        if (QString error; !scan::saveReport(outputFile, bytes, &error)) {
+            name(err, outputFile,
+                 QStringLiteral("cannot be written: ") + error + QStringLiteral("; left as it was"));
+            return false;
+        }
+        return true;
+    }
+    auto* file = qobject_cast<QFileDevice*>(&out);
+    if (out.write(bytes) != bytes.size() || (file && !file->flush())) {
+        err.write("zentoria-report: writing standard output failed: " + out.errorString().toUtf8() + '\n');
+        return false;
+    }
+    return true;
+}
+
 int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     PathMappings mapping;
     QStringList checked;
@@ -75,18 +92,15 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
                                            : QStringLiteral("no such folder"));
             return kExitUnreadable;
         }
-        if (!QFileInfo(folder).isReadable()) {
-            name(err, folder, QStringLiteral("the folder cannot be read"));
-            return kExitUnreadable;
-        }
         const QString local = QDir::cleanPath(QDir(folder).absolutePath());
         checked << local;
         if (!request.windowsFolders.isEmpty()) {
-            const std::optional<PathMapping> one =
-                PathMapping::parse(request.windowsFolders.at(i) + u'=' + local);
-            if (!one || one->isEmpty()) {
-                err.write("zentoria-report: '" + request.windowsFolders.at(i).toUtf8() +
-                          "' is no Windows folder\nTry 'zentoria-report --help'.\n");
+            const QString& windows = request.windowsFolders.at(i);
+            const std::optional<PathMapping> one = PathMapping::parse(windows + u'=' + local);
+            // The folder starts every path the report names: what would garble a path garbles them all.
+            if (!one || one->isEmpty() || !scan::fitsReport(windows)) {
+                err.write("zentoria-report: '" + windows.toUtf8() +
+                          "' is no Windows folder a report can name\nTry 'zentoria-report --help'.\n");
                 return kExitUnreadable;
             }
             mapping.list << *one;
@@ -96,15 +110,28 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     scan::Scanner scanner(request.jobs > 0 ? request.jobs : scan::Scanner::kDefaultJobs);
     const scan::ScanResult result = scanner.scanFolders(request.folders, progressOn(err, "checked"));
     endProgress(err);
-    for (const scan::Failure& failure : result.failures) {
-        name(err, failure.path, failure.why);
-    }
+    QList<scan::Failure> failures = result.failures;
     qsizetype leftOut = 0;
     const QList<ReportEntry> entries = scan::reportEntries(
-        result.problems, [&mapping](const QString& path) { return mapping.windowsPath(path); }, &leftOut);
+        result.problems,
+        [&mapping](const QString& path, QString* why) {
+            std::optional<QString> named = mapping.reversibleWindowsPath(path);
+            if (!named) {
+                *why = QStringLiteral("a report cannot name it: its name holds a backslash, which the "
+                                      "Windows path would take for a folder");
+            }
+            return named;
+        },
+        &leftOut, &failures);
+    for (const scan::Failure& failure : failures) {
+        name(err, failure.path, failure.why);
+    }
     scan::ReportOrigin made = origin(QStringLiteral("scan"), checked);
     made.leftOut = leftOut;
-    out.write(scan::reportBytes(made, entries));
+    made.notChecked = failures.size();
+    if (!deliver(scan::reportBytes(made, entries), request.output, out, err)) {
+        return kExitUnreadable;
+    }
     if (leftOut > 0) {
         err.write(
             QStringLiteral("zentoria-report: %1 problem files found, but a report holds %2: the last %3 "
@@ -114,16 +141,22 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
                 .arg(leftOut)
                 .toUtf8());
     }
+    if (!failures.isEmpty()) {
+        err.write(QStringLiteral("zentoria-report: %1 files or folders could not be checked\n")
+                      .arg(failures.size())
+                      .toUtf8());
+        return kExitUnreadable;
+    }
     return entries.isEmpty() ? kExitRead : kExitDamaged;
 }
 
-int runRecheck(const QString& reportName, const PathMappings& mapping, bool json, int jobs, QIODevice& out,
-               QIODevice& err) {
+int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
     ReportReadResult report;
-    if (!readWholeReport(reportName, report, err)) {
+    if (!readWholeReport(request.report, report, err)) {
         return kExitUnreadable;
     }
-    scan::Scanner scanner(jobs > 0 ? jobs : scan::Scanner::kDefaultJobs);
+    const PathMappings& mapping = request.mapping;
+    scan::Scanner scanner(request.jobs > 0 ? request.jobs : scan::Scanner::kDefaultJobs);
     const scan::RecheckResult result = scan::recheckEntries(
         report.Entries, [&mapping](const QString& path) { return mapping.map(path); }, scanner,
         progressOn(err, "checked again"));
@@ -132,7 +165,8 @@ int runRecheck(const QString& reportName, const PathMappings& mapping, bool json
         name(err, failure.path,
              QStringLiteral("not found here (%1: %2)").arg(mapping.map(failure.path), failure.why));
     }
-    if (json) {
+    QByteArray made;
+    if (request.json) {
         QStringList notFound;
         for (const scan::Failure& failure : result.notFound) {
             notFound << failure.path;
@@ -141,18 +175,30 @@ int runRecheck(const QString& reportName, const PathMappings& mapping, bool json
                                   {QStringLiteral("still"), pathArray(result.still)},
                                   {QStringLiteral("changed"), pathArray(result.changed)},
                                   {QStringLiteral("notFound"), pathArray(notFound)}};
-        out.write(QJsonDocument(summary).toJson(QJsonDocument::Compact) + '\n');
+        made = QJsonDocument(summary).toJson(QJsonDocument::Compact) + '\n';
     } else {
         // The files still broken are some of the report's, so they fit one report.
-        out.write(scan::reportBytes(origin(QStringLiteral("recheck"), {reportName}), result.now));
+        scan::ReportOrigin again = origin(QStringLiteral("recheck"), {request.report});
+        again.recheck = true;
+        again.notChecked = result.notFound.size();
+        made = scan::reportBytes(again, result.now);
     }
-    if (isTerminal(err)) {
-        err.write(QStringLiteral("%1 fixed, %2 still, %3 not found, %4 changed kind\n")
-                      .arg(result.fixed.size())
-                      .arg(result.still.size())
-                      .arg(result.notFound.size())
-                      .arg(result.changed.size())
-                      .toUtf8());
+    if (!deliver(made, request.output, out, err)) {
+        return kExitUnreadable;
+    }
+    const QString counts = QStringLiteral("%1 fixed, %2 still, %3 not found, %4 changed kind")
+                               .arg(result.fixed.size())
+                               .arg(result.still.size())
+                               .arg(result.notFound.size())
+                               .arg(result.changed.size());
+    if (!result.notFound.isEmpty()) {
+        // Not seen is not fixed: a script must not take a wrong mapping for a clean collection.
+        err.write("zentoria-report: " + counts.toUtf8() +
+                  (result.notFound.size() == report.Entries.size()
+                       ? QByteArray("; none of the report's files was found here: is --map right?\n")
+                       : QByteArray("\n")));
+    } else if (isTerminal(err)) {
+        err.write(counts.toUtf8() + '\n');
     }
     return result.now.isEmpty() ? kExitRead : kExitDamaged;
 }

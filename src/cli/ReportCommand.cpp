@@ -24,8 +24,9 @@ const char kUsage[] =
     "       zentoria-report diff [--json] OLD NEW\n"
     "       zentoria-report export [--kind ID3v1|ID3v2|ID3v0] [--format m3u8|csv|txt]\n"
     "                              [--map 'C:\\Music=/media/music']... REPORT\n"
-    "       zentoria-report scan [--as 'C:\\Music']... [--jobs N] FOLDER... > report.vzt\n"
-    "       zentoria-report recheck [--json] [--jobs N] [--map 'C:\\Music=/media/music']... REPORT\n"
+    "       zentoria-report scan [--as 'C:\\Music']... [--jobs N] [-o report.vzt] FOLDER...\n"
+    "       zentoria-report recheck [--json] [--jobs N] [--map 'C:\\Music=/media/music']...\n"
+    "                               [-o now.vzt] REPORT\n"
     "\n"
     "Reads a Melvadex integrity report (.vzt or .txt).\n"
     "\n"
@@ -42,20 +43,27 @@ const char kUsage[] =
     "  --map     where a Windows folder of the report is on this computer: paths in it are\n"
     "            exported with the local folder instead, with slashes; give it once a folder\n"
     "  scan      checks the tags of every .mp3 file under the folders here and writes a report of\n"
-    "            the files that lack them; symbolic links are followed, each folder walked once\n"
+    "            the files that lack them; symbolic links are followed, each folder walked once;\n"
+    "            every file or folder it cannot check is named on stderr and counted in the report\n"
+    "            (a name that is no UTF-8 is written with %XX for each such byte, %25 for '%')\n"
     "  --as      the Windows folder the paths of the next folder are written under, as Melvadex\n"
     "            would have written them there; give it for every folder or for none\n"
     "  --jobs    how many files are checked at once (default 4)\n"
+    "  -o, --output  writes the report (or the JSON) to this file, whole or not at all: an\n"
+    "            interruption or a full disk leaves the file as it was\n"
     "  recheck   checks the files a report lists again (through --map) and writes their present\n"
-    "            state as a report with the same paths; files not found are named on stderr;\n"
+    "            state as a report with the same paths; files not found are named on stderr and\n"
+    "            kept with their earlier kind (not seen is not fixed);\n"
     "            with --json: {\"fixed\": [...], \"still\": [...], \"changed\": [...], \"notFound\": [...]}\n"
     "  --        ends the options: what follows is the report, even when it starts with '-'\n"
     "\n"
     "Exit status: 0 report read to its closing line, 1 report damaged or cut short (for check,\n"
     "also when records were skipped), 2 usage error or unreadable file. For diff: 0 when\n"
     "nothing is new, 1 when something is, 2 for a usage error or a report that cannot be read.\n"
-    "For scan and recheck: 0 when no file is still broken or new, 1 otherwise, 2 for a usage\n"
-    "error or a folder or report that cannot be read.\n";
+    "For scan: 0 when no file lacks a tag, 1 when one does, 2 when any file or folder could not\n"
+    "be checked, for a usage error, or when the report could not be written. For recheck: 0 when\n"
+    "every file was found and none is still broken, 1 when one is still broken or was not found,\n"
+    "2 for a usage error, a report that cannot be read, or a result that could not be written.\n";
 
 int usageError(QIODevice& err, const QString& message) {
     err.write("zentoria-report: " + message.toUtf8() + "\nTry 'zentoria-report --help'.\n");
@@ -236,8 +244,10 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
     const QCommandLineOption mapOption(QStringLiteral("map"), {}, QStringLiteral("WINDOWS=LOCAL"));
     const QCommandLineOption asOption(QStringLiteral("as"), {}, QStringLiteral("WINDOWS-FOLDER"));
     const QCommandLineOption jobsOption(QStringLiteral("jobs"), {}, QStringLiteral("N"));
-    parser.addOptions(
-        {helpOption, versionOption, jsonOption, kindOption, formatOption, mapOption, asOption, jobsOption});
+    const QCommandLineOption outputOption(QStringList{QStringLiteral("o"), QStringLiteral("output")}, {},
+                                          QStringLiteral("FILE"));
+    parser.addOptions({helpOption, versionOption, jsonOption, kindOption, formatOption, mapOption, asOption,
+                       jobsOption, outputOption});
     if (!parser.parse(QStringList{QStringLiteral("zentoria-report")} + arguments)) {
         if (!parser.unknownOptionNames().isEmpty()) {
             return usageError(err, unknownOption(arguments, parser.unknownOptionNames().first()));
@@ -301,17 +311,18 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         {QStringLiteral("check"), {}},
         {QStringLiteral("diff"), {QStringLiteral("json")}},
         {QStringLiteral("export"), {QStringLiteral("kind"), QStringLiteral("format"), QStringLiteral("map")}},
-        {QStringLiteral("scan"), {QStringLiteral("as"), QStringLiteral("jobs")}},
-        {QStringLiteral("recheck"), {QStringLiteral("json"), QStringLiteral("map"), QStringLiteral("jobs")}}};
+        {QStringLiteral("scan"), {QStringLiteral("as"), QStringLiteral("jobs"), QStringLiteral("o")}},
+        {QStringLiteral("recheck"),
+         {QStringLiteral("json"), QStringLiteral("map"), QStringLiteral("jobs"), QStringLiteral("o")}}};
     if (!commandOptions.contains(command)) {
         return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
     }
     for (const QCommandLineOption& option :
-         {jsonOption, kindOption, formatOption, mapOption, asOption, jobsOption}) {
+         {jsonOption, kindOption, formatOption, mapOption, asOption, jobsOption, outputOption}) {
         const QString optionName = option.names().first();
         if (unknown.isEmpty() && parser.isSet(option) &&
             !commandOptions.value(command).contains(optionName)) {
-            unknown = QStringLiteral("--") + optionName;
+            unknown = (optionName.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + optionName;
         }
     }
     if (!unknown.isEmpty()) {
@@ -334,7 +345,7 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         if (!windowsFolders.isEmpty() && windowsFolders.size() != words.size()) {
             return usageError(err, QStringLiteral("give --as once for every folder, or not at all"));
         }
-        return runScan({words, windowsFolders, jobs}, out, err);
+        return runScan({words, windowsFolders, jobs, parser.value(outputOption)}, out, err);
     }
     if (words.size() != 1) {
         return usageError(err, QStringLiteral("name exactly one report"));
@@ -357,7 +368,7 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
     }
     if (command == QStringLiteral("recheck")) {
         report.close();
-        return runRecheck(name, request.mapping, json, jobs, out, err);
+        return runRecheck({name, request.mapping, json, jobs, parser.value(outputOption)}, out, err);
     }
     const Listing listing = command == QStringLiteral("check") ? Listing::Summary
                             : json                             ? Listing::Json

@@ -48,17 +48,34 @@ bool readWholeReport(const QString& fileName, ReportReadResult& result, QIODevic
 
 // "scan": the folders' MP3 files checked here, written to out as a report. `windowsFolders` is empty
 // or names, for each folder in turn, the Windows folder its paths are written under.
+// `output` names a file to write the report to instead, whole or not at all. Exit status 2 when any
+// file or folder could not be checked (each is named on err) or the report could not be written, else
+// 1 when a file lacks a tag, else 0.
 struct ScanRequest {
     QStringList folders;
     QStringList windowsFolders;
     int jobs = 0;
+    QString output;
 };
 int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err);
 
 // "recheck": the files a report lists checked again, found through the mapping; their present state
-// written to out as a report with the same paths, or as a JSON summary.
-int runRecheck(const QString& report, const PathMappings& mapping, bool json, int jobs, QIODevice& out,
-               QIODevice& err);
+// written to out (or to `output`) as a report with the same paths, or as a JSON summary. A file not
+// found keeps its earlier kind. Exit status 2 when the report cannot be read or the result written,
+// else 1 when a file is still broken or was not found, else 0.
+struct RecheckRequest {
+    QString report;
+    PathMappings mapping;
+    bool json = false;
+    int jobs = 0;
+    QString output;
+};
+int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err);
+
+// Writes what a command made whole: to the file through QSaveFile (an interruption or a full disk
+// leaves the old file as it was), or to out. False, with a message on err naming what failed, when it
+// could not be written.
+bool deliver(const QByteArray& bytes, const QString& outputFile, QIODevice& out, QIODevice& err);
 
 // Two reports compared by path, letter case aside: what is only in the old one, only in the new one,
 // and in both (as the new one has it). Linear in the reports' sizes.

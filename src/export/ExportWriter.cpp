@@ -1,5 +1,7 @@
 #include "ExportWriter.h"
 
+#include "report/FileNameForm.h"
+
 #include <QIODevice>
 
 namespace zentoria {
@@ -71,7 +73,12 @@ void ExportWriter::add(const ReportEntry& entry) {
         // The title a player shows until it reads the tags: the file's name, either separator.
         const qsizetype slash = std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\'));
         const QString title = path.mid(slash + 1).trimmed();
-        m_out.write("#EXTINF:-1," + title.toUtf8() + '\n' + path.toUtf8() + '\n');
+        // A playlist is UTF-8 text: a local name that is no UTF-8 goes in as a URL of its real bytes,
+        // which players open as they open a path.
+        const QByteArray bytes = fileNameBytes(path);
+        const QByteArray location =
+            path.startsWith(u'/') && bytes != path.toUtf8() ? localFileUrl(path).toEncoded() : path.toUtf8();
+        m_out.write("#EXTINF:-1," + title.toUtf8() + '\n' + location + '\n');
         break;
     }
     case ExportFormat::Csv: {

@@ -114,6 +114,14 @@ QString PathMappings::windowsPath(const QString& localPath) const {
     return longest ? longest->windowsPath(localPath) : localPath;
 }
 
+std::optional<QString> PathMappings::reversibleWindowsPath(const QString& localPath) const {
+    QString path = windowsPath(localPath);
+    if (path != localPath && map(path) != localPath) {
+        return std::nullopt;
+    }
+    return path;
+}
+
 std::optional<PathMappings> PathMappings::parse(const QString& text) {
     PathMappings mappings;
     for (const QString& part : text.split(u'|')) {

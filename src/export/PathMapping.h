@@ -56,6 +56,9 @@ struct PathMappings {
     bool covers(const QString& path) const;
     // Through the mapping of the longest local folder that holds the path.
     QString windowsPath(const QString& localPath) const;
+    // The same, but none where a name under a mapped folder holds a backslash: the Windows path would
+    // take it for a folder, and map() would never lead back to the file.
+    std::optional<QString> reversibleWindowsPath(const QString& localPath) const;
 
     // The mappings' texts joined by "|", which no Windows path holds: "C:\Music=/media/music|D:\=/mnt/d".
     // Empty texts between are passed over; a part that is no mapping refuses the whole.

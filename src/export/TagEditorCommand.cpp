@@ -1,7 +1,8 @@
 #include "TagEditorCommand.h"
 
+#include "report/FileNameForm.h"
+
 #include <QStandardPaths>
-#include <QUrl>
 
 namespace zentoria {
 
@@ -47,7 +48,7 @@ std::optional<QStringList> splitWords(const QString& command) {
 }
 
 QString fileUrl(const QString& file) {
-    return QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded);
+    return QString::fromLatin1(localFileUrl(file).toEncoded());
 }
 
 // One word with its field codes put in; a word that is only %F or %U becomes one word per file.

@@ -39,6 +39,7 @@ RecheckResult recheckEntries(const QList<ReportEntry>& entries,
         const QString& file = local.at(i);
         if (const auto failure = failures.constFind(file); failure != failures.cend()) {
             result.notFound.append({entry.Path, *failure});
+            result.now.append({qint16(result.now.size() + 1), entry.Kind, entry.Path});
         } else if (const auto kind = kinds.constFind(file); kind != kinds.cend()) {
             (*kind == entry.Kind ? result.still : result.changed).append(entry.Path);
             result.now.append({qint16(result.now.size() + 1), *kind, entry.Path});

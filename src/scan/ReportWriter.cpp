@@ -44,7 +44,12 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
     line(QByteArray("  Problem files: ") + QByteArray::number(entries.size()) +
          (origin.leftOut > 0 ? QByteArray(" (") + QByteArray::number(origin.leftOut) + " more left out)"
                              : QByteArray()));
-    line({});
+    if (origin.recheck) {
+        line("  Not found: " + QByteArray::number(origin.notChecked) +
+             (origin.notChecked > 0 ? " (listed with their earlier kind)" : ""));
+    } else {
+        line("  Not checked: " + QByteArray::number(origin.notChecked) + " files or folders");
+    }
     line({});
     for (const ReportEntry& entry : entries) {
         line(entry.Path.toUtf8());
@@ -57,20 +62,32 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
     return out;
 }
 
-QList<ReportEntry> reportEntries(QList<FoundProblem> problems,
-                                 const std::function<QString(const QString&)>& reportPath,
-                                 qsizetype* leftOut) {
+QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath& reportPath,
+                                 qsizetype* leftOut, QList<Failure>* unnamed) {
+    QList<FoundProblem> named;
+    named.reserve(problems.size());
     for (FoundProblem& problem : problems) {
-        problem.path = reportPath(problem.path);
+        QString why;
+        std::optional<QString> path = reportPath(problem.path, &why);
+        if (path && !fitsReport(*path)) {
+            why = QStringLiteral("a report cannot name it: its name holds a line break or the report's "
+                                 "closing words");
+            path.reset();
+        }
+        if (path) {
+            named.append({std::move(*path), problem.kind});
+        } else {
+            unnamed->append({problem.path, why});
+        }
     }
     // Named anew, they sort as the report's list will show them.
-    sortAsListed(problems);
-    const qsizetype fit = std::min<qsizetype>(problems.size(), kMaxRecords);
-    *leftOut = problems.size() - fit;
+    sortAsListed(named);
+    const qsizetype fit = std::min<qsizetype>(named.size(), kMaxRecords);
+    *leftOut = named.size() - fit;
     QList<ReportEntry> entries;
     entries.reserve(fit);
     for (qsizetype i = 0; i < fit; ++i) {
-        entries.append({qint16(i + 1), problems.at(i).kind, problems.at(i).path});
+        entries.append({qint16(i + 1), named.at(i).kind, named.at(i).path});
     }
     return entries;
 }

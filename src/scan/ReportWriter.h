@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 class QIODevice;
 
@@ -23,6 +24,11 @@ struct ReportOrigin {
     QDateTime created = QDateTime::currentDateTime();
     // Problem files found that did not fit the report, said in its header.
     qsizetype leftOut = 0;
+    // What the check could not look at, said in the header so that the report never passes for whole:
+    // the files and folders a scan could not check, or the listed files a re-check did not find (those
+    // keep their earlier kind).
+    qsizetype notChecked = 0;
+    bool recheck = false;
 };
 
 // The bytes of a report that ReadReport reads back as "Loaded" with these entries, in this order and
@@ -31,12 +37,16 @@ struct ReportOrigin {
 // that), none with a path that fitsReport refuses.
 QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& entries);
 
-// The problem files as a report lists them: each path as the report names it (`reportPath`: the
-// local path through the path mappings, say), sorted as the file list sorts, numbered from 1. A report
-// holds at most 32,766: `leftOut` gets how many more there were, last in that order.
-QList<ReportEntry> reportEntries(QList<FoundProblem> problems,
-                                 const std::function<QString(const QString&)>& reportPath,
-                                 qsizetype* leftOut);
+// How a report names a file found here (the local path through the path mappings, say); none when
+// it cannot name it at all, with the reason.
+using ReportPath = std::function<std::optional<QString>(const QString& localPath, QString* why)>;
+
+// The problem files as a report lists them: each path as the report names it, sorted as the file list
+// sorts, numbered from 1. A file the report cannot name, or whose name would garble the report
+// (fitsReport), is added to `unnamed` instead. A report holds at most 32,766: `leftOut` gets how many
+// more there were, last in that order.
+QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath& reportPath,
+                                 qsizetype* leftOut, QList<Failure>* unnamed);
 
 // Whether a report can name this file: a path line that breaks in two, or holds the closing marker,
 // would end or garble the report when read back.

@@ -1,12 +1,12 @@
 #include "Scanner.h"
 
-#include "ReportWriter.h"
+#include "LocalFile.h"
 #include "TagProbe.h"
 #include "report/CaseInsensitiveOrder.h"
+#include "report/FileNameForm.h"
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QMutex>
 #include <QSemaphore>
 #include <QSet>
@@ -16,7 +16,10 @@
 #include <cerrno>
 #include <cstring>
 #include <dirent.h>
+#include <fcntl.h>
+#include <memory>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 namespace zentoria::scan {
@@ -33,12 +36,27 @@ bool isMp3Name(const char* name) {
     return length >= 4 && strncasecmp(name + length - 4, ".mp3", 4) == 0;
 }
 
-QString systemError() {
-    return QString::fromLocal8Bit(std::strerror(errno));
-}
+// An open folder, closed when the last file or folder found in it has been looked at.
+struct OpenFolder {
+    int descriptor;
+    explicit OpenFolder(int d)
+        : descriptor(d) {}
+    ~OpenFolder() { ::close(descriptor); }
+    OpenFolder(const OpenFolder&) = delete;
+    OpenFolder& operator=(const OpenFolder&) = delete;
+};
+using FolderHandle = std::shared_ptr<const OpenFolder>;
 
-QString joined(const QString& folder, const QString& name) {
-    return folder.endsWith(u'/') ? folder + name : folder + u'/' + name;
+// A file or folder by its name in an open folder, and by the path a person reads.
+struct Found {
+    FolderHandle in;
+    QByteArray name;
+    QString path;
+};
+
+QString childPath(const QString& folder, const QByteArray& name) {
+    const QString shown = shownFileName(name);
+    return folder.endsWith(u'/') ? folder + shown : folder + u'/' + shown;
 }
 
 } // namespace
@@ -62,26 +80,32 @@ public:
     }
 
     // Hands files to the pool, waiting while enough are queued: the walk never runs far ahead.
-    void submit(QStringList files) {
-        m_found += files.size();
-        while (!files.isEmpty() && !m_scanner.isCancelled()) {
-            const QStringList batch = files.first(std::min(kBatch, files.size()));
-            files.remove(0, batch.size());
+    void submit(std::vector<Found> files) {
+        m_found += qsizetype(files.size());
+        for (std::size_t next = 0; next < files.size() && !m_scanner.isCancelled();) {
+            const std::size_t end = std::min(files.size(), next + std::size_t(kBatch));
+            std::vector<Found> batch(std::make_move_iterator(files.begin() + std::ptrdiff_t(next)),
+                                     std::make_move_iterator(files.begin() + std::ptrdiff_t(end)));
+            next = end;
             while (!m_slots.tryAcquire(1, kWaitMs)) {
                 tick();
             }
-            m_pool.start([this, batch] {
-                for (const QString& file : batch) {
+            m_pool.start([this, batch = std::move(batch)] {
+                for (const Found& file : batch) {
                     if (m_scanner.isCancelled()) {
                         break;
                     }
-                    record(file, probeTags(file));
+                    record(file.path,
+                           file.in ? probeTagsAt(file.in->descriptor, file.name) : probeTags(file.path));
                 }
                 m_slots.release();
             });
             tick();
         }
     }
+
+    // Lists the open folder: its files go to the pool, its folders to `pending`.
+    void walkFolder(const FolderHandle& folder, const QString& path, std::vector<Found>& pending);
 
     void fail(const QString& path, const QString& why) {
         const QMutexLocker lock(&m_mutex);
@@ -154,80 +178,111 @@ ScanResult Scanner::scanFolders(const QStringList& folders, const Progress& prog
     Run run(*this, progress);
     // Folders already walked, by device and inode: a link back up, or a second link, is not followed.
     QSet<std::pair<dev_t, ino_t>> walked;
-    const auto firstVisit = [&walked](const QString& folder) {
-        struct stat status = {};
-        if (::stat(QFile::encodeName(folder).constData(), &status) != 0) {
-            return false;
-        }
-        const auto id = std::pair(status.st_dev, status.st_ino);
-        if (walked.contains(id)) {
-            return false;
-        }
-        walked.insert(id);
-        return true;
-    };
-
     // One folder after the other, in the order given: a folder reached from two of them counts as the
-    // first one's.
-    QStringList pending;
+    // first one's. A folder waiting to be walked keeps the folder it was found in open.
+    std::vector<Found> pending;
     for (const QString& root : folders) {
-        const QString clean = QDir::cleanPath(QDir(root).absolutePath());
-        if (firstVisit(clean)) {
-            pending.append(clean);
-        }
-        while (!pending.isEmpty() && !isCancelled()) {
-            const QString folder = pending.takeLast();
-            DIR* dir = ::opendir(QFile::encodeName(folder).constData());
-            if (!dir) {
-                run.fail(folder, systemError());
+        pending.push_back({nullptr, {}, QDir::cleanPath(QDir(root).absolutePath())});
+        while (!pending.empty() && !isCancelled()) {
+            const Found folder = std::move(pending.back());
+            pending.pop_back();
+            const int descriptor = folder.in ? ::openat(folder.in->descriptor, folder.name.constData(),
+                                                        O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK)
+                                             : openLocal(folder.path, O_RDONLY | O_DIRECTORY | O_NONBLOCK);
+            if (descriptor < 0) {
+                run.fail(folder.path, errno == ENOENT
+                                          ? QStringLiteral("vanished before it could be checked")
+                                          : QStringLiteral("cannot be entered: ") + systemError(errno));
                 continue;
             }
-            std::vector<std::pair<ino_t, QString>> files;
-            while (const dirent* entry = ::readdir(dir)) {
-                if (std::strcmp(entry->d_name, ".") == 0 || std::strcmp(entry->d_name, "..") == 0) {
-                    continue;
-                }
-                const QString path = joined(folder, QFile::decodeName(entry->d_name));
-                bool isFolder = entry->d_type == DT_DIR;
-                bool isFile = entry->d_type == DT_REG;
-                if (entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN) {
-                    struct stat status = {};
-                    if (::stat(QFile::encodeName(path).constData(), &status) == 0) {
-                        isFolder = S_ISDIR(status.st_mode);
-                        isFile = S_ISREG(status.st_mode);
-                    } else if (isMp3Name(entry->d_name)) {
-                        run.fail(path, systemError());
-                    }
-                }
-                if (isFolder && firstVisit(path)) {
-                    pending.append(path);
-                } else if (isFile && isMp3Name(entry->d_name)) {
-                    if (!fitsReport(path)) {
-                        run.fail(path,
-                                 QStringLiteral("a report cannot name it: its name holds a line break or "
-                                                "the report's closing words"));
-                    } else {
-                        files.emplace_back(entry->d_ino, path);
-                    }
-                }
+            auto open = std::make_shared<const OpenFolder>(descriptor);
+            struct stat status = {};
+            if (::fstat(descriptor, &status) != 0 || walked.contains({status.st_dev, status.st_ino})) {
+                continue;
             }
-            ::closedir(dir);
-            std::sort(files.begin(), files.end(),
-                      [](const auto& a, const auto& b) { return a.first < b.first; });
-            QStringList paths;
-            paths.reserve(qsizetype(files.size()));
-            for (auto& [inode, path] : files) {
-                paths.append(std::move(path));
-            }
-            run.submit(std::move(paths));
+            walked.insert({status.st_dev, status.st_ino});
+            run.walkFolder(open, folder.path, pending);
         }
     }
     return run.finish();
 }
 
+void Scanner::Run::walkFolder(const FolderHandle& folder, const QString& path, std::vector<Found>& pending) {
+    // A folder that can be listed but not searched shows its names and hides its files: say so once,
+    // for the folder, instead of failing every file in it.
+    struct stat self = {};
+    if (::fstatat(folder->descriptor, ".", &self, 0) != 0) {
+        fail(path, QStringLiteral("cannot be entered: ") + systemError(errno));
+        return;
+    }
+    DIR* listing = ::fdopendir(::dup(folder->descriptor));
+    if (!listing) {
+        fail(path, QStringLiteral("cannot be listed: ") + systemError(errno));
+        return;
+    }
+    std::vector<std::pair<ino_t, Found>> files;
+    for (;;) {
+        errno = 0;
+        const dirent* entry = ::readdir(listing);
+        if (!entry) {
+            if (errno != 0) {
+                fail(path, QStringLiteral("cannot be listed to its end: ") + systemError(errno));
+            }
+            break;
+        }
+        if (std::strcmp(entry->d_name, ".") == 0 || std::strcmp(entry->d_name, "..") == 0) {
+            continue;
+        }
+        const bool mp3 = isMp3Name(entry->d_name);
+        bool isFolder = entry->d_type == DT_DIR;
+        bool isFile = entry->d_type == DT_REG;
+        if (!isFolder && !isFile) {
+            struct stat status = {};
+            if (::fstatat(folder->descriptor, entry->d_name, &status, 0) != 0) {
+                const int error = errno;
+                // A link that leads nowhere is no file that was missed, unless it is named as one.
+                if (error != ENOENT || mp3) {
+                    struct stat link = {};
+                    const bool dangling = error == ENOENT && ::fstatat(folder->descriptor, entry->d_name,
+                                                                       &link, AT_SYMLINK_NOFOLLOW) == 0;
+                    fail(childPath(path, entry->d_name),
+                         dangling          ? QStringLiteral("a link that leads nowhere")
+                         : error == ENOENT ? QStringLiteral("vanished before it could be checked")
+                                           : QStringLiteral("cannot be checked: ") + systemError(error));
+                }
+                continue;
+            }
+            isFolder = S_ISDIR(status.st_mode);
+            isFile = S_ISREG(status.st_mode);
+            if (!isFolder && !isFile && mp3) {
+                fail(childPath(path, entry->d_name), QStringLiteral("not a regular file"));
+                continue;
+            }
+        }
+        if (isFolder) {
+            pending.push_back({folder, entry->d_name, childPath(path, entry->d_name)});
+        } else if (isFile && mp3) {
+            files.emplace_back(entry->d_ino, Found{folder, entry->d_name, childPath(path, entry->d_name)});
+        }
+    }
+    ::closedir(listing);
+    std::sort(files.begin(), files.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<Found> found;
+    found.reserve(files.size());
+    for (auto& [inode, file] : files) {
+        found.push_back(std::move(file));
+    }
+    submit(std::move(found));
+}
+
 ScanResult Scanner::probeFiles(const QStringList& files, const Progress& progress) {
     Run run(*this, progress);
-    run.submit(files);
+    std::vector<Found> named;
+    named.reserve(std::size_t(files.size()));
+    for (const QString& file : files) {
+        named.push_back({nullptr, {}, file});
+    }
+    run.submit(std::move(named));
     return run.finish();
 }
 

@@ -18,7 +18,8 @@ struct FoundProblem {
     friend bool operator==(const FoundProblem&, const FoundProblem&) = default;
 };
 
-// A file or folder that could not be looked at, and why.
+// A file or folder that could not be looked at, and why: a check names each one, so that no file it
+// did not see passes for one that is fine.
 struct Failure {
     QString path;
     QString why;
@@ -66,9 +67,13 @@ public:
 
     // Every file ending in ".mp3" (letter case aside) under the folders, symbolic links followed; a
     // folder reached twice (a loop, or two links to one folder) is walked once. Within a folder, files
-    // are probed in the order of their inodes, which saves a spinning disk its seeks.
+    // are probed in the order of their inodes, which saves a spinning disk its seeks. The walk goes by
+    // open folders and names' bytes, so neither depth nor a name that is no UTF-8 stops it; paths are
+    // given in the form of FileNameForm. Every folder that cannot be entered or listed, and every
+    // ".mp3" that is no regular file or vanished, is a failure.
     ScanResult scanFolders(const QStringList& folders, const Progress& progress = {});
-    // The given files only, as they are named; a file that is not there is a failure.
+    // The given files only, as they are named (in the form of FileNameForm); a file that is not there
+    // is a failure.
     ScanResult probeFiles(const QStringList& files, const Progress& progress = {});
 
 private:

@@ -1,5 +1,7 @@
 #include "TagProbe.h"
 
+#include "LocalFile.h"
+
 #include <QFile>
 
 #include <cerrno>
@@ -38,22 +40,12 @@ constexpr long kHeadBlock = 20 * 1024;
 // the two ends costs.
 class BoundedStream : public TagLib::IOStream {
 public:
-    // The first read tells a small file's length, which is then read whole; only a larger file is asked
-    // for its length. Something that is no regular file fails the first read (a folder, a named pipe).
-    explicit BoundedStream(int descriptor)
-        : m_descriptor(descriptor) {
-        m_head = readAt(0, kHeadBlock);
-        if (m_error != 0 || long(m_head.size()) < kHeadBlock) {
-            m_length = long(m_head.size());
-            return;
-        }
-        struct stat status = {};
-        if (::fstat(m_descriptor, &status) != 0) {
-            m_error = errno;
-            return;
-        }
-        m_length = long(status.st_size);
-        if (m_length > kHeadBlock) {
+    // The caller has made sure the descriptor is a regular file of this length.
+    BoundedStream(int descriptor, long length)
+        : m_descriptor(descriptor)
+        , m_length(length) {
+        m_head = readAt(0, std::min(m_length, kHeadBlock));
+        if (m_error == 0 && m_length > kHeadBlock) {
             m_tailStart = std::max(kHeadBlock, m_length - kTailWindow);
             m_tail = readAt(m_tailStart, m_length - m_tailStart);
         }
@@ -124,7 +116,7 @@ private:
     }
 
     int m_descriptor;
-    long m_length = 0;
+    long m_length;
     long m_position = 0;
     long m_headLimit = kFrameWindow;
     int m_error = 0;
@@ -155,21 +147,24 @@ TagProbe failed(TagProbe::Outcome outcome, QString error) {
     return probe;
 }
 
-} // namespace
-
-TagProbe probeTags(const QString& path) {
+// Probes the open file and closes it.
+TagProbe probeDescriptor(int descriptor) {
     silenceTagLib();
-    // Not blocking: a named pipe called "x.mp3" would otherwise wait for a writer forever.
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
-        return failed(TagProbe::Outcome::Unreadable, QString::fromLocal8Bit(std::strerror(errno)));
+    struct stat status = {};
+    if (::fstat(descriptor, &status) != 0) {
+        const int error = errno;
+        ::close(descriptor);
+        return failed(TagProbe::Outcome::Unreadable, QStringLiteral("cannot be read: ") + systemError(error));
+    }
+    // A device or a named pipe named ".mp3" holds no file to check: /dev/zero would read forever.
+    if (!S_ISREG(status.st_mode)) {
+        ::close(descriptor);
+        return failed(TagProbe::Outcome::Unreadable, QStringLiteral("not a regular file"));
     }
     // The stream closes the descriptor.
-    BoundedStream stream(descriptor);
+    BoundedStream stream(descriptor, long(status.st_size));
     if (const int error = stream.error(); error != 0) {
-        return failed(TagProbe::Outcome::Unreadable, error == ESPIPE || error == EISDIR
-                                                         ? QStringLiteral("not a regular file")
-                                                         : QString::fromLocal8Bit(std::strerror(error)));
+        return failed(TagProbe::Outcome::Unreadable, QStringLiteral("cannot be read: ") + systemError(error));
     }
     TagLib::MPEG::File file(&stream, TagLib::ID3v2::FrameFactory::instance(), false);
     if (!file.isValid()) {
@@ -188,6 +183,27 @@ TagProbe probeTags(const QString& path) {
                       QStringLiteral("no MPEG audio found: not an MP3 file, or cut short"));
     }
     return probe;
+}
+
+TagProbe openFailed(int error) {
+    return failed(TagProbe::Outcome::Unreadable,
+                  error == ENOENT ? QStringLiteral("no such file")
+                                  : QStringLiteral("cannot be read: ") + systemError(error));
+}
+
+// Not blocking: a named pipe called "x.mp3" would otherwise wait for a writer forever.
+constexpr int kProbeFlags = O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
+} // namespace
+
+TagProbe probeTags(const QString& path) {
+    const int descriptor = openLocal(path, kProbeFlags);
+    return descriptor < 0 ? openFailed(errno) : probeDescriptor(descriptor);
+}
+
+TagProbe probeTagsAt(int folder, const QByteArray& name) {
+    const int descriptor = ::openat(folder, name.constData(), kProbeFlags);
+    return descriptor < 0 ? openFailed(errno) : probeDescriptor(descriptor);
 }
 
 std::optional<ProblemKind> problemKindOf(const TagProbe& probe) {

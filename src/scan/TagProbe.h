@@ -2,6 +2,7 @@
 
 #include "report/ProblemKind.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -29,7 +30,12 @@ struct TagProbe {
 // library that watches its folder when it is closed) and without the audio properties. What a probe
 // reads is bounded: the tags, and a window after them where the first audio frame must begin, so a
 // large file of something else costs no more than a real one.
+// The path is named as reports show it (see FileNameForm); a device or a named pipe is "not a regular
+// file".
 TagProbe probeTags(const QString& path);
+// The same for the file of this name in an open folder, as a walk finds it: no path to build, however
+// deep the folder lies.
+TagProbe probeTagsAt(int folder, const QByteArray& name);
 
 // The kind a report files the probed file under: only an ID3v2 tag lacks ID3v1 (kind 1), only an
 // ID3v1 tag lacks ID3v2 (kind 2), neither lacks any information (kind 0); none for a file with both,

@@ -1,4 +1,5 @@
 #include "Mp3Files.h"
+#include "report/FileNameForm.h"
 #include "report/ReportReader.h"
 #include "scan/ReportWriter.h"
 #include "scan/Scanner.h"
@@ -163,17 +164,84 @@ private Q_SLOTS:
             QCOMPARE(read.Outcome, zentoria::Outcome::Loaded);
             QCOMPARE(read.Entries, written);
         }
-        // Named as the report names them and sorted anew; no more than a report can number, the rest counted.
+        // Named as the report names them and sorted anew; no more than a report can number, the rest
+        // counted; a name the report cannot hold is a failure.
         qsizetype leftOut = -1;
-        const auto asWindows = [](const QString& path) { return "C:" + QString(path).replace(u'/', u'\\'); };
-        QCOMPARE(reportEntries({{"/m/b.mp3", ProblemKind::ID3v1}, {"/m/A.mp3", ProblemKind::ID3v2}},
-                               asWindows, &leftOut),
+        const ReportPath asWindows = [](const QString& path, QString* why) -> std::optional<QString> {
+            *why = "backslash";
+            return path.contains(u'\\') ? std::nullopt
+                                        : std::optional("C:" + QString(path).replace(u'/', u'\\'));
+        };
+        QList<Failure> unnamed;
+        QCOMPARE(reportEntries({{"/m/b.mp3", ProblemKind::ID3v1},
+                                {"/m/A.mp3", ProblemKind::ID3v2},
+                                {"/m/a\\b.mp3", ProblemKind::ID3v0},
+                                {"/m/Date of creation: 1.mp3", ProblemKind::ID3v0}},
+                               asWindows, &leftOut, &unnamed),
                  (QList<ReportEntry>{{1, ProblemKind::ID3v2, "C:\\m\\A.mp3"},
                                      {2, ProblemKind::ID3v1, "C:\\m\\b.mp3"}}));
         QCOMPARE(leftOut, 0);
+        QCOMPARE(unnamed.size(), 2);
+        QCOMPARE(unnamed.at(0), (Failure{"/m/a\\b.mp3", "backslash"}));
+        QVERIFY(unnamed.at(1).why.contains("closing words"));
         const QList<FoundProblem> many(kMaxRecords + 5, expected.first());
-        QCOMPARE(reportEntries(many, asWindows, &leftOut).size(), kMaxRecords);
+        QCOMPARE(reportEntries(many, asWindows, &leftOut, &unnamed).size(), kMaxRecords);
         QCOMPARE(leftOut, 5);
+    }
+
+    void nameForm_data() {
+        addColumns<QByteArray, QString>("bytes", "shown");
+        addRow("UTF-8 stands as it is", QByteArray("Björk/Jóga 100% pure.mp3"), "Björk/Jóga 100% pure.mp3");
+        addRow("a Latin-1 byte", QByteArray("caf\xE9.mp3"), "caf%E9.mp3");
+        addRow("each part on its own", QByteArray("Bj\xF6rk/caf\xC3\xA9.mp3"), "Bj%F6rk/café.mp3");
+        addRow("a percent beside a bad byte", QByteArray("100%\xE9"), "100%25%E9");
+        addRow("a percent code that is UTF-8", QByteArray("100%20.mp3"), "100%20.mp3");
+        addRow("UTF-8 that reads as the form", QByteArray("caf%E9.mp3"), "caf%25E9.mp3");
+        addRow("a written percent sign", QByteArray("50%25.mp3"), "50%2525.mp3");
+        addRow("a sequence cut short", QByteArray("\xC3.mp3"), "%C3.mp3");
+    }
+
+    void nameForm() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, shown);
+        QCOMPARE(shownFileName(bytes), shown);
+        QCOMPARE(fileNameBytes(shown), bytes);
+        // The clipboard's URL carries the real bytes.
+        QCOMPARE(localFileUrl("/m/" + shown).toEncoded(), "file:///m/" + bytes.toPercentEncoding("/"));
+    }
+
+    void walkNamesWhatItCannotCheck() {
+        QTemporaryDir dir;
+        const int top = ::open(QFile::encodeName(dir.path()).constData(), O_RDONLY | O_DIRECTORY);
+        QVERIFY(writeMp3(dir.filePath("t1"), NoTag) && moveToBytes(dir.filePath("t1"), top, "caf\xE9.mp3"));
+        QVERIFY(::mkdirat(top, "Bj\xF6rk", 0755) == 0);
+        QVERIFY(writeMp3(dir.filePath("t2"), V1) && moveToBytes(dir.filePath("t2"), top, "Bj\xF6rk/J.mp3"));
+        ::close(top);
+        QString deep;
+        const int inner = makeDeepFolders(dir.filePath("deep"), &deep);
+        QVERIFY(inner >= 0 && writeMp3(dir.filePath("t3"), V2) &&
+                moveToBytes(dir.filePath("t3"), inner, "x.mp3"));
+        ::close(inner);
+        QVERIFY(::mkfifo(QFile::encodeName(dir.filePath("pipe.mp3")).constData(), 0600) == 0);
+        QVERIFY(QFile::link("/dev/zero", dir.filePath("zero.mp3")));
+        QVERIFY(QFile::link(dir.filePath("nothing"), dir.filePath("gone.mp3")));
+
+        Scanner scanner;
+        const ScanResult result = scanner.scanFolders({dir.path()});
+        const QList<FoundProblem> found{{dir.filePath("Bj%F6rk/J.mp3"), ProblemKind::ID3v2},
+                                        {dir.filePath("caf%E9.mp3"), ProblemKind::ID3v0},
+                                        {deep + "/x.mp3", ProblemKind::ID3v1}};
+        QCOMPARE(result.problems, found);
+        QCOMPARE(result.failures, (QList<Failure>{{dir.filePath("gone.mp3"), "a link that leads nowhere"},
+                                                  {dir.filePath("pipe.mp3"), "not a regular file"},
+                                                  {dir.filePath("zero.mp3"), "not a regular file"}}));
+        // The paths as shown lead back to the files.
+        QStringList paths;
+        for (const FoundProblem& problem : found) {
+            paths << problem.path;
+        }
+        QCOMPARE(scanner.probeFiles(paths).problems, found);
+        removeTree(dir.path());
     }
 
     void cancelLeavesNothingBehind() {

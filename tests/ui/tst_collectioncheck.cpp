@@ -6,7 +6,11 @@
 
 #include <QAccessible>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTimer>
+
+#include <sys/stat.h>
 
 using namespace zentoria;
 
@@ -30,6 +34,7 @@ struct Checking : MainWindowFixture {
         QVERIFY(writeMp3(music + "/Björk/Jóga.mp3", V1));
         QVERIFY(writeMp3(music + "/Abba/Mamma Mia.mp3", BothTags));
         QVERIFY(writeFile(music + "/junk.mp3", "no audio"));
+        QVERIFY(::mkfifo(QFile::encodeName(music + "/pipe.mp3").constData(), 0600) == 0);
     }
     // Answers every dialog with this.
     void answer(const QString& text) {
@@ -61,9 +66,14 @@ private Q_SLOTS:
         QCOMPARE(c.listed("ID3v2"), QStringList{c.music + "/Björk/Jóga.mp3"});
         QCOMPARE(c.listed("ID3v0"), QStringList{c.music + "/Abba/Fernando.mp3"});
         QCOMPARE(c.window.windowTitle(), "Check of " + c.music + " (not saved) — " + kTitle);
+        // What it could not check is counted and named, each one in the details.
         QCOMPARE(c.messages.size(), 1);
-        QVERIFY2(c.messages.first().contains(c.music + "/junk.mp3: no MPEG audio"),
+        QVERIFY2(c.messages.first().startsWith("2 files or folders could not be checked"),
                  qPrintable(c.messages.first()));
+        QCOMPARE(c.window.messageBoxes().lastDetails(), c.music +
+                                                            "/junk.mp3: no MPEG audio found: not an MP3 "
+                                                            "file, or cut short\n" +
+                                                            c.music + "/pipe.mp3: not a regular file");
         QCOMPARE(read(settings::LastCheckedFolder), c.music);
 
         // Saved, it reads back as the same report, and is a report like any other.
@@ -81,6 +91,7 @@ private Q_SLOTS:
         const ReportReadResult read = ReadReport(source);
         QCOMPARE(read.Outcome, Outcome::Loaded);
         QCOMPARE(read.Entries.size(), 3);
+        QVERIFY(contentsOf(saved).contains("\r\n  Not checked: 2 files or folders\r\n"));
         QCOMPARE(read.Entries.at(0).Path, c.music + "/Abba/Fernando.mp3");
         QCOMPARE(c.window.windowTitle(), "music.vzt — " + kTitle);
         QVERIFY(!c.child<QAction>("submnuSaveAs")->isEnabled());
@@ -151,13 +162,46 @@ private Q_SLOTS:
         c.answer("C:\\Music=" + c.music);
         c.trigger("submnuRecheck");
         QTRY_VERIFY(!c.progress->isVisible());
-        QCOMPARE(c.messages, QStringList{"1 fixed, 1 still, 1 not found, 1 changed kind"});
+        // Gone is not fixed: it keeps its kind, and the message names it.
+        QCOMPARE(c.messages,
+                 QStringList{"1 fixed, 1 still, 1 not found, 1 changed kind\nThese files were not "
+                             "found; they are listed with their earlier kind:\nC:\\Music\\Gone.mp3: "
+                             "no such file"});
         QCOMPARE(c.window.windowTitle(), "music.vzt, checked again (not saved) — " + kTitle);
         QCOMPARE(c.listed("ID3v2"),
                  (QStringList{"C:\\Music\\Abba\\Fernando.mp3", "C:\\Music\\Björk\\Jóga.mp3"}));
         QCOMPARE(c.listed("ID3v1"), QStringList());
-        QCOMPARE(c.listed("ID3v0"), QStringList());
+        QCOMPARE(c.listed("ID3v0"), QStringList{"C:\\Music\\Gone.mp3"});
         QVERIFY(c.child<QAction>("submnuSaveAs")->isEnabled());
+
+        // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered.
+        const QString other = c.home.filePath("other.vzt");
+        QVERIFY(writeFile(other, ReportBuilder()
+                                     .start()
+                                     .record("D:\\Songs\\Abba\\Waterloo.mp3", kDetailID3v1)
+                                     .record("D:\\Songs\\Abba\\Fernando.mp3", kDetailID3v0)
+                                     .closing()
+                                     .bytes()));
+        c.open(other);
+        c.messages.clear();
+        c.answer("D:\\Songs=" + c.home.filePath("elsewhere"));
+        QSignalSpy preferences(c.child<QAction>("submnuPreferences"), &QAction::triggered);
+        QString asked;
+        c.window.messageBoxes().setQuestioner([&asked](const QString& text) {
+            asked = text;
+            // Preferences opens: the user closes it.
+            QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+            return true;
+        });
+        c.trigger("submnuRecheck");
+        QTRY_COMPARE(preferences.size(), 1);
+        QVERIFY2(
+            asked.startsWith("0 fixed, 0 still, 2 not found, 0 changed kind\nNone of the report's files was "
+                             "found on this computer: the folder where the report's files are is probably "
+                             "set wrong."),
+            qPrintable(asked));
+        QVERIFY(asked.endsWith("Open Tools > Preferences to correct it?"));
+        QCOMPARE(c.listed("ID3v1"), QStringList{"D:\\Songs\\Abba\\Waterloo.mp3"});
     }
 
     void progressSpeaksItsValue() {

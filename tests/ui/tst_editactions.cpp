@@ -1,4 +1,6 @@
+#include "../report/ReportBuilder.h"
 #include "MainWindowFixture.h"
+#include "report/ReportReader.h"
 #include "settings/Globals.h"
 #include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
@@ -18,6 +20,8 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QUrl>
+
+#include <cstdio>
 
 using namespace zentoria;
 
@@ -58,6 +62,25 @@ struct Editing : MainWindowFixture {
         }
     }
     void mapToMusic() { write(settings::PathMap, QStringLiteral("C:\\Music=") + music); }
+    // File > Open in Tag Editor with a fake kid3 on PATH, which writes its arguments, one per line,
+    // once it has them all, to the file whose name this returns.
+    QString openInFakeEditor() {
+        const QString bin = home.filePath("bin");
+        const QString record = home.filePath("arguments.txt");
+        [&] {
+            QVERIFY(writeFile(bin + "/kid3",
+                              "#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\"; done > \"" +
+                                  QFile::encodeName(record) + ".part\"\nmv \"" + QFile::encodeName(record) +
+                                  ".part\" \"" + QFile::encodeName(record) + "\"\n"));
+            QVERIFY(QFile::setPermissions(bin + "/kid3",
+                                          QFile::permissions(bin + "/kid3") | QFileDevice::ExeOwner));
+        }();
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", QFile::encodeName(bin) + ':' + path);
+        trigger("submnuOpenWith");
+        qputenv("PATH", path);
+        return record;
+    }
     // The next modal dialog of this kind gets the text typed into its line edit and is accepted.
     void answerNextDialog(const char* dialogName, const char* editName, const QString& text) {
         QTimer::singleShot(0, [=] {
@@ -189,24 +212,9 @@ private Q_SLOTS:
         Editing e;
         e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
         e.mapToMusic();
-        // A fake kid3 on PATH writes its arguments, one per line, once it has them all.
-        const QString bin = e.home.filePath("bin");
-        QVERIFY(QDir().mkpath(bin));
-        const QString record = e.home.filePath("arguments.txt");
-        QFile script(bin + "/kid3");
-        QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\nfor a in \"$@\"; do printf '%s\\n' \"$a\"; done > \"" +
-                     QFile::encodeName(record) + ".part\"\nmv \"" + QFile::encodeName(record) + ".part\" \"" +
-                     QFile::encodeName(record) + "\"\n");
-        script.close();
-        QVERIFY(script.setPermissions(script.permissions() | QFileDevice::ExeOwner));
-        const QByteArray path = qgetenv("PATH");
-        qputenv("PATH", QFile::encodeName(bin) + ':' + path);
-
         e.activate("ID3v2");
         e.select(selected);
-        e.trigger("submnuOpenWith");
-        qputenv("PATH", path);
+        const QString record = e.openInFakeEditor();
 
         QCOMPARE(e.messages.isEmpty() ? QString() : e.messages.first(), message);
         QCOMPARE(e.messages.size(), message.isEmpty() ? 0 : 1);
@@ -221,6 +229,32 @@ private Q_SLOTS:
             expected += QFile::encodeName(e.music + u'/' + argument) + '\n';
         }
         QCOMPARE(contentsOf(record), expected);
+    }
+
+    void oddNamesLeadToTheRealFile() {
+        // A name that is no UTF-8, as a check made here writes it.
+        Editing e;
+        QVERIFY(writeFile(
+            e.home.filePath("odd.vzt"),
+            ReportBuilder().start().record("C:\\Music\\caf%E9.mp3", kDetailID3v2).closing().bytes()));
+        const QByteArray real = QFile::encodeName(e.music) + "/caf\xE9.mp3";
+        QVERIFY(writeFile(e.music + "/t", {}) && ::rename(QFile::encodeName(e.music + "/t"), real) == 0);
+        e.mapToMusic();
+        e.open(e.home.filePath("odd.vzt"));
+        e.activate("ID3v2");
+        e.select({"C:\\Music\\caf%E9.mp3"});
+        const QUrl url = QUrl::fromEncoded("file://" + real.toPercentEncoding("/"));
+
+        e.trigger("submnuCopy");
+        QCOMPARE(QApplication::clipboard()->mimeData()->urls(), QList<QUrl>{url});
+        const QString record = e.openInFakeEditor();
+        QTRY_COMPARE(contentsOf(record), real + '\n');
+        e.dialogs->setChooser([&e](const CommonDialog&) { return e.home.filePath("odd.m3u8"); });
+        e.trigger("submnuExport");
+        QVERIFY2(contentsOf(e.home.filePath("odd.m3u8")).contains('\n' + url.toEncoded() + '\n'),
+                 contentsOf(e.home.filePath("odd.m3u8")).constData());
+        QCOMPARE(e.messages, QStringList());
+        removeTree(e.music);
     }
 
     void selectMatching_data() {

@@ -32,6 +32,19 @@ scan::ReportOrigin madeHere(const QStringList& checked) {
     return {QStringLiteral("Zentoria"), QStringLiteral(ZENTORIA_VERSION), checked};
 }
 
+// The first few of the files named in the message itself, all of them in its details.
+void nameFailures(QStringList& lines, QString& details, const QList<scan::Failure>& failures) {
+    QStringList all;
+    for (const scan::Failure& failure : failures) {
+        all << failure.path + QStringLiteral(": ") + failure.why;
+    }
+    lines << all.first(std::min<qsizetype>(kNamedFailures, all.size()));
+    if (all.size() > kNamedFailures) {
+        lines << text("AndMore", "… and %1 more.").arg(all.size() - kNamedFailures);
+    }
+    details = all.join(u'\n');
+}
+
 } // namespace
 
 CollectionCheck::CollectionCheck(Window window, QObject* parent)
@@ -119,13 +132,12 @@ void CollectionCheck::submnuRecheck_Click() {
             *result = scan::recheckEntries(
                 entries, [&mapping](const QString& path) { return mapping.map(path); }, scanner, progress);
         },
-        [this, result, report, name] {
-            showResult(result->now, text("RecheckName", "%1, checked again").arg(name), madeHere({report}));
-            m_window.tell(text("RecheckDone", "%1 fixed, %2 still, %3 not found, %4 changed kind")
-                              .arg(result->fixed.size())
-                              .arg(result->still.size())
-                              .arg(result->notFound.size())
-                              .arg(result->changed.size()));
+        [this, result, report, name, listed = listed.size()] {
+            scan::ReportOrigin made = madeHere({report});
+            made.recheck = true;
+            made.notChecked = result->notFound.size();
+            showResult(result->now, text("RecheckName", "%1, checked again").arg(name), std::move(made));
+            rechecked(*result, listed);
         });
 }
 
@@ -217,9 +229,19 @@ void CollectionCheck::cancelAndWait() {
 void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStringList& folders) {
     // Written as the user's Windows folders would name them, where Preferences says where those are.
     const PathMappings mapping = storedPathMappings();
+    QList<scan::Failure> failures = result.failures;
     qsizetype leftOut = 0;
     QList<ReportEntry> entries = scan::reportEntries(
-        result.problems, [&mapping](const QString& path) { return mapping.windowsPath(path); }, &leftOut);
+        result.problems,
+        [&mapping](const QString& path, QString* why) {
+            std::optional<QString> named = mapping.reversibleWindowsPath(path);
+            if (!named) {
+                *why = text("BackslashName", "a report cannot name it: its name holds a backslash, which "
+                                             "the Windows path would take for a folder");
+            }
+            return named;
+        },
+        &leftOut, &failures);
     const qsizetype shown = entries.size();
     QStringList checked;
     for (const QString& folder : folders) {
@@ -227,14 +249,15 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
     }
     scan::ReportOrigin made = madeHere(checked);
     made.leftOut = leftOut;
+    made.notChecked = failures.size();
     showResult(std::move(entries), text("CheckName", "Check of %1").arg(checked.join(QStringLiteral("; "))),
                std::move(made));
 
     QStringList lines;
-    if (result.counts.found == 0) {
+    if (result.counts.found == 0 && failures.isEmpty()) {
         lines << text("NoMp3Found", "No MP3 file was found in \"%1\".")
                      .arg(folders.join(QStringLiteral("\", \"")));
-    } else if (shown == 0) {
+    } else if (shown == 0 && failures.isEmpty()) {
         lines << text("NoneLacking", "%1 MP3 files checked: none lacks a tag.").arg(result.counts.probed);
     }
     if (leftOut > 0) {
@@ -245,19 +268,43 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
                      .arg(shown)
                      .arg(leftOut);
     }
-    if (!result.failures.isEmpty()) {
-        lines << text("NotChecked", "%1 files or folders could not be checked:").arg(result.failures.size());
-        for (const scan::Failure& failure :
-             result.failures.first(std::min<qsizetype>(kNamedFailures, result.failures.size()))) {
-            lines << failure.path + QStringLiteral(": ") + failure.why;
-        }
-        if (result.failures.size() > kNamedFailures) {
-            lines << text("AndMore", "… and %1 more.").arg(result.failures.size() - kNamedFailures);
-        }
+    QString details;
+    if (!failures.isEmpty()) {
+        lines << text("NotChecked", "%1 files or folders could not be checked, so the check cannot say "
+                                    "whether they lack a tag:")
+                     .arg(failures.size());
+        nameFailures(lines, details, failures);
     }
     if (!lines.isEmpty()) {
-        m_window.tell(lines.join(u'\n'));
+        m_window.tellInDetail(lines.join(u'\n'), details);
     }
+}
+
+void CollectionCheck::rechecked(const scan::RecheckResult& result, qsizetype listed) {
+    QStringList lines{text("RecheckDone", "%1 fixed, %2 still, %3 not found, %4 changed kind")
+                          .arg(result.fixed.size())
+                          .arg(result.still.size())
+                          .arg(result.notFound.size())
+                          .arg(result.changed.size())};
+    if (result.notFound.isEmpty()) {
+        m_window.tell(lines.first());
+        return;
+    }
+    // Not seen is not fixed: a wrong folder mapping must not pass for a collection put right.
+    if (result.notFound.size() == listed) {
+        lines << text("NoneFound", "None of the report's files was found on this computer: the folder "
+                                   "where the report's files are is probably set wrong. They are listed "
+                                   "with their earlier kind.")
+              << text("OfferPreferences", "Open Tools > Preferences to correct it?");
+        if (m_window.ask(lines.join(u'\n')) && m_window.preferences) {
+            m_window.preferences->trigger();
+        }
+        return;
+    }
+    lines << text("NotFoundKept", "These files were not found; they are listed with their earlier kind:");
+    QString details;
+    nameFailures(lines, details, result.notFound);
+    m_window.tellInDetail(lines.join(u'\n'), details);
 }
 
 void CollectionCheck::showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin) {

@@ -34,6 +34,8 @@ public:
         ReportDocument* document = nullptr;
         // Shows entries as a report is shown: the tree, its counts, the lists.
         std::function<void(QList<ReportEntry> entries)> show;
+        // Tools > Preferences, offered when a re-check finds none of the report's files.
+        QAction* preferences = nullptr;
     };
 
     CollectionCheck(Window window, QObject* parent);
@@ -62,6 +64,7 @@ private:
     // Stops a running check and waits for its threads; nothing it found is shown.
     void cancelAndWait();
     void folderChecked(const scan::ScanResult& result, const QStringList& folders);
+    void rechecked(const scan::RecheckResult& result, qsizetype listed);
     // Shows the entries as a report made here, named, that Save Report As can write.
     void showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin);
     void updateActions();

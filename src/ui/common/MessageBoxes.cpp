@@ -23,12 +23,29 @@ std::unique_ptr<QMessageBox> MessageBoxes::create(QWidget* parent, const QString
     return box;
 }
 
-void MessageBoxes::show(QWidget* parent, const QString& text) {
+void MessageBoxes::show(QWidget* parent, const QString& text, const QString& details) {
+    m_lastDetails = details;
     if (m_answerer) {
         m_answerer(text);
         return;
     }
-    create(parent, text)->exec();
+    const std::unique_ptr<QMessageBox> box = create(parent, text);
+    box->setDetailedText(details);
+    box->exec();
+}
+
+bool MessageBoxes::ask(QWidget* parent, const QString& text) {
+    if (m_questioner) {
+        return m_questioner(text);
+    }
+    if (m_answerer) {
+        m_answerer(text);
+        return false;
+    }
+    const std::unique_ptr<QMessageBox> box = create(parent, text);
+    box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box->setDefaultButton(QMessageBox::No);
+    return box->exec() == QMessageBox::Yes;
 }
 
 } // namespace zentoria

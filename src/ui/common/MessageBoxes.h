@@ -15,10 +15,19 @@ namespace zentoria {
 class MessageBoxes {
 public:
     using Answerer = std::function<void(const QString& text)>;
+    // Answers a yes-or-no question instead of the user.
+    using Questioner = std::function<bool(const QString& text)>;
 
-    // Shows the message and returns once it is dismissed.
-    void show(QWidget* parent, const QString& text);
+    // Shows the message and returns once it is dismissed. Details (a long list) are one click away,
+    // behind the box's "Show Details…" button.
+    void show(QWidget* parent, const QString& text, const QString& details = {});
+    // Asks with Yes and No buttons, No the default; true for Yes. With an answerer installed and no
+    // questioner, the answerer reads the question and the answer is No, which changes nothing.
+    bool ask(QWidget* parent, const QString& text);
     void setAnswerer(Answerer answerer) { m_answerer = std::move(answerer); }
+    void setQuestioner(Questioner questioner) { m_questioner = std::move(questioner); }
+    // The details of the last message shown.
+    const QString& lastDetails() const { return m_lastDetails; }
 
     // The box show() would run, built but not shown; centred on the parent's screen while the parent
     // is not shown yet.
@@ -26,6 +35,8 @@ public:
 
 private:
     Answerer m_answerer;
+    Questioner m_questioner;
+    QString m_lastDetails;
 };
 
 } // namespace zentoria

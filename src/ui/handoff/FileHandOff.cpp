@@ -1,10 +1,13 @@
 #include "FileHandOff.h"
 
+#include "DetachedStart.h"
 #include "PreferencesDialog.h"
 #include "SelectMatchingDialog.h"
 #include "export/ExportWriter.h"
 #include "export/FileMatcher.h"
 #include "export/TagEditorCommand.h"
+#include "report/FileNameForm.h"
+#include "scan/LocalFile.h"
 #include "settings/Preferences.h"
 #include "settings/SettingsStore.h"
 #include "ui/common/CommonDialog.h"
@@ -16,10 +19,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
-#include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QMimeData>
-#include <QProcess>
 #include <QSaveFile>
 #include <QUrl>
 
@@ -49,12 +50,6 @@ QString missingNote(const QStringList& missing) {
                 ? QStringLiteral("1 file does not exist on this computer:")
                 : QStringLiteral("%1 files do not exist on this computer:").arg(missing.size())) +
            fileLines(missing);
-}
-
-// A file of this computer: only an absolute path can be one, and a report's Windows paths are not,
-// so thousands of them cost no look at the disk.
-bool isLocalFile(const QString& path) {
-    return path.startsWith(u'/') && QFileInfo(path).isFile();
 }
 
 } // namespace
@@ -127,8 +122,8 @@ void FileHandOff::submnuCopy_Click() {
     QList<QUrl> urls;
     for (const ReportEntry* file : files) {
         paths << file->Path;
-        if (const QString local = mapping.map(file->Path); isLocalFile(local)) {
-            urls << QUrl::fromLocalFile(local);
+        if (const QString local = mapping.map(file->Path); scan::isLocalFile(local)) {
+            urls << localFileUrl(local);
         }
     }
     auto* copied = new QMimeData;
@@ -244,7 +239,7 @@ void FileHandOff::submnuOpenWith_Click() {
     QStringList missing;
     for (const QString& path : distinctWindowsPaths(paths)) {
         const QString local = mapping->map(path);
-        (isLocalFile(local) ? existing : missing) << local;
+        (scan::isLocalFile(local) ? existing : missing) << local;
     }
     if (existing.isEmpty()) {
         m_window.tell(missingNote(missing) + QStringLiteral("\n\nThe tag editor was not started."));
@@ -264,7 +259,12 @@ void FileHandOff::submnuOpenWith_Click() {
         return;
     }
     for (const ProgramStart& start : *starts) {
-        if (!QProcess::startDetached(start.program, start.arguments)) {
+        // A file's argument carries the file's real name, which may be no UTF-8.
+        QByteArrayList arguments;
+        for (const QString& argument : start.arguments) {
+            arguments << (existing.contains(argument) ? fileNameBytes(argument) : argument.toUtf8());
+        }
+        if (!startDetached(start.program, arguments)) {
             m_window.tell(QStringLiteral("The tag editor \"%1\" could not be started.").arg(start.program));
             return;
         }

@@ -57,9 +57,14 @@ frmMain::frmMain(QWidget* parent)
     m_document = new ReportDocument({this, ListedFiles(TV, LV), open, activate, tell}, this);
     connect(m_document, &ReportDocument::titleChanged, this, &QWidget::setWindowTitle);
     connect(m_document, &ReportDocument::addressChanged, WEPath, &CaptionLabel::setCaption);
-    m_handOff = new FileHandOff({this, ListedFiles(TV, LV), CMDlg, tell}, this);
+    const auto tellInDetail = [this](const QString& text, const QString& details) {
+        m_messages.show(this, text, details);
+    };
+    const auto ask = [this](const QString& text) { return m_messages.ask(this, text); };
+    const ServedWindow served{this, ListedFiles(TV, LV), CMDlg, tell, tellInDetail, ask};
+    m_handOff = new FileHandOff(served, this);
     const auto show = [this](QList<ReportEntry> entries) { ShowEntries(std::move(entries)); };
-    m_check = new CollectionCheck({{this, ListedFiles(TV, LV), CMDlg, tell}, m_document, show}, this);
+    m_check = new CollectionCheck({served, m_document, show, m_handOff->preferencesAction()}, this);
     SB->setWorkWidget(m_check->progressWidget());
     createMenus();
     updateMinimumSize(readLayoutInput());

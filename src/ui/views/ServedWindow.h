@@ -19,6 +19,10 @@ struct ServedWindow {
     ListedFiles files;
     CommonDialog* dialog = nullptr;
     std::function<void(const QString& text)> tell;
+    // A message whose long list of details is one click away.
+    std::function<void(const QString& text, const QString& details)> tellInDetail;
+    // A yes-or-no question; true for yes.
+    std::function<bool(const QString& text)> ask;
 };
 
 } // namespace zentoria

@@ -113,15 +113,7 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     QList<scan::Failure> failures = result.failures;
     qsizetype leftOut = 0;
     const QList<ReportEntry> entries = scan::reportEntries(
-        result.problems,
-        [&mapping](const QString& path, QString* why) {
-            std::optional<QString> named = mapping.reversibleWindowsPath(path);
-            if (!named) {
-                *why = QStringLiteral("a report cannot name it: its name holds a backslash, which the "
-                                      "Windows path would take for a folder");
-            }
-            return named;
-        },
+        result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
         &leftOut, &failures);
     for (const scan::Failure& failure : failures) {
         name(err, failure.path, failure.why);

@@ -67,17 +67,16 @@ QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath&
     QList<FoundProblem> named;
     named.reserve(problems.size());
     for (FoundProblem& problem : problems) {
-        QString why;
-        std::optional<QString> path = reportPath(problem.path, &why);
-        if (path && !fitsReport(*path)) {
-            why = QStringLiteral("a report cannot name it: its name holds a line break or the report's "
-                                 "closing words");
-            path.reset();
-        }
-        if (path) {
-            named.append({std::move(*path), problem.kind});
+        const std::optional<QString> path = reportPath(problem.path);
+        if (!path) {
+            unnamed->append({problem.path, QStringLiteral("a report cannot name it so that it leads back "
+                                                          "here: its name holds a backslash, which "
+                                                          "Windows reads as a folder")});
+        } else if (!fitsReport(*path)) {
+            unnamed->append({problem.path, QStringLiteral("a report cannot name it: its name holds a line "
+                                                          "break or the report's closing words")});
         } else {
-            unnamed->append({problem.path, why});
+            named.append({*path, problem.kind});
         }
     }
     // Named anew, they sort as the report's list will show them.

@@ -37,9 +37,9 @@ struct ReportOrigin {
 // that), none with a path that fitsReport refuses.
 QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& entries);
 
-// How a report names a file found here (the local path through the path mappings, say); none when
-// it cannot name it at all, with the reason.
-using ReportPath = std::function<std::optional<QString>(const QString& localPath, QString* why)>;
+// How a report names a file found here (the local path through the path mappings, say); none when no
+// name would lead back to the file (a backslash in a local name, which Windows reads as a folder).
+using ReportPath = std::function<std::optional<QString>(const QString& localPath)>;
 
 // The problem files as a report lists them: each path as the report names it, sorted as the file list
 // sorts, numbered from 1. A file the report cannot name, or whose name would garble the report

@@ -232,15 +232,7 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
     QList<scan::Failure> failures = result.failures;
     qsizetype leftOut = 0;
     QList<ReportEntry> entries = scan::reportEntries(
-        result.problems,
-        [&mapping](const QString& path, QString* why) {
-            std::optional<QString> named = mapping.reversibleWindowsPath(path);
-            if (!named) {
-                *why = text("BackslashName", "a report cannot name it: its name holds a backslash, which "
-                                             "the Windows path would take for a folder");
-            }
-            return named;
-        },
+        result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
         &leftOut, &failures);
     const qsizetype shown = entries.size();
     QStringList checked;

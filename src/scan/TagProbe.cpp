@@ -1,131 +1,128 @@
 #include "TagProbe.h"
 
 #include "LocalFile.h"
+#include "TagBytes.h"
 
-#include <QFile>
-
+#include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
-#include <limits>
 #include <mutex>
-#include <optional>
 #include <sys/stat.h>
-#include <taglib/id3v1tag.h>
-#include <taglib/id3v2header.h>
 #include <taglib/id3v2tag.h>
-#include <taglib/mpegfile.h>
 #include <taglib/tdebuglistener.h>
+#include <taglib/tfile.h>
 #include <taglib/tfilestream.h>
 #include <unistd.h>
 
 namespace zentoria::scan {
 
+using namespace tagbytes;
+
 namespace {
 
-// How far past the start (or past the ID3v2 tag) a probe looks for the first audio frame, and how much
-// of the end it reads for the ID3v1 and APE tags.
-constexpr long kFrameWindow = 64 * 1024;
-constexpr long kTailWindow = 4 * 1024;
-// What a probe reads at once from the start: the ID3v2 header, a small tag and the first frames.
-constexpr long kHeadBlock = 20 * 1024;
+// The first read: the ID3v2 header, a small tag and its first frames, or a whole small file.
+constexpr qint64 kHeadBlock = 8 * 1024;
+// Where audio is looked for: first a little (it mostly starts right after the tag), then in large
+// steps, so that 64 MB of something else named ".mp3" costs 64 reads.
+constexpr qint64 kFirstSearch = 4 * 1024;
+constexpr qint64 kSearchStep = 1024 * 1024;
+// Past a frame's start, what its check reads: the longest frame TagLib computes (MPEG 2.5 layer II,
+// 160 kbit/s at 8 kHz, padded: 2,881 bytes) and the next header's four bytes.
+constexpr qint64 kLookahead = 2881 + 4;
 
-// A read-only file that answers "end of file" to reads in its middle, beyond a limit that grows once
-// the ID3v2 tag's size is known. TagLib searches a file that starts with neither a tag nor a frame
-// to its end, a byte at a time; this keeps that search to the window where a frame can start.
-// The start and the end of the file are read once, with one system call each, and TagLib's many small
-// reads and seeks there are answered from them; a read-only TagLib::FileStream over the descriptor
-// serves whatever lies elsewhere (a large tag), made only when it is needed. Through the stream alone,
-// its seeks and length queries cost some fifteen system calls per file, three times what reading
-// the two ends costs.
-class BoundedStream : public TagLib::IOStream {
+// A regular file of known length, read by offset with pread; its first block is kept, since most of
+// what a probe asks lies there.
+class FileBytes {
 public:
-    // The caller has made sure the descriptor is a regular file of this length.
-    BoundedStream(int descriptor, long length)
+    FileBytes(int descriptor, qint64 length)
         : m_descriptor(descriptor)
         , m_length(length) {
-        m_head = readAt(0, std::min(m_length, kHeadBlock));
-        if (m_error == 0 && m_length > kHeadBlock) {
-            m_tailStart = std::max(kHeadBlock, m_length - kTailWindow);
-            m_tail = readAt(m_tailStart, m_length - m_tailStart);
-        }
+        m_head.resize(std::min(length, kHeadBlock));
+        m_head.resize(std::max<qsizetype>(0, readInto(0, m_head.data(), m_head.size())));
     }
-    ~BoundedStream() override {
-        if (!m_file) {
-            ::close(m_descriptor);
-        }
-    }
-    BoundedStream(const BoundedStream&) = delete;
-    BoundedStream& operator=(const BoundedStream&) = delete;
 
-    void allowReadsBefore(long offset) { m_headLimit = offset; }
-    // The error of the first read that failed; 0 when none did.
+    qint64 length() const { return m_length; }
+    // The errno of the first read that failed; 0 when none did.
     int error() const { return m_error; }
 
-    TagLib::FileName name() const override { return ""; }
-    TagLib::ByteVector readBlock(unsigned long length) override {
-        const long at = m_position;
-        const long end = std::min<long>(at + long(length), m_length);
-        if (at >= end) {
-            return {};
+    // Up to `count` bytes from `offset`, fewer at the end of the file: a view of the first block, or
+    // of `buffer`, valid while that lives unchanged.
+    QByteArrayView read(qint64 offset, qint64 count, QByteArray& buffer) {
+        count = std::clamp<qint64>(m_length - offset, 0, count);
+        if (offset + count <= m_head.size()) {
+            return QByteArrayView(m_head).sliced(offset, count);
         }
-        if (end <= long(m_head.size())) {
-            m_position = end;
-            return m_head.mid(static_cast<unsigned int>(at), static_cast<unsigned int>(end - at));
-        }
-        if (!m_tail.isEmpty() && at >= m_tailStart) {
-            m_position = end;
-            return m_tail.mid(static_cast<unsigned int>(at - m_tailStart),
-                              static_cast<unsigned int>(end - at));
-        }
-        if (at >= m_headLimit && at < m_tailStart) {
-            return {};
-        }
-        if (!m_file) {
-            m_file.emplace(m_descriptor, true);
-        }
-        m_file->seek(at);
-        TagLib::ByteVector data = m_file->readBlock(length);
-        m_position = at + long(data.size());
-        return data;
+        buffer.resize(count);
+        buffer.resize(std::max<qsizetype>(0, readInto(offset, buffer.data(), count)));
+        return buffer;
     }
-    // Never written: the probe only reads.
-    void writeBlock(const TagLib::ByteVector&) override {}
-    void insert(const TagLib::ByteVector&, unsigned long, unsigned long) override {}
-    void removeBlock(unsigned long, unsigned long) override {}
-    void truncate(long) override {}
-    bool readOnly() const override { return true; }
-    bool isOpen() const override { return m_error == 0 && (!m_file || m_file->isOpen()); }
-    void seek(long offset, Position p) override {
-        const long from = p == Beginning ? 0 : p == Current ? m_position : m_length;
-        m_position = std::max(0L, from + offset);
-    }
-    void clear() override {}
-    long tell() const override { return m_position; }
-    long length() override { return m_length; }
 
 private:
-    TagLib::ByteVector readAt(long offset, long length) {
-        char buffer[kHeadBlock];
-        const ssize_t got = ::pread(m_descriptor, buffer, std::size_t(std::min(length, kHeadBlock)), offset);
-        if (got < 0) {
-            m_error = errno;
-            return {};
+    qsizetype readInto(qint64 offset, char* into, qint64 count) {
+        qint64 done = 0;
+        while (done < count) {
+            const ssize_t got =
+                ::pread(m_descriptor, into + done, std::size_t(count - done), off_t(offset + done));
+            if (got < 0 && errno == EINTR) {
+                continue;
+            }
+            if (got <= 0) {
+                if (got < 0 && m_error == 0) {
+                    m_error = errno;
+                }
+                break;
+            }
+            done += got;
         }
-        return {buffer, static_cast<unsigned int>(got)};
+        return qsizetype(done);
     }
 
     int m_descriptor;
-    long m_length;
-    long m_position = 0;
-    long m_headLimit = kFrameWindow;
+    qint64 m_length;
+    QByteArray m_head;
     int m_error = 0;
-    TagLib::ByteVector m_head;
-    TagLib::ByteVector m_tail;
-    long m_tailStart = std::numeric_limits<long>::max();
-    // Closes the descriptor once it is made.
-    std::optional<TagLib::FileStream> m_file;
 };
+
+// Whether an MPEG frame TagLib accepts starts at `at`: a valid header, and one of the same stream
+// right after the frame. `block` holds the file's bytes from `blockStart` on.
+bool frameAt(FileBytes& file, QByteArrayView block, qint64 blockStart, qint64 at) {
+    QByteArray more;
+    const qint64 inBlock = at - blockStart;
+    const QByteArrayView header =
+        inBlock + 4 <= block.size() ? block.sliced(inBlock, 4) : file.read(at, 4, more);
+    const int length = mpegFrameLength(header);
+    if (length == 0) {
+        return false;
+    }
+    const QByteArray kept(header.data(), 4);
+    const QByteArrayView next = inBlock + length + 4 <= block.size() ? block.sliced(inBlock + length, 4)
+                                                                     : file.read(at + length, 4, more);
+    return sameMpegStream(kept, next);
+}
+
+// From `from` on, where the first MPEG frame starts, or (asked for, as TagLib looks for an ID3v2 tag
+// that junk hides) an "ID3" that comes first: {frame, -1}, {-1, tag} or {-1, -1}.
+std::pair<qint64, qint64> scanFrom(FileBytes& file, qint64 from, bool lookForTag) {
+    QByteArray buffer;
+    qint64 step = kFirstSearch;
+    for (qint64 start = from; start < file.length(); start += step, step = kSearchStep) {
+        const QByteArrayView block = file.read(start, step + kLookahead, buffer);
+        const qint64 scanned = std::min<qint64>(step, block.size());
+        for (qint64 i = 0; i < scanned; ++i) {
+            if (block[i] == '\xFF') {
+                if (frameAt(file, block, start, start + i)) {
+                    return {start + i, -1};
+                }
+            } else if (lookForTag && block[i] == 'I' && block.sliced(i).startsWith("ID3")) {
+                return {-1, start + i};
+            }
+        }
+        if (file.error() != 0) {
+            break;
+        }
+    }
+    return {-1, -1};
+}
 
 // TagLib's messages about odd tags would reach standard error from any thread; the probe says what
 // matters in its result.
@@ -140,6 +137,30 @@ void silenceTagLib() {
     std::call_once(once, [] { TagLib::setDebugListener(&listener); });
 }
 
+// A file that TagLib reads one ID3v2 tag of, and nothing else.
+class TagOnlyFile : public TagLib::File {
+public:
+    explicit TagOnlyFile(TagLib::IOStream* stream)
+        : TagLib::File(stream) {}
+    TagLib::Tag* tag() const override { return nullptr; }
+    TagLib::AudioProperties* audioProperties() const override { return nullptr; }
+    bool save() override { return false; }
+};
+
+// The tags the fixed bytes cannot settle (a 2.2 tag, a 2.3 tag unsynchronised as a whole), read by
+// TagLib itself, read-only.
+bool taglibHasFrame(int descriptor, qint64 at) {
+    silenceTagLib();
+    // The stream closes what it is given.
+    TagLib::FileStream stream(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0), true);
+    if (!stream.isOpen()) {
+        return false;
+    }
+    TagOnlyFile file(&stream);
+    const TagLib::ID3v2::Tag tag(&file, long(at));
+    return !tag.frameList().isEmpty();
+}
+
 TagProbe failed(TagProbe::Outcome outcome, QString error) {
     TagProbe probe;
     probe.outcome = outcome;
@@ -147,41 +168,72 @@ TagProbe failed(TagProbe::Outcome outcome, QString error) {
     return probe;
 }
 
-// Probes the open file and closes it.
-TagProbe probeDescriptor(int descriptor) {
-    silenceTagLib();
-    struct stat status = {};
-    if (::fstat(descriptor, &status) != 0) {
-        const int error = errno;
-        ::close(descriptor);
-        return failed(TagProbe::Outcome::Unreadable, QStringLiteral("cannot be read: ") + systemError(error));
+// Whether the ID3v2 tag at `at` lists a frame; where its audio may start goes to `audio`.
+bool id3v2Frames(FileBytes& file, int descriptor, qint64 at, qint64* audio) {
+    QByteArray buffer;
+    const Id3v2Header header = id3v2Header(file.read(at, 10, buffer)).value_or(Id3v2Header{});
+    const qint64 dataStart = at + 10;
+    const qint64 dataLength = std::clamp<qint64>(file.length() - dataStart, 0, header.tagSize);
+    std::optional<bool> frames =
+        id3v2HasFrame(header, file.read(dataStart, std::min(dataLength, kHeadBlock), buffer), dataLength);
+    // Tags written again and again end up one after the other: TagLib counts them as one.
+    *audio = at + header.completeSize();
+    while (const std::optional<Id3v2Header> next = id3v2Header(file.read(*audio, 10, buffer))) {
+        *audio += next->completeSize();
     }
-    // A device or a named pipe named ".mp3" holds no file to check: /dev/zero would read forever.
-    if (!S_ISREG(status.st_mode)) {
-        ::close(descriptor);
-        return failed(TagProbe::Outcome::Unreadable, QStringLiteral("not a regular file"));
-    }
-    // The stream closes the descriptor.
-    BoundedStream stream(descriptor, long(status.st_size));
-    if (const int error = stream.error(); error != 0) {
-        return failed(TagProbe::Outcome::Unreadable, QStringLiteral("cannot be read: ") + systemError(error));
-    }
-    TagLib::MPEG::File file(&stream, TagLib::ID3v2::FrameFactory::instance(), false);
-    if (!file.isValid()) {
-        return failed(TagProbe::Outcome::Unreadable, QStringLiteral("cannot be read"));
-    }
+    return frames ? *frames : taglibHasFrame(descriptor, at);
+}
+
+// Probes the open regular file of this length.
+TagProbe probeBytes(int descriptor, qint64 length) {
+    FileBytes file(descriptor, length);
+    QByteArray buffer;
     TagProbe probe;
-    probe.outcome = TagProbe::Outcome::Probed;
-    if (file.hasID3v2Tag()) {
-        probe.hasID3v2 = !file.ID3v2Tag()->frameList().isEmpty();
-        // The tag may stand after leading junk, no further in than the first window.
-        stream.allowReadsBefore(2 * kFrameWindow + long(file.ID3v2Tag()->header()->completeTagSize()));
+    qint64 frame = -1;
+    if (id3v2Header(file.read(0, 10, buffer))) {
+        qint64 audio = 0;
+        probe.hasID3v2 = id3v2Frames(file, descriptor, 0, &audio);
+        frame = scanFrom(file, audio, false).first;
+    } else {
+        const auto [found, tag] = scanFrom(file, 0, true);
+        frame = found;
+        if (tag >= 0) {
+            qint64 audio = 0;
+            probe.hasID3v2 = id3v2Frames(file, descriptor, tag, &audio);
+            frame = scanFrom(file, audio, false).first;
+        }
     }
-    probe.hasID3v1 = file.hasID3v1Tag() && !file.ID3v1Tag()->isEmpty();
-    if (file.firstFrameOffset() < 0) {
+    // ID3v1 is the last 128 bytes, unless they end an APE tag's footer that happens to read "TAG".
+    if (length >= 128 && file.read(length - 128, 3, buffer) == "TAG" &&
+        !(length >= 131 && file.read(length - 131, 8, buffer) == "APETAGEX")) {
+        probe.hasID3v1 = id3v1TellsSomething(file.read(length - 128, 128, buffer));
+    }
+    if (file.error() != 0) {
+        return failed(TagProbe::Outcome::Unreadable,
+                      QStringLiteral("cannot be read: ") + systemError(file.error()));
+    }
+    if (frame < 0) {
         return failed(TagProbe::Outcome::NotMpeg,
                       QStringLiteral("no MPEG audio found: not an MP3 file, or cut short"));
     }
+    probe.outcome = TagProbe::Outcome::Probed;
+    return probe;
+}
+
+// Probes the open file and closes it.
+TagProbe probeDescriptor(int descriptor) {
+    struct stat status = {};
+    TagProbe probe;
+    if (::fstat(descriptor, &status) != 0) {
+        probe =
+            failed(TagProbe::Outcome::Unreadable, QStringLiteral("cannot be read: ") + systemError(errno));
+    } else if (!S_ISREG(status.st_mode)) {
+        // A device or a named pipe named ".mp3" holds no file to check: /dev/zero would read forever.
+        probe = failed(TagProbe::Outcome::Unreadable, QStringLiteral("not a regular file"));
+    } else {
+        probe = probeBytes(descriptor, qint64(status.st_size));
+    }
+    ::close(descriptor);
     return probe;
 }
 

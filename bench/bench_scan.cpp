@@ -1,7 +1,7 @@
 // How fast a check of the collection goes against the floor of touching the same files, and how much
 // memory a large one takes.
 //
-//   bench_scan [--files N] [--runs N] [--cold]   scan against the floor, best of the runs
+//   bench_scan [--files N] [--runs N] [--jobs N] [--cold]   scan against the floor, best of the runs
 //   bench_scan --memory N                        peak resident memory of a scan of N files
 #include "../tests/scan/Mp3Files.h"
 #include "PeakResident.h"
@@ -19,6 +19,8 @@
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
+#include <taglib/attachedpictureframe.h>
+#include <taglib/textidentificationframe.h>
 #include <unistd.h>
 
 using namespace zentoria;
@@ -28,14 +30,52 @@ namespace {
 // Files per folder, as albums hold them.
 constexpr int kPerFolder = 200;
 
-// A collection of `files` MP3 files, one in three lacking a tag. The first few are written whole with
-// their tags through TagLib; the rest are hard links to them when `linked`, copies otherwise.
+// One file as a collection holds it: MPEG audio and the tags a tagger writes, an ID3v2 tag (2.3 or
+// 2.4) with seven text frames and a cover picture, and the tagger's padding.
+bool writeTaggedFile(const QString& path, int tags, int major, int pictureBytes) {
+    if (!writeFile(path, mpegFrames(40))) {
+        return false;
+    }
+    TagLib::MPEG::File file(QFile::encodeName(path).constData(), false);
+    if (tags & V2) {
+        TagLib::ID3v2::Tag* tag = file.ID3v2Tag(true);
+        tag->setTitle("Waterloo");
+        tag->setArtist("ABBA");
+        tag->setAlbum("Waterloo");
+        tag->setYear(1974);
+        tag->setTrack(1);
+        tag->setGenre("Pop");
+        auto* albumArtist = new TagLib::ID3v2::TextIdentificationFrame("TPE2", TagLib::String::UTF8);
+        albumArtist->setText("ABBA");
+        tag->addFrame(albumArtist);
+        auto* cover = new TagLib::ID3v2::AttachedPictureFrame;
+        cover->setMimeType("image/jpeg");
+        cover->setType(TagLib::ID3v2::AttachedPictureFrame::FrontCover);
+        QByteArray picture(pictureBytes, '\0');
+        for (qsizetype i = 0; i < picture.size(); ++i) {
+            picture[i] = char((i * 2654435761U) >> 24);
+        }
+        cover->setPicture(TagLib::ByteVector(picture.constData(), unsigned(picture.size())));
+        tag->addFrame(cover);
+    }
+    if (tags & V1) {
+        file.ID3v1Tag(true)->setTitle("Waterloo");
+        file.ID3v1Tag()->setArtist("ABBA");
+    }
+    const int kinds =
+        (tags & V1 ? TagLib::MPEG::File::ID3v1 : 0) | (tags & V2 ? TagLib::MPEG::File::ID3v2 : 0);
+    return file.save(kinds, TagLib::File::StripOthers, major == 3 ? TagLib::ID3v2::v3 : TagLib::ID3v2::v4);
+}
+
+// A collection of `files` MP3 files as people have one: most with both tags and a cover of 30 to
+// 200 KB, ID3v2.3 and 2.4 mixed, one in ten lacking a tag. Twenty files are written through TagLib; the
+// rest are hard links to them when `linked`, copies otherwise.
 bool makeCollection(const QString& root, int files, bool linked) {
-    const int tagsOf[] = {BothTags, BothTags, BothTags, V2, V1, NoTag};
     QStringList originals;
-    for (int tags : tagsOf) {
-        originals << root + QStringLiteral("/original-%1-%2.mp3").arg(originals.size()).arg(tags);
-        if (!writeMp3(originals.last(), tags)) {
+    for (int i = 0; i < 20; ++i) {
+        const int tags = i == 0 ? V2 : i == 10 ? V1 : BothTags;
+        originals << root + QStringLiteral("/original-%1.mp3").arg(i);
+        if (!writeTaggedFile(originals.last(), tags, 3 + i % 2, (30 + (i * 53) % 171) * 1024)) {
             return false;
         }
     }
@@ -184,7 +224,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "bench_scan: cannot make the files\n");
         return 2;
     }
-    const int jobs = scan::Scanner::kDefaultJobs;
+    const int jobs = argument(arguments, QStringLiteral("--jobs"), scan::Scanner::kDefaultJobs);
     // Once each untimed: both passes then find every file in the page cache.
     floorPass(dir.path(), jobs);
     double bestScan = 0;

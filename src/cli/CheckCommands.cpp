@@ -111,7 +111,7 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     const scan::ScanResult result = scanner.scanFolders(request.folders, progressOn(err, "checked"));
     endProgress(err);
     QList<scan::Failure> failures = result.failures;
-    qsizetype leftOut = 0;
+    qsizetype leftOut = result.leftOut;
     const QList<ReportEntry> entries = scan::reportEntries(
         result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
         &leftOut, &failures);

@@ -82,7 +82,7 @@ QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath&
     // Named anew, they sort as the report's list will show them.
     sortAsListed(named);
     const qsizetype fit = std::min<qsizetype>(named.size(), kMaxRecords);
-    *leftOut = named.size() - fit;
+    *leftOut += named.size() - fit;
     QList<ReportEntry> entries;
     entries.reserve(fit);
     for (qsizetype i = 0; i < fit; ++i) {

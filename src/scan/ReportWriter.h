@@ -43,8 +43,8 @@ using ReportPath = std::function<std::optional<QString>(const QString& localPath
 
 // The problem files as a report lists them: each path as the report names it, sorted as the file list
 // sorts, numbered from 1. A file the report cannot name, or whose name would garble the report
-// (fitsReport), is added to `unnamed` instead. A report holds at most 32,766: `leftOut` gets how many
-// more there were, last in that order.
+// (fitsReport), is added to `unnamed` instead. A report holds at most 32,766: how many more there were,
+// last in that order, is added to `leftOut`.
 QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath& reportPath,
                                  qsizetype* leftOut, QList<Failure>* unnamed);
 

@@ -4,6 +4,7 @@
 #include "TagProbe.h"
 #include "report/CaseInsensitiveOrder.h"
 #include "report/FileNameForm.h"
+#include "report/ReportReader.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -61,11 +62,13 @@ QString childPath(const QString& folder, const QByteArray& name) {
 
 } // namespace
 
+bool listedBefore(const FoundProblem& a, const FoundProblem& b) {
+    const int folded = compareCaseInsensitive(a.path, b.path);
+    return folded != 0 ? folded < 0 : a.path < b.path;
+}
+
 void sortAsListed(QList<FoundProblem>& problems) {
-    std::sort(problems.begin(), problems.end(), [](const FoundProblem& a, const FoundProblem& b) {
-        const int folded = compareCaseInsensitive(a.path, b.path);
-        return folded != 0 ? folded < 0 : a.path < b.path;
-    });
+    std::sort(problems.begin(), problems.end(), listedBefore);
 }
 
 // One check: the pool, the counts and what was found so far.
@@ -119,7 +122,9 @@ public:
         }
         m_result.cancelled = m_scanner.isCancelled();
         m_result.counts = counts();
-        sortAsListed(m_result.problems);
+        std::sort_heap(m_kept.begin(), m_kept.end(), listedBefore);
+        m_result.problems = QList<FoundProblem>(std::make_move_iterator(m_kept.begin()),
+                                                std::make_move_iterator(m_kept.end()));
         std::sort(m_result.failures.begin(), m_result.failures.end(),
                   [](const Failure& a, const Failure& b) { return a.path < b.path; });
         if (m_progress) {
@@ -144,9 +149,23 @@ private:
         } else if (kind) {
             ++m_perKind[kindNumber(*kind)];
             const QMutexLocker lock(&m_mutex);
-            m_result.problems.append({file, *kind});
+            keep({file, *kind});
         }
         ++m_probed;
+    }
+    // Keeps the problems a report can hold, the first in list order: a heap whose top is the last kept.
+    void keep(FoundProblem problem) {
+        if (qsizetype(m_kept.size()) < kMaxRecords) {
+            m_kept.push_back(std::move(problem));
+            std::push_heap(m_kept.begin(), m_kept.end(), listedBefore);
+        } else if (listedBefore(problem, m_kept.front())) {
+            std::pop_heap(m_kept.begin(), m_kept.end(), listedBefore);
+            m_kept.back() = std::move(problem);
+            std::push_heap(m_kept.begin(), m_kept.end(), listedBefore);
+            ++m_result.leftOut;
+        } else {
+            ++m_result.leftOut;
+        }
     }
     ScanCounts counts() const {
         ScanCounts counts;
@@ -165,6 +184,7 @@ private:
     QElapsedTimer m_clock;
     QMutex m_mutex;
     ScanResult m_result;
+    std::vector<FoundProblem> m_kept;
     std::atomic<qint64> m_found = 0;
     std::atomic<qint64> m_probed = 0;
     std::atomic<qint64> m_perKind[3] = {0, 0, 0};

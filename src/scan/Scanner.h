@@ -35,16 +35,20 @@ struct ScanCounts {
 };
 
 struct ScanResult {
-    // In the order the file list sorts them: by path, letter case aside.
+    // In the order the file list sorts them: by path, letter case aside; no more than a report holds,
+    // the first in that order, so that memory does not grow with the collection.
     QList<FoundProblem> problems;
+    // The problem files found beyond those, counted.
+    qsizetype leftOut = 0;
     // Files that are no MP3 audio or cannot be read, and folders that cannot be listed, by path.
     QList<Failure> failures;
     ScanCounts counts;
     bool cancelled = false;
 };
 
-// Sorts as the file list does: by path, letter case aside (then exactly, so that the order is one
+// The order of the file list: by path, letter case aside (then exactly, so that the order is one
 // whatever order the threads found the files in).
+bool listedBefore(const FoundProblem& a, const FoundProblem& b);
 void sortAsListed(QList<FoundProblem>& problems);
 
 // Checks MP3 files' tags on a small pool of threads. The caller's thread walks the folders (or hands

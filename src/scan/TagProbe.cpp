@@ -22,6 +22,8 @@ namespace {
 
 // The first read: the ID3v2 header, a small tag and its first frames, or a whole small file.
 constexpr qint64 kHeadBlock = 8 * 1024;
+// Enough of a tag's frame data for its extended header and its first frame's header.
+constexpr qint64 kTagStart = 1024;
 // Where audio is looked for: first a little (it mostly starts right after the tag), then in large
 // steps, so that 64 MB of something else named ".mp3" costs 64 reads.
 constexpr qint64 kFirstSearch = 4 * 1024;
@@ -30,39 +32,48 @@ constexpr qint64 kSearchStep = 1024 * 1024;
 // 160 kbit/s at 8 kHz, padded: 2,881 bytes) and the next header's four bytes.
 constexpr qint64 kLookahead = 2881 + 4;
 
-// A regular file of known length, read by offset with pread; its first block is kept, since most of
-// what a probe asks lies there.
+// A regular file of known length, read by offset with pread. Its first block is kept, and the last
+// other block read, since a probe asks several small questions in one place (where the tag ends, the
+// three ends of an ID3v1 tag): each place costs one read.
 class FileBytes {
 public:
     FileBytes(int descriptor, qint64 length)
         : m_descriptor(descriptor)
         , m_length(length) {
-        m_head.resize(std::min(length, kHeadBlock));
-        m_head.resize(std::max<qsizetype>(0, readInto(0, m_head.data(), m_head.size())));
+        fill(m_head, 0, std::min(length, kHeadBlock));
     }
 
     qint64 length() const { return m_length; }
     // The errno of the first read that failed; 0 when none did.
     int error() const { return m_error; }
 
-    // Up to `count` bytes from `offset`, fewer at the end of the file: a view of the first block, or
-    // of `buffer`, valid while that lives unchanged.
-    QByteArrayView read(qint64 offset, qint64 count, QByteArray& buffer) {
+    // Up to `count` bytes from `offset`, fewer at the end of the file; valid until the next read.
+    QByteArrayView read(qint64 offset, qint64 count) {
         count = std::clamp<qint64>(m_length - offset, 0, count);
         if (offset + count <= m_head.size()) {
             return QByteArrayView(m_head).sliced(offset, count);
         }
-        buffer.resize(count);
-        buffer.resize(std::max<qsizetype>(0, readInto(offset, buffer.data(), count)));
-        return buffer;
+        if (offset < m_windowStart || offset + count > m_windowStart + m_window.size()) {
+            // A small read near the end takes the rest of the file with it.
+            m_windowStart = count < kWindow && offset + kWindow > m_length
+                                ? std::max<qint64>(0, m_length - kWindow)
+                                : offset;
+            fill(m_window, m_windowStart, std::max(count, kWindow));
+        }
+        return QByteArrayView(m_window).sliced(
+            offset - m_windowStart, std::min<qint64>(count, m_window.size() - (offset - m_windowStart)));
     }
 
 private:
-    qsizetype readInto(qint64 offset, char* into, qint64 count) {
+    static constexpr qint64 kWindow = 8 * 1024;
+
+    void fill(QByteArray& into, qint64 offset, qint64 count) {
+        count = std::clamp<qint64>(m_length - offset, 0, count);
+        into.resize(count);
         qint64 done = 0;
         while (done < count) {
             const ssize_t got =
-                ::pread(m_descriptor, into + done, std::size_t(count - done), off_t(offset + done));
+                ::pread(m_descriptor, into.data() + done, std::size_t(count - done), off_t(offset + done));
             if (got < 0 && errno == EINTR) {
                 continue;
             }
@@ -74,39 +85,36 @@ private:
             }
             done += got;
         }
-        return qsizetype(done);
+        into.resize(done);
     }
 
     int m_descriptor;
     qint64 m_length;
     QByteArray m_head;
+    QByteArray m_window;
+    qint64 m_windowStart = -1;
     int m_error = 0;
 };
 
 // Whether an MPEG frame TagLib accepts starts at `at`: a valid header, and one of the same stream
 // right after the frame. `block` holds the file's bytes from `blockStart` on.
 bool frameAt(FileBytes& file, QByteArrayView block, qint64 blockStart, qint64 at) {
-    QByteArray more;
     const qint64 inBlock = at - blockStart;
-    const QByteArrayView header =
-        inBlock + 4 <= block.size() ? block.sliced(inBlock, 4) : file.read(at, 4, more);
+    const QByteArray header =
+        (inBlock + 4 <= block.size() ? block.sliced(inBlock, 4) : file.read(at, 4)).toByteArray();
     const int length = mpegFrameLength(header);
-    if (length == 0) {
-        return false;
-    }
-    const QByteArray kept(header.data(), 4);
-    const QByteArrayView next = inBlock + length + 4 <= block.size() ? block.sliced(inBlock + length, 4)
-                                                                     : file.read(at + length, 4, more);
-    return sameMpegStream(kept, next);
+    return length > 0 &&
+           sameMpegStream(header, inBlock + length + 4 <= block.size() ? block.sliced(inBlock + length, 4)
+                                                                       : file.read(at + length, 4));
 }
 
 // From `from` on, where the first MPEG frame starts, or (asked for, as TagLib looks for an ID3v2 tag
 // that junk hides) an "ID3" that comes first: {frame, -1}, {-1, tag} or {-1, -1}.
 std::pair<qint64, qint64> scanFrom(FileBytes& file, qint64 from, bool lookForTag) {
-    QByteArray buffer;
     qint64 step = kFirstSearch;
     for (qint64 start = from; start < file.length(); start += step, step = kSearchStep) {
-        const QByteArrayView block = file.read(start, step + kLookahead, buffer);
+        // Kept whole: a frame's check may read elsewhere.
+        const QByteArray block = file.read(start, step + kLookahead).toByteArray();
         const qint64 scanned = std::min<qint64>(step, block.size());
         for (qint64 i = 0; i < scanned; ++i) {
             if (block[i] == '\xFF') {
@@ -170,15 +178,14 @@ TagProbe failed(TagProbe::Outcome outcome, QString error) {
 
 // Whether the ID3v2 tag at `at` lists a frame; where its audio may start goes to `audio`.
 bool id3v2Frames(FileBytes& file, int descriptor, qint64 at, qint64* audio) {
-    QByteArray buffer;
-    const Id3v2Header header = id3v2Header(file.read(at, 10, buffer)).value_or(Id3v2Header{});
+    const Id3v2Header header = id3v2Header(file.read(at, 10)).value_or(Id3v2Header{});
     const qint64 dataStart = at + 10;
     const qint64 dataLength = std::clamp<qint64>(file.length() - dataStart, 0, header.tagSize);
     std::optional<bool> frames =
-        id3v2HasFrame(header, file.read(dataStart, std::min(dataLength, kHeadBlock), buffer), dataLength);
+        id3v2HasFrame(header, file.read(dataStart, std::min<qint64>(dataLength, kTagStart)), dataLength);
     // Tags written again and again end up one after the other: TagLib counts them as one.
     *audio = at + header.completeSize();
-    while (const std::optional<Id3v2Header> next = id3v2Header(file.read(*audio, 10, buffer))) {
+    while (const std::optional<Id3v2Header> next = id3v2Header(file.read(*audio, 10))) {
         *audio += next->completeSize();
     }
     return frames ? *frames : taglibHasFrame(descriptor, at);
@@ -187,10 +194,9 @@ bool id3v2Frames(FileBytes& file, int descriptor, qint64 at, qint64* audio) {
 // Probes the open regular file of this length.
 TagProbe probeBytes(int descriptor, qint64 length) {
     FileBytes file(descriptor, length);
-    QByteArray buffer;
     TagProbe probe;
     qint64 frame = -1;
-    if (id3v2Header(file.read(0, 10, buffer))) {
+    if (id3v2Header(file.read(0, 10))) {
         qint64 audio = 0;
         probe.hasID3v2 = id3v2Frames(file, descriptor, 0, &audio);
         frame = scanFrom(file, audio, false).first;
@@ -204,9 +210,9 @@ TagProbe probeBytes(int descriptor, qint64 length) {
         }
     }
     // ID3v1 is the last 128 bytes, unless they end an APE tag's footer that happens to read "TAG".
-    if (length >= 128 && file.read(length - 128, 3, buffer) == "TAG" &&
-        !(length >= 131 && file.read(length - 131, 8, buffer) == "APETAGEX")) {
-        probe.hasID3v1 = id3v1TellsSomething(file.read(length - 128, 128, buffer));
+    if (length >= 128 && file.read(length - 128, 3) == "TAG" &&
+        !(length >= 131 && file.read(length - 131, 8) == "APETAGEX")) {
+        probe.hasID3v1 = id3v1TellsSomething(file.read(length - 128, 128));
     }
     if (file.error() != 0) {
         return failed(TagProbe::Outcome::Unreadable,

@@ -42,8 +42,10 @@ setting() { sed -n "s/^$1=//p" "$settings" | head -n 1; }
 start() {
     "$zentoria" "$report" >/dev/null 2>&1 &
     pid=$!
-    window=$(xdotool search --sync --onlyvisible --name "Melvadex's Zentoria" | head -n 1)
+    xdotool search --sync --onlyvisible --name "Melvadex's Zentoria" >/dev/null
     sleep 1
+    # Looked up again once start-up has settled: on a busy machine the first match can be gone by now.
+    window=$(xdotool search --onlyvisible --name "Melvadex's Zentoria" | tail -n 1)
 }
 
 start

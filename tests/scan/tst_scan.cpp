@@ -166,7 +166,7 @@ private Q_SLOTS:
         }
         // Named as the report names them and sorted anew; no more than a report can number, the rest
         // counted; a name the report cannot hold is a failure.
-        qsizetype leftOut = -1;
+        qsizetype leftOut = 0;
         const ReportPath asWindows = [](const QString& path) -> std::optional<QString> {
             return path.contains(u'\\') ? std::nullopt
                                         : std::optional("C:" + QString(path).replace(u'/', u'\\'));
@@ -241,6 +241,22 @@ private Q_SLOTS:
         }
         QCOMPARE(scanner.probeFiles(paths).problems, found);
         removeTree(dir.path());
+    }
+
+    void keepsWhatAReportHolds() {
+        // Memory is bounded by the report, not by the collection: the first files in list order stay.
+        QTemporaryDir dir;
+        QVERIFY(writeMp3(dir.filePath("a.mp3"), NoTag));
+        for (int i = 0; i < kMaxRecords + 3; ++i) {
+            const QString link = dir.filePath(QStringLiteral("b%1.mp3").arg(i, 5, 10, QChar(u'0')));
+            QVERIFY(::link(QFile::encodeName(dir.filePath("a.mp3")), QFile::encodeName(link)) == 0);
+        }
+        Scanner scanner;
+        const ScanResult result = scanner.scanFolders({dir.path()});
+        QCOMPARE(result.problems.size(), kMaxRecords);
+        QCOMPARE(result.leftOut, 4);
+        QCOMPARE(result.problems.first().path, dir.filePath("a.mp3"));
+        QCOMPARE(result.problems.last().path, dir.filePath("b32764.mp3"));
     }
 
     void cancelLeavesNothingBehind() {

@@ -230,7 +230,7 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
     // Written as the user's Windows folders would name them, where Preferences says where those are.
     const PathMappings mapping = storedPathMappings();
     QList<scan::Failure> failures = result.failures;
-    qsizetype leftOut = 0;
+    qsizetype leftOut = result.leftOut;
     QList<ReportEntry> entries = scan::reportEntries(
         result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
         &leftOut, &failures);

@@ -48,7 +48,7 @@ const char kUsage[] =
     "            (a name that is no UTF-8 is written with %XX for each such byte, %25 for '%')\n"
     "  --as      the Windows folder the paths of the next folder are written under, as Melvadex\n"
     "            would have written them there; give it for every folder or for none\n"
-    "  --jobs    how many files are checked at once (default 4)\n"
+    "  --jobs    how many files are checked at once (default 16; a network share may want 32)\n"
     "  -o, --output  writes the report (or the JSON) to this file, whole or not at all: an\n"
     "            interruption or a full disk leaves the file as it was\n"
     "  recheck   checks the files a report lists again (through --map) and writes their present\n"

@@ -21,12 +21,14 @@ using namespace tagbytes;
 namespace {
 
 // The first read: the ID3v2 header, a small tag and its first frames, or a whole small file.
-constexpr qint64 kHeadBlock = 8 * 1024;
+constexpr qint64 kHeadBlock = 4 * 1024;
+// The end of a file, read once: the ID3v1 and APE tags, and the last audio frames before them.
+constexpr qint64 kLastBlock = 4 * 1024;
 // Enough of a tag's frame data for its extended header and its first frame's header.
 constexpr qint64 kTagStart = 1024;
 // Where audio is looked for: first a little (it mostly starts right after the tag), then in large
 // steps, so that 64 MB of something else named ".mp3" costs 64 reads.
-constexpr qint64 kFirstSearch = 4 * 1024;
+constexpr qint64 kFirstSearch = 1024;
 constexpr qint64 kSearchStep = 1024 * 1024;
 // Past a frame's start, what its check reads: the longest frame TagLib computes (MPEG 2.5 layer II,
 // 160 kbit/s at 8 kHz, padded: 2,881 bytes) and the next header's four bytes.
@@ -50,22 +52,25 @@ public:
     // Up to `count` bytes from `offset`, fewer at the end of the file; valid until the next read.
     QByteArrayView read(qint64 offset, qint64 count) {
         count = std::clamp<qint64>(m_length - offset, 0, count);
+        if (count == 0) {
+            return {};
+        }
         if (offset + count <= m_head.size()) {
             return QByteArrayView(m_head).sliced(offset, count);
         }
         if (offset < m_windowStart || offset + count > m_windowStart + m_window.size()) {
-            // A small read near the end takes the rest of the file with it.
-            m_windowStart = count < kWindow && offset + kWindow > m_length
-                                ? std::max<qint64>(0, m_length - kWindow)
-                                : offset;
-            fill(m_window, m_windowStart, std::max(count, kWindow));
+            // A small read near the end (the ID3v1 and APE tags) takes the rest of the file with it.
+            const bool tail = offset + count > m_length - kTail;
+            m_windowStart = tail ? std::max<qint64>(0, std::min(offset, m_length - kTail)) : offset;
+            fill(m_window, m_windowStart, std::max(count, tail ? kTail : kWindow));
         }
         return QByteArrayView(m_window).sliced(
             offset - m_windowStart, std::min<qint64>(count, m_window.size() - (offset - m_windowStart)));
     }
 
 private:
-    static constexpr qint64 kWindow = 8 * 1024;
+    static constexpr qint64 kWindow = 4 * 1024;
+    static constexpr qint64 kTail = kLastBlock;
 
     void fill(QByteArray& into, qint64 offset, qint64 count) {
         count = std::clamp<qint64>(m_length - offset, 0, count);
@@ -176,37 +181,55 @@ TagProbe failed(TagProbe::Outcome outcome, QString error) {
     return probe;
 }
 
-// Whether the ID3v2 tag at `at` lists a frame; where its audio may start goes to `audio`.
-bool id3v2Frames(FileBytes& file, int descriptor, qint64 at, qint64* audio) {
+// Whether the ID3v2 tag at `at` lists a frame; where the tag ends goes to `end`.
+bool id3v2Frames(FileBytes& file, int descriptor, qint64 at, qint64* end) {
     const Id3v2Header header = id3v2Header(file.read(at, 10)).value_or(Id3v2Header{});
     const qint64 dataStart = at + 10;
     const qint64 dataLength = std::clamp<qint64>(file.length() - dataStart, 0, header.tagSize);
     std::optional<bool> frames =
         id3v2HasFrame(header, file.read(dataStart, std::min<qint64>(dataLength, kTagStart)), dataLength);
-    // Tags written again and again end up one after the other: TagLib counts them as one.
-    *audio = at + header.completeSize();
-    while (const std::optional<Id3v2Header> next = id3v2Header(file.read(*audio, 10))) {
-        *audio += next->completeSize();
-    }
+    *end = at + header.completeSize();
     return frames ? *frames : taglibHasFrame(descriptor, at);
+}
+
+// Whether MPEG audio follows the tag that ends at `tagEnd`. First in the file's last block, which the
+// ID3v1 tag is read with: two frames of one stream there are audio, wherever the search from the tag
+// would meet it first, and the file's middle is not read at all. Else from the tag on, past the tags
+// written again right after it, which TagLib counts as one.
+bool audioAfter(FileBytes& file, qint64 tagEnd) {
+    const qint64 start = std::max(tagEnd, file.length() - kLastBlock);
+    const QByteArray last = file.read(start, kLastBlock).toByteArray();
+    for (qint64 i = 0; i + 4 <= last.size(); ++i) {
+        const int length = last[i] == '\xFF' ? mpegFrameLength(QByteArrayView(last).sliced(i, 4)) : 0;
+        if (length > 0 && i + length + 4 <= last.size() &&
+            sameMpegStream(QByteArrayView(last).sliced(i, 4), QByteArrayView(last).sliced(i + length, 4))) {
+            return true;
+        }
+    }
+    qint64 audio = tagEnd;
+    while (const std::optional<Id3v2Header> next = id3v2Header(file.read(audio, 10))) {
+        audio += next->completeSize();
+    }
+    return scanFrom(file, audio, false).first >= 0;
 }
 
 // Probes the open regular file of this length.
 TagProbe probeBytes(int descriptor, qint64 length) {
     FileBytes file(descriptor, length);
     TagProbe probe;
-    qint64 frame = -1;
+    bool audio = false;
     if (id3v2Header(file.read(0, 10))) {
-        qint64 audio = 0;
-        probe.hasID3v2 = id3v2Frames(file, descriptor, 0, &audio);
-        frame = scanFrom(file, audio, false).first;
+        qint64 end = 0;
+        probe.hasID3v2 = id3v2Frames(file, descriptor, 0, &end);
+        audio = audioAfter(file, end);
     } else {
-        const auto [found, tag] = scanFrom(file, 0, true);
-        frame = found;
+        // As TagLib, an ID3v2 tag is looked for until the first frame.
+        const auto [frame, tag] = scanFrom(file, 0, true);
+        audio = frame >= 0;
         if (tag >= 0) {
-            qint64 audio = 0;
-            probe.hasID3v2 = id3v2Frames(file, descriptor, tag, &audio);
-            frame = scanFrom(file, audio, false).first;
+            qint64 end = 0;
+            probe.hasID3v2 = id3v2Frames(file, descriptor, tag, &end);
+            audio = audioAfter(file, end);
         }
     }
     // ID3v1 is the last 128 bytes, unless they end an APE tag's footer that happens to read "TAG".
@@ -218,7 +241,7 @@ TagProbe probeBytes(int descriptor, qint64 length) {
         return failed(TagProbe::Outcome::Unreadable,
                       QStringLiteral("cannot be read: ") + systemError(file.error()));
     }
-    if (frame < 0) {
+    if (!audio) {
         return failed(TagProbe::Outcome::NotMpeg,
                       QStringLiteral("no MPEG audio found: not an MP3 file, or cut short"));
     }

@@ -1,5 +1,6 @@
 #include "ShortReadDevice.h"
 #include "TestData.h"
+#include "report/FileNameForm.h"
 #include "report/LineSource.h"
 #include "report/TextDecoding.h"
 #include "report/Utf8Validator.h"
@@ -106,6 +107,27 @@ private Q_SLOTS:
             QVERIFY2(validator.isValid() == valid, qPrintable(QStringLiteral("split at %1").arg(split)));
         }
         QCOMPARE(detectEncoding(bytes) == TextEncoding::Utf8, valid);
+    }
+
+    void nameForm_data() {
+        addColumns<QByteArray, QString>("bytes", "shown");
+        addRow("UTF-8 stands as it is", QByteArray("Björk/Jóga 100% pure.mp3"), "Björk/Jóga 100% pure.mp3");
+        addRow("a Latin-1 byte", QByteArray("caf\xE9.mp3"), "caf%E9.mp3");
+        addRow("each part on its own", QByteArray("Bj\xF6rk/caf\xC3\xA9.mp3"), "Bj%F6rk/café.mp3");
+        addRow("a percent beside a bad byte", QByteArray("100%\xE9"), "100%25%E9");
+        addRow("a percent code that is UTF-8", QByteArray("100%20.mp3"), "100%20.mp3");
+        addRow("UTF-8 that reads as the form", QByteArray("caf%E9.mp3"), "caf%25E9.mp3");
+        addRow("a written percent sign", QByteArray("50%25.mp3"), "50%2525.mp3");
+        addRow("a sequence cut short", QByteArray("\xC3.mp3"), "%C3.mp3");
+    }
+
+    void nameForm() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, shown);
+        QCOMPARE(shownFileName(bytes), shown);
+        QCOMPARE(fileNameBytes(shown), bytes);
+        // The clipboard's URL carries the real bytes.
+        QCOMPARE(localFileUrl("/m/" + shown).toEncoded(), "file:///m/" + bytes.toPercentEncoding("/"));
     }
 };
 

@@ -14,24 +14,24 @@ struct TagProbe {
     enum class Outcome {
         Probed,     // the file is MPEG audio and its tags were read
         Unreadable, // it could not be opened or read
-        NotMpeg,    // it holds no MPEG audio frame where one must start (another format, or cut short)
+        NotMpeg,    // it holds no MPEG audio frame after its ID3v2 tag (another format, or cut short)
     };
     Outcome outcome = Outcome::Unreadable;
     // Whether a tag that carries information is on disk: an ID3v2 tag with at least one frame, an
-    // ID3v1 tag with at least one field that is not blank. An empty tag tells a user nothing more than
-    // a missing one, so a report says it "could not get" that information either way.
+    // ID3v1 tag with a field of more than blanks and NULs, a track or a genre. An empty tag tells a
+    // user nothing more than a missing one, so a report says it "could not get" that information
+    // either way.
     bool hasID3v1 = false;
     bool hasID3v2 = false;
     // Why the file was not probed, for a person to read; empty when it was.
     QString error;
 };
 
-// Reads the tags of one file through TagLib, read-only (a file opened for writing wakes every music
-// library that watches its folder when it is closed) and without the audio properties. What a probe
-// reads is bounded: the tags, and a window after them where the first audio frame must begin, so a
-// large file of something else costs no more than a real one.
-// The path is named as reports show it (see FileNameForm); a device or a named pipe is "not a regular
-// file".
+// Looks at one file's tags as TagLib reads them (TagBytes says where the answer differs), read-only:
+// a file opened for writing wakes every music library that watches its folder when it is closed. A
+// plain file costs two small reads, its first and its last 4 KB; audio not found there is looked for
+// from the tag to the end of the file, as TagLib looks. The path is named as reports show it (see
+// FileNameForm); a device or a named pipe is "not a regular file".
 TagProbe probeTags(const QString& path);
 // The same for the file of this name in an open folder, as a walk finds it: no path to build, however
 // deep the folder lies.

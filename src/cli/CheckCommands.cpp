@@ -111,10 +111,10 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     const scan::ScanResult result = scanner.scanFolders(request.folders, progressOn(err, "checked"));
     endProgress(err);
     QList<scan::Failure> failures = result.failures;
-    qsizetype leftOut = result.leftOut;
+    const qsizetype leftOut = result.leftOut;
     const QList<ReportEntry> entries = scan::reportEntries(
         result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
-        &leftOut, &failures);
+        &failures);
     for (const scan::Failure& failure : failures) {
         name(err, failure.path, failure.why);
     }

@@ -63,7 +63,7 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
 }
 
 QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath& reportPath,
-                                 qsizetype* leftOut, QList<Failure>* unnamed) {
+                                 QList<Failure>* unnamed) {
     QList<FoundProblem> named;
     named.reserve(problems.size());
     for (FoundProblem& problem : problems) {
@@ -81,11 +81,10 @@ QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath&
     }
     // Named anew, they sort as the report's list will show them.
     sortAsListed(named);
-    const qsizetype fit = std::min<qsizetype>(named.size(), kMaxRecords);
-    *leftOut += named.size() - fit;
+    Q_ASSERT(named.size() <= kMaxRecords);
     QList<ReportEntry> entries;
-    entries.reserve(fit);
-    for (qsizetype i = 0; i < fit; ++i) {
+    entries.reserve(named.size());
+    for (qsizetype i = 0; i < named.size(); ++i) {
         entries.append({qint16(i + 1), named.at(i).kind, named.at(i).path});
     }
     return entries;

@@ -41,12 +41,11 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
 // name would lead back to the file (a backslash in a local name, which Windows reads as a folder).
 using ReportPath = std::function<std::optional<QString>(const QString& localPath)>;
 
-// The problem files as a report lists them: each path as the report names it, sorted as the file list
-// sorts, numbered from 1. A file the report cannot name, or whose name would garble the report
-// (fitsReport), is added to `unnamed` instead. A report holds at most 32,766: how many more there were,
-// last in that order, is added to `leftOut`.
+// The problem files as a report lists them (no more than a report holds, as a scan keeps them): each
+// path as the report names it, sorted as the file list sorts, numbered from 1. A file the report
+// cannot name, or whose name would garble the report (fitsReport), is added to `unnamed` instead.
 QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath& reportPath,
-                                 qsizetype* leftOut, QList<Failure>* unnamed);
+                                 QList<Failure>* unnamed);
 
 // Whether a report can name this file: a path line that breaks in two, or holds the closing marker,
 // would end or garble the report when read back.

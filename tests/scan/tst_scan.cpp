@@ -12,29 +12,22 @@
 
 using namespace zentoria;
 using namespace zentoria::scan;
-using Probed = TagProbe::Outcome;
 
 namespace {
 
 // Makes the file a recipe names at path: "none", "v1", "v2", "both" (real MP3 audio with those tags),
-// "cut" (an ID3v2 tag cut in the middle), "junk" (16 MB that is no audio), "pipe", "folder", or nothing
-// for "missing". What counts as a tag is tst_tagprobe's.
+// "cut" (an ID3v2 tag cut in the middle) or "junk" (16 MB that is no audio). What counts as a tag is
+// tst_tagprobe's; files that cannot be read are named as the tool and the window name them.
 void make(const QString& path, const QString& recipe) {
     const QByteArray name = QFile::encodeName(path);
-    if (recipe == "none" || recipe == "v1" || recipe == "v2" || recipe == "both") {
-        QVERIFY(writeMp3(path, recipe == "v1"     ? V1
-                               : recipe == "v2"   ? V2
-                               : recipe == "both" ? BothTags
-                                                  : NoTag));
+    const QHash<QString, int> tags{{"none", NoTag}, {"v1", V1}, {"v2", V2}, {"both", BothTags}};
+    if (tags.contains(recipe)) {
+        QVERIFY(writeMp3(path, tags.value(recipe)));
     } else if (recipe == "cut") {
         QVERIFY(writeMp3(path, V2));
         QVERIFY(::truncate(name.constData(), 20) == 0);
     } else if (recipe == "junk") {
         QVERIFY(writeFile(path, QByteArray(16 << 20, 'x')));
-    } else if (recipe == "pipe") {
-        QVERIFY(::mkfifo(name.constData(), 0600) == 0);
-    } else if (recipe == "folder") {
-        QVERIFY(QDir().mkpath(path));
     }
 }
 
@@ -51,39 +44,6 @@ class tst_Scan : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void probe_data() {
-        // kind: the report's kind number, -1 for a file no report lists.
-        addColumns<QString, Probed, bool, bool, int>("recipe", "outcome", "v1", "v2", "kind");
-
-        addRow("no tags", "none", Probed::Probed, false, false, 0);
-        addRow("ID3v1 only", "v1", Probed::Probed, true, false, 2);
-        addRow("ID3v2 only", "v2", Probed::Probed, false, true, 1);
-        addRow("both", "both", Probed::Probed, true, true, -1);
-        addRow("not MPEG", "junk", Probed::NotMpeg, false, false, -1);
-        addRow("named pipe", "pipe", Probed::Unreadable, false, false, -1);
-        addRow("folder", "folder", Probed::Unreadable, false, false, -1);
-        addRow("missing", "missing", Probed::Unreadable, false, false, -1);
-    }
-
-    void probe() {
-        QFETCH(QString, recipe);
-        QFETCH(Probed, outcome);
-        QFETCH(bool, v1);
-        QFETCH(bool, v2);
-        QFETCH(int, kind);
-
-        QTemporaryDir dir;
-        const QString path = dir.filePath("Björk – Jóga.mp3");
-        make(path, recipe);
-        const TagProbe probe = probeTags(path);
-        QCOMPARE(probe.outcome, outcome);
-        QCOMPARE(probe.hasID3v1, v1);
-        QCOMPARE(probe.hasID3v2, v2);
-        QCOMPARE(probe.error.isEmpty(), outcome == Probed::Probed);
-        const std::optional<ProblemKind> listed = problemKindOf(probe);
-        QCOMPARE(listed ? kindNumber(*listed) : -1, kind);
-    }
-
     void probeNeverWrites() {
         // A file opened for writing is reported closed-after-writing to every watcher of its folder, which
         // makes music libraries read it again.
@@ -94,7 +54,7 @@ private Q_SLOTS:
         QVERIFY(watcher >= 0);
         QVERIFY(inotify_add_watch(watcher, QFile::encodeName(dir.path()).constData(),
                                   IN_CLOSE_WRITE | IN_MODIFY | IN_CLOSE_NOWRITE) >= 0);
-        QCOMPARE(probeTags(path).outcome, Probed::Probed);
+        QCOMPARE(probeTags(path).outcome, TagProbe::Outcome::Probed);
         inotify_event events[8];
         const ssize_t length = ::read(watcher, events, sizeof events);
         ::close(watcher);
@@ -150,28 +110,6 @@ private Q_SLOTS:
             QCOMPARE(read.Outcome, zentoria::Outcome::Loaded);
             QCOMPARE(read.Entries, written);
         }
-        // Named as the report names them and sorted anew; no more than a report can number, the rest
-        // counted; a name the report cannot hold is a failure.
-        qsizetype leftOut = 0;
-        const ReportPath asWindows = [](const QString& path) -> std::optional<QString> {
-            return path.contains(u'\\') ? std::nullopt
-                                        : std::optional("C:" + QString(path).replace(u'/', u'\\'));
-        };
-        QList<Failure> unnamed;
-        QCOMPARE(reportEntries({{"/m/b.mp3", ProblemKind::ID3v1},
-                                {"/m/A.mp3", ProblemKind::ID3v2},
-                                {"/m/a\\b.mp3", ProblemKind::ID3v0},
-                                {"/m/Date of creation: 1.mp3", ProblemKind::ID3v0}},
-                               asWindows, &leftOut, &unnamed),
-                 (QList<ReportEntry>{{1, ProblemKind::ID3v2, "C:\\m\\A.mp3"},
-                                     {2, ProblemKind::ID3v1, "C:\\m\\b.mp3"}}));
-        QCOMPARE(leftOut, 0);
-        QCOMPARE(unnamed.size(), 2);
-        QCOMPARE(unnamed.at(0).path, "/m/a\\b.mp3");
-        QVERIFY(unnamed.at(1).why.contains("closing words"));
-        const QList<FoundProblem> many(kMaxRecords + 5, expected.first());
-        QCOMPARE(reportEntries(many, asWindows, &leftOut, &unnamed).size(), kMaxRecords);
-        QCOMPARE(leftOut, 5);
     }
 
     void keepsWhatAReportHolds() {

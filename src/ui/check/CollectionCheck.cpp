@@ -230,10 +230,10 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
     // Written as the user's Windows folders would name them, where Preferences says where those are.
     const PathMappings mapping = storedPathMappings();
     QList<scan::Failure> failures = result.failures;
-    qsizetype leftOut = result.leftOut;
+    const qsizetype leftOut = result.leftOut;
     QList<ReportEntry> entries = scan::reportEntries(
         result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
-        &leftOut, &failures);
+        &failures);
     const qsizetype shown = entries.size();
     QStringList checked;
     for (const QString& folder : folders) {

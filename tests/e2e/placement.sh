@@ -42,10 +42,19 @@ setting() { sed -n "s/^$1=//p" "$settings" | head -n 1; }
 start() {
     "$zentoria" "$report" >/dev/null 2>&1 &
     pid=$!
-    xdotool search --sync --onlyvisible --name "Melvadex's Zentoria" >/dev/null
-    sleep 1
-    # Looked up again once start-up has settled: on a busy machine the first match can be gone by now.
-    window=$(xdotool search --onlyvisible --name "Melvadex's Zentoria" | tail -n 1)
+    # Looked up until the same window has stood for a second: start-up shows the window and may replace
+    # it, later on a slow (instrumented, busy) machine, and a window gone is an X error.
+    window=""
+    local found
+    for _ in $(seq 60); do
+        found=$(xdotool search --onlyvisible --name "Melvadex's Zentoria" 2>/dev/null | tail -n 1 || true)
+        if [ -n "$found" ] && [ "$found" = "$window" ] && xwininfo -id "$found" >/dev/null 2>&1; then
+            return
+        fi
+        window=$found
+        sleep 1
+    done
+    fail "no window stood still for a second"
 }
 
 start

@@ -15,8 +15,8 @@ using namespace zentoria;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data), qsizetype(size));
-    MemoryLineSource source(bytes);
-    const ReportReadResult expected = ReadReport(source);
+    MemoryLineSource lines(bytes);
+    const ReportReadResult expected = ReadReport(lines);
 
     QBuffer report;
     report.setData(bytes);
@@ -25,7 +25,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     out.open(QIODevice::WriteOnly);
     QBuffer err;
     err.open(QIODevice::WriteOnly);
-    const int status = cli::writeListing(cli::Listing::Json, report, QStringLiteral("fuzz.vzt"), out, err);
+    const cli::ReportSource source = [&report](const EntrySink& onEntry) {
+        return readReport(report, onEntry);
+    };
+    const int status = cli::writeListing(cli::Listing::Json, source, QStringLiteral("fuzz.vzt"), out, err);
 
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(out.data(), &error);

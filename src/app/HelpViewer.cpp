@@ -1,6 +1,6 @@
 #include "HelpViewer.h"
 
-#include "settings/LanguageCatalog.h"
+#include "settings/Texts.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -20,8 +20,7 @@ QTextBrowser* showHelpContents(QWidget* owner, QTextBrowser* viewer, const QStri
         viewer = new QTextBrowser(owner);
         viewer->setObjectName(QStringLiteral("HelpViewer"));
         viewer->setWindowFlag(Qt::Window);
-        viewer->setWindowTitle(Translate(QStringLiteral("Dialogs"), QStringLiteral("HelpTitle"),
-                                         QStringLiteral("Zentoria Help")));
+        viewer->setWindowTitle(uiText(txt::HelpTitle));
         viewer->setOpenExternalLinks(true);
         viewer->resize(640, 560);
         // A window that only shows text closes with the keys such windows close with.

@@ -9,6 +9,7 @@
 #include "shell/FileTypeIcons.h"
 #include "ui/common/ImageList.h"
 #include "ui/common/ScreenFit.h"
+#include "ui/document/ReportDocument.h"
 #include "ui/main/frmMain.h"
 #include "ui/splash/frmSplash.h"
 
@@ -77,6 +78,8 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
     if (commandLine.size() > 0) {
         main->OpenFile(commandLine);
     }
+    // A check's result that the last session's end kept is told of before the window shows.
+    main->document().tellOfRecovery();
     splash->CloseIt->start();
     if (hooks.closeTimerArmed) {
         hooks.closeTimerArmed();

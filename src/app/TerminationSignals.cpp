@@ -1,5 +1,8 @@
 #include "TerminationSignals.h"
 
+#include "ui/document/ReportDocument.h"
+#include "ui/main/frmMain.h"
+
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -36,6 +39,13 @@ void callOnTermination(QObject* context, std::function<void()> onSignal) {
     action.sa_flags = SA_RESTART;
     ::sigaction(SIGTERM, &action, nullptr);
     ::sigaction(SIGHUP, &action, nullptr);
+}
+
+void closeOnTermination(frmMain& window) {
+    callOnTermination(&window, [&window] {
+        window.document().keepForRecovery();
+        window.close();
+    });
 }
 
 } // namespace zentoria

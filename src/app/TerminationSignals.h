@@ -11,4 +11,9 @@ namespace zentoria {
 // lives as long as context.
 void callOnTermination(QObject* context, std::function<void()> onSignal);
 
+class frmMain;
+// A logout ends the program the way File > Quit does, settings kept. It does not wait for an answer,
+// so a check's result that is not saved is kept for the next start instead of being asked about.
+void closeOnTermination(frmMain& window);
+
 } // namespace zentoria

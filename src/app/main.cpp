@@ -27,7 +27,6 @@ int main(int argc, char* argv[]) {
     QApplication::setDesktopFileName(QStringLiteral(ZENTORIA_APP_ID));
 
     const std::unique_ptr<zentoria::frmMain> window = zentoria::Main(QApplication::arguments());
-    // A logout ends the program the way File > Quit does, settings kept.
-    zentoria::callOnTermination(window.get(), [&window] { window->close(); });
+    zentoria::closeOnTermination(*window);
     return QApplication::exec();
 }

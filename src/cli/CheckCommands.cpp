@@ -33,9 +33,9 @@ scan::Scanner::Progress progressOn(QIODevice& err, const char* verb) {
                       .arg(QLatin1StringView(verb))
                       .arg(counts.probed)
                       .arg(counts.found)
-                      .arg(counts.perKind[1])
-                      .arg(counts.perKind[2])
-                      .arg(counts.perKind[0])
+                      .arg(counts.perKind.of(ProblemKind::ID3v1))
+                      .arg(counts.perKind.of(ProblemKind::ID3v2))
+                      .arg(counts.perKind.of(ProblemKind::ID3v0))
                       .toUtf8());
     };
 }
@@ -144,8 +144,8 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
 
 int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
     ReportReadResult report;
-    if (!readWholeReport(request.report, report, err)) {
-        return kExitUnreadable;
+    if (const std::optional<int> failed = readWholeReport(request.report, report, err)) {
+        return *failed;
     }
     const PathMappings& mapping = request.mapping;
     scan::Scanner scanner(request.jobs > 0 ? request.jobs : scan::Scanner::kDefaultJobs);

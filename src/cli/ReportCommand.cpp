@@ -2,12 +2,11 @@
 
 #include "Version.h"
 #include "export/ExportWriter.h"
-#include "report/RegularFile.h"
 #include "report/ReportReader.h"
 
 #include <QCommandLineParser>
-#include <QFile>
 #include <QHash>
+#include <QIODevice>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -57,9 +56,10 @@ const char kUsage[] =
     "            with --json: {\"fixed\": [...], \"still\": [...], \"changed\": [...], \"notFound\": [...]}\n"
     "  --        ends the options: what follows is the report, even when it starts with '-'\n"
     "\n"
-    "Exit status: 0 report read to its closing line, 1 report damaged or cut short (for check,\n"
-    "also when records were skipped), 2 usage error or unreadable file. For diff: 0 when\n"
-    "nothing is new, 1 when something is, 2 for a usage error or a report that cannot be read.\n"
+    "Exit status: 0 report read to its closing line, 1 report empty, no report, damaged or cut\n"
+    "short (for check, also when records were skipped), 2 usage error or a file that cannot be\n"
+    "opened or read; every command gives 1 for an empty file or no report, 2 for one it cannot\n"
+    "open or read. For diff: 0 when nothing is new, 1 when something is.\n"
     "For scan: 0 when no file lacks a tag, 1 when one does, 2 when any file or folder could not\n"
     "be checked, for a usage error, or when the report could not be written. For recheck: 0 when\n"
     "every file was found and none is still broken, 1 when one is still broken or was not found,\n"
@@ -114,13 +114,14 @@ private:
     qsizetype m_count = 0;
 };
 
-QByteArray summary(const ReportReadResult& result, const int (&perKind)[3], qsizetype files) {
+QByteArray summary(const ReportReadResult& result, const KindCounts<qsizetype>& perKind) {
+    const qsizetype files = perKind.total();
     QString line = QStringLiteral("%1: %2 (ID3v1 %3, ID3v2 %4, ID3v0 %5), skipped records: %6")
                        .arg(outcomeName(result.Outcome))
                        .arg(files == 1 ? QStringLiteral("1 file") : QStringLiteral("%1 files").arg(files))
-                       .arg(perKind[1])
-                       .arg(perKind[2])
-                       .arg(perKind[0])
+                       .arg(perKind.of(ProblemKind::ID3v1))
+                       .arg(perKind.of(ProblemKind::ID3v2))
+                       .arg(perKind.of(ProblemKind::ID3v0))
                        .arg(result.SkippedLines.size());
     if (result.Outcome == Outcome::EndedEarly) {
         line += QStringLiteral(", ended before line %1").arg(result.StopLine);
@@ -134,17 +135,19 @@ QJsonObject unreadable(const QString& error) {
     return {{QStringLiteral("outcome"), QStringLiteral("Unreadable")}, {QStringLiteral("error"), error}};
 }
 
-// Says on err what is wrong with a report that was read; true when it was read to its closing line.
-bool reportOutcome(const ReportReadResult& result, const QIODevice& report, const QString& name,
-                   qsizetype files, QIODevice& err) {
-    if (result.Outcome == Outcome::Corrupted) {
-        const QByteArray why =
-            report.pos() == 0 ? "the file is empty, not a Melvadex report" : "not a Melvadex report";
-        err.write("zentoria-report: " + name.toUtf8() + ": " + why + '\n');
-    } else if (const QString problems = result.describeProblems(files); !problems.isEmpty()) {
-        err.write("zentoria-report: " + name.toUtf8() + ": " + problems.toUtf8() + '\n');
+// Says on err what is wrong with a report, naming it; its exit status.
+int reportOutcome(const ReportFile& report, const QString& name, QIODevice& err) {
+    QString problem = describeFailure(report, name);
+    if (problem.isEmpty() && !(problem = report.result.describeProblems(report.entriesRead)).isEmpty()) {
+        problem = name + QStringLiteral(": ") + problem;
     }
-    return result.Outcome == Outcome::Loaded || result.Outcome == Outcome::NoProblems;
+    if (!problem.isEmpty()) {
+        err.write("zentoria-report: " + problem.toUtf8() + '\n');
+    }
+    if (report.failure != ReportFailure::None) {
+        return failureStatus(report.failure);
+    }
+    return report.complete() ? kExitRead : kExitDamaged;
 }
 
 // Names an unknown option as it was typed: "-x", "--x" or "--x=value".
@@ -163,73 +166,93 @@ QString unknownOption(const QStringList& arguments, const QString& name) {
 
 } // namespace
 
-int writeListing(Listing listing, QIODevice& report, const QString& name, QIODevice& out, QIODevice& err) {
-    std::optional<JsonWriter> json;
-    if (listing == Listing::Json) {
-        json.emplace(out);
+int failureStatus(ReportFailure failure) {
+    switch (failure) {
+    case ReportFailure::None:
+        return kExitRead;
+    case ReportFailure::Empty:
+    case ReportFailure::NotAReport:
+        return kExitDamaged;
+    case ReportFailure::CannotOpen:
+    case ReportFailure::ReadFailed:
+        break;
     }
-    int perKind[3] = {0, 0, 0};
-    qsizetype files = 0;
-    DeviceLineSource source(report);
-    const ReportReadResult result = ReadReport(source, [&](ReportEntry&& entry) {
-        ++files;
-        ++perKind[kindNumber(entry.Kind)];
-        if (json) {
+    return kExitUnreadable;
+}
+
+ReportSource reportAt(const QString& path) {
+    return [path](const EntrySink& onEntry) { return readReportFile(path, onEntry); };
+}
+
+int writeListing(Listing listing, const ReportSource& report, const QString& name, QIODevice& out,
+                 QIODevice& err) {
+    // Begun with the first entry or at the end, so that a file that cannot be opened gets an object of
+    // its own.
+    std::optional<JsonWriter> json;
+    KindCounts<qsizetype> perKind;
+    const ReportFile read = report([&](ReportEntry&& entry) {
+        perKind.add(entry.Kind);
+        if (listing == Listing::Json) {
+            if (!json) {
+                json.emplace(out);
+            }
             json->entry(entry);
         } else if (listing == Listing::Plain) {
             out.write(QByteArray::number(entry.Ordinal) + '\t' + kindCode(entry.Kind).toUtf8() + '\t' +
                       entry.Path.toUtf8() + '\n');
         }
     });
-
-    QJsonObject rest{{QStringLiteral("outcome"), outcomeName(result.Outcome)},
-                     {QStringLiteral("skippedLines"), lineArray(result.SkippedLines)}};
-    if (result.StopLine > 0) {
-        rest.insert(QStringLiteral("stopLine"), result.StopLine);
-    }
-    if (source.hadReadError()) {
-        // What was printed stays; the outcome says it is not the whole report.
-        const QString error = QStringLiteral("reading \"%1\" failed: %2").arg(name, report.errorString());
-        err.write("zentoria-report: " + error.toUtf8() + '\n');
-        if (json) {
-            rest.insert(QStringLiteral("outcome"), QStringLiteral("Unreadable"));
-            rest.insert(QStringLiteral("error"), error);
-            json->finish(rest);
+    const ReportReadResult& result = read.result;
+    const int status = reportOutcome(read, name, err);
+    if (read.failure == ReportFailure::CannotOpen) {
+        // A script reading the JSON gets an object in every case.
+        if (listing == Listing::Json) {
+            out.write(compact(unreadable(describeFailure(read, name))) + '\n');
         }
-        return kExitUnreadable;
+        return status;
     }
-    if (json) {
+    if (listing == Listing::Json) {
+        QJsonObject rest{{QStringLiteral("outcome"), outcomeName(result.Outcome)},
+                         {QStringLiteral("skippedLines"), lineArray(result.SkippedLines)}};
+        if (result.StopLine > 0) {
+            rest.insert(QStringLiteral("stopLine"), result.StopLine);
+        }
+        if (read.failure == ReportFailure::ReadFailed) {
+            // What was printed stays; the outcome says it is not the whole report.
+            rest.insert(QStringLiteral("outcome"), QStringLiteral("Unreadable"));
+            rest.insert(QStringLiteral("error"), describeFailure(read, name));
+        }
+        if (!json) {
+            json.emplace(out);
+        }
         json->finish(rest);
-    } else if (listing == Listing::Summary) {
-        out.write(summary(result, perKind, files));
+    } else if (listing == Listing::Summary && read.failure != ReportFailure::ReadFailed) {
+        out.write(summary(result, perKind));
     }
-
-    const bool complete = reportOutcome(result, report, name, files, err);
     // A check is for finding damage, and a skipped record is damage; a listing shows them in its output.
-    if (!complete || (listing == Listing::Summary && !result.SkippedLines.isEmpty())) {
+    if (status == kExitRead && listing == Listing::Summary && !result.SkippedLines.isEmpty()) {
         return kExitDamaged;
     }
-    return kExitRead;
+    return status;
 }
 
-int writeExport(QIODevice& report, const QString& name, const ExportRequest& request, QIODevice& out,
+int writeExport(const ReportSource& report, const QString& name, const ExportRequest& request, QIODevice& out,
                 QIODevice& err) {
     ExportWriter writer(out, request.format, request.mapping);
-    writer.begin();
-    DeviceLineSource source(report);
-    qsizetype files = 0;
-    const ReportReadResult result = ReadReport(source, [&](ReportEntry&& entry) {
-        ++files;
+    // Begun once the file is open: a file that cannot be opened gets no playlist at all.
+    bool begun = false;
+    const ReportFile read = report([&](ReportEntry&& entry) {
+        if (!std::exchange(begun, true)) {
+            writer.begin();
+        }
         if (!request.kind || entry.Kind == *request.kind) {
             writer.add(entry);
         }
     });
-    if (source.hadReadError()) {
-        err.write("zentoria-report: reading \"" + name.toUtf8() +
-                  "\" failed: " + report.errorString().toUtf8() + '\n');
-        return kExitUnreadable;
+    if (!begun && read.failure != ReportFailure::CannotOpen) {
+        writer.begin();
     }
-    return reportOutcome(result, report, name, files, err) ? kExitRead : kExitDamaged;
+    return reportOutcome(read, name, err);
 }
 
 int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& err) {
@@ -351,29 +374,18 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         return usageError(err, QStringLiteral("name exactly one report"));
     }
 
-    // Messages name the report as it was typed: a file opened by its descriptor forgets its name.
+    // Messages name the report as it was typed.
     const QString name = words.first();
-    QFile report(name);
-    if (QString why; !openRegularFile(report, why)) {
-        const QString error = QStringLiteral("cannot open \"%1\": %2").arg(name, why);
-        err.write("zentoria-report: " + error.toUtf8() + '\n');
-        // A script reading the JSON gets an object in every case.
-        if (json) {
-            out.write(compact(unreadable(error)) + '\n');
-        }
-        return kExitUnreadable;
-    }
     if (command == QStringLiteral("export")) {
-        return writeExport(report, name, request, out, err);
+        return writeExport(reportAt(name), name, request, out, err);
     }
     if (command == QStringLiteral("recheck")) {
-        report.close();
         return runRecheck({name, request.mapping, json, jobs, parser.value(outputOption)}, out, err);
     }
     const Listing listing = command == QStringLiteral("check") ? Listing::Summary
                             : json                             ? Listing::Json
                                                                : Listing::Plain;
-    return writeListing(listing, report, name, out, err);
+    return writeListing(listing, reportAt(name), name, out, err);
 }
 
 } // namespace zentoria::cli

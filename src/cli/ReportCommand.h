@@ -1,10 +1,11 @@
 #pragma once
 
 #include "export/ExportWriter.h"
-#include "report/ReportReadResult.h"
+#include "report/ReportFile.h"
 
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 class QIODevice;
@@ -16,6 +17,15 @@ inline constexpr int kExitRead = 0;
 inline constexpr int kExitDamaged = 1;
 inline constexpr int kExitUnreadable = 2;
 
+// The exit status every command gives for a report it could not read: 2 when the file could not be
+// opened or read, 1 when it is empty or no report (as for a damaged one).
+int failureStatus(ReportFailure failure);
+
+// Reads a report, handing each entry to the sink as it is read: the named file, or in tests and the
+// fuzzer bytes already in memory.
+using ReportSource = std::function<ReportFile(const EntrySink& onEntry)>;
+ReportSource reportAt(const QString& path);
+
 // What to print about a report.
 enum class Listing {
     Plain,   // one line per entry: ORDINAL<TAB>CODE<TAB>PATH
@@ -26,9 +36,10 @@ enum class Listing {
 // Runs "zentoria-report" with the arguments after the program name and answers its exit status.
 int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& err);
 
-// Prints a listing of the report on `report`, entry by entry as it is read: the output never waits for
-// the whole report and memory does not grow with it. `name` is how messages call the report.
-int writeListing(Listing listing, QIODevice& report, const QString& name, QIODevice& out, QIODevice& err);
+// Prints a listing of the report, entry by entry as it is read: the output never waits for the whole
+// report and memory does not grow with it. `name` is how messages call the report.
+int writeListing(Listing listing, const ReportSource& report, const QString& name, QIODevice& out,
+                 QIODevice& err);
 
 // What "export" writes: the files of one kind or of all, in a format, with paths mapped or as they stand.
 struct ExportRequest {
@@ -39,12 +50,13 @@ struct ExportRequest {
 
 // Writes the report's files as the request says, entry by entry as they are read. Exit statuses as for
 // a listing.
-int writeExport(QIODevice& report, const QString& name, const ExportRequest& request, QIODevice& out,
+int writeExport(const ReportSource& report, const QString& name, const ExportRequest& request, QIODevice& out,
                 QIODevice& err);
 
-// Reads a report whole; false, with the reason on err naming the file, when it cannot be read or is no
-// report. A report damaged after its start is read as far as it goes, the damage told on err.
-bool readWholeReport(const QString& fileName, ReportReadResult& result, QIODevice& err);
+// Reads a report whole; its exit status, with the reason on err naming the file, when it cannot be
+// read or is no report. A report damaged after its start is read as far as it goes, the damage told on
+// err.
+std::optional<int> readWholeReport(const QString& fileName, ReportReadResult& result, QIODevice& err);
 
 // "scan": the folders' MP3 files checked here, written to out as a report. `windowsFolders` is empty
 // or names, for each folder in turn, the Windows folder its paths are written under.

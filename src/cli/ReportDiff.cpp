@@ -1,39 +1,26 @@
 // "zentoria-report diff": two reports compared by path.
 #include "ReportCommand.h"
 #include "export/PathMapping.h"
-#include "report/RegularFile.h"
-#include "report/ReportReader.h"
 
-#include <QFile>
 #include <QHash>
+#include <QIODevice>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 namespace zentoria::cli {
 
-bool readWholeReport(const QString& fileName, ReportReadResult& result, QIODevice& err) {
-    QFile report(fileName);
-    QString why;
-    if (!openRegularFile(report, why)) {
-        err.write("zentoria-report: cannot open \"" + fileName.toUtf8() + "\": " + why.toUtf8() + '\n');
-        return false;
+std::optional<int> readWholeReport(const QString& fileName, ReportReadResult& result, QIODevice& err) {
+    ReportFile report = readReportFile(fileName);
+    if (report.failure != ReportFailure::None) {
+        err.write("zentoria-report: " + describeFailure(report, fileName).toUtf8() + '\n');
+        return failureStatus(report.failure);
     }
-    DeviceLineSource source(report);
-    result = ReadReport(source);
-    if (source.hadReadError()) {
-        err.write("zentoria-report: reading \"" + fileName.toUtf8() +
-                  "\" failed: " + report.errorString().toUtf8() + '\n');
-        return false;
-    }
-    if (result.Outcome == Outcome::Corrupted) {
-        err.write("zentoria-report: " + fileName.toUtf8() + ": not a Melvadex report\n");
-        return false;
-    }
-    if (const QString problems = result.describeProblems(); !problems.isEmpty()) {
+    if (const QString problems = report.result.describeProblems(); !problems.isEmpty()) {
         err.write("zentoria-report: " + fileName.toUtf8() + ": " + problems.toUtf8() + '\n');
     }
-    return true;
+    result = std::move(report.result);
+    return std::nullopt;
 }
 
 ReportDiff compareReports(const QList<ReportEntry>& oldEntries, const QList<ReportEntry>& newEntries) {
@@ -64,8 +51,11 @@ ReportDiff compareReports(const QList<ReportEntry>& oldEntries, const QList<Repo
 int writeDiff(const QString& oldFile, const QString& newFile, bool json, QIODevice& out, QIODevice& err) {
     ReportReadResult oldReport;
     ReportReadResult newReport;
-    if (!readWholeReport(oldFile, oldReport, err) || !readWholeReport(newFile, newReport, err)) {
-        return kExitUnreadable;
+    if (const std::optional<int> failed = readWholeReport(oldFile, oldReport, err)) {
+        return *failed;
+    }
+    if (const std::optional<int> failed = readWholeReport(newFile, newReport, err)) {
+        return *failed;
     }
     const ReportDiff diff = compareReports(oldReport.Entries, newReport.Entries);
     if (json) {

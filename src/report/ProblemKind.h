@@ -14,6 +14,18 @@ inline int kindNumber(ProblemKind kind) {
     return static_cast<int>(kind);
 }
 
+// A count per problem kind, read by kind.
+template <typename Count>
+class KindCounts {
+public:
+    Count of(ProblemKind kind) const { return m_counts[kindNumber(kind)]; }
+    void add(ProblemKind kind, Count count = 1) { m_counts[kindNumber(kind)] += count; }
+    Count total() const { return m_counts[0] + m_counts[1] + m_counts[2]; }
+
+private:
+    Count m_counts[3] = {0, 0, 0};
+};
+
 // "ID3v" followed by the kind number.
 QString kindCode(ProblemKind kind);
 // The kind whose code this is, compared without regard to letter case; none for any other text.

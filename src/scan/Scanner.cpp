@@ -171,8 +171,8 @@ private:
         ScanCounts counts;
         counts.found = m_found;
         counts.probed = m_probed;
-        for (int kind = 0; kind < 3; ++kind) {
-            counts.perKind[kind] = m_perKind[kind];
+        for (ProblemKind kind : {ProblemKind::ID3v0, ProblemKind::ID3v1, ProblemKind::ID3v2}) {
+            counts.perKind.add(kind, m_perKind[kindNumber(kind)]);
         }
         return counts;
     }

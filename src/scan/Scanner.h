@@ -26,12 +26,12 @@ struct Failure {
     friend bool operator==(const Failure&, const Failure&) = default;
 };
 
-// Counts while a check runs; perKind by kind number.
+// Counts while a check runs.
 struct ScanCounts {
     qint64 found = 0;
     qint64 probed = 0;
-    qint64 perKind[3] = {0, 0, 0};
-    qint64 problems() const { return perKind[0] + perKind[1] + perKind[2]; }
+    KindCounts<qint64> perKind;
+    qint64 problems() const { return perKind.total(); }
 };
 
 struct ScanResult {

@@ -1,12 +1,14 @@
 #include "TestData.h"
 #include "app/HelpViewer.h"
 #include "app/Startup.h"
+#include "app/TerminationSignals.h"
 #include "settings/Globals.h"
 #include "settings/SettingsStore.h"
 #include "shell/ListScrollHook.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/ImageList.h"
 #include "ui/common/Twips.h"
+#include "ui/document/ReportDocument.h"
 #include "ui/main/frmMain.h"
 
 #include <QAbstractScrollArea>
@@ -19,6 +21,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
+
+#include <csignal>
 
 using namespace zentoria;
 
@@ -245,6 +249,33 @@ private Q_SLOTS:
         const std::unique_ptr<frmMain> again = start({"zentoria"}, messages);
         QCOMPARE(again->frameGeometry(), frame);
         QCOMPARE(globals().InitialTVWidth, 2610);
+    }
+
+    // A logout does not wait for an answer: the unsaved result is kept, and the next start says where.
+    void logoutKeepsAnUnsavedResult() {
+        QStringList messages;
+        {
+            const std::unique_ptr<frmMain> window = start({"zentoria"}, messages);
+            closeOnTermination(*window);
+            window->document().showResult({{1, ProblemKind::ID3v2, "/music/a.mp3"}}, "Check of /music", {},
+                                          ReportDocument::Source::Check);
+            ::raise(SIGTERM);
+            QTRY_VERIFY(!window->isVisible());
+        }
+        QCOMPARE(messages, QStringList());
+        const std::unique_ptr<frmMain> again = start({"zentoria"}, messages);
+        QCOMPARE(messages.size(), 1);
+        const QString kept = messages.first().section(u'"', 1, 1);
+        QVERIFY2(messages.first().contains("was not saved") && QFileInfo(kept).isFile(),
+                 qPrintable(messages.first()));
+        QCOMPARE(again->findChild<QAction*>("submnuRecent1")->data().toString(), kept);
+        QString file = kept;
+        again->OpenFile(file);
+        QCOMPARE(again->document().entries().size(), 1);
+        QCOMPARE(again->document().entries().first().Path, "/music/a.mp3");
+        // Told once: the kept report has a name of its own now.
+        const std::unique_ptr<frmMain> third = start({"zentoria"}, messages);
+        QCOMPARE(messages.size(), 1);
     }
 
     void maximizedKeepsItsNormalPlace() {

@@ -72,8 +72,6 @@ private Q_SLOTS:
                "{\"code\":\"ID3v1\",\"path\":\"C:\\\\Music\\\\A.mp3\"}]}\n",
                "");
         addRow("diff, nothing new", QStringList{"diff", now, now}, 0, "still", "");
-        addRow("diff with no report", QStringList{"diff", old, dataFile("corrupted.txt")}, 2, "",
-               "not a Melvadex report");
         // export.vzt: a comma, a double quote and non-ASCII letters in its paths, and folders beside the
         // mapped one that only start the same.
         addRow("export, a playlist by default, mapped",
@@ -118,23 +116,30 @@ private Q_SLOTS:
         // Opening a pipe that nobody writes to would wait for ever.
         addRow("named pipe", QStringList{"check", m_dir.filePath("pipe.vzt")}, 2, "",
                "it is a named pipe, not a file");
-        // Every command names the report its message is about.
-        for (const char* command : {"list", "check", "export"}) {
+        // Every command says the same of a file that is no report, and of one it cannot open, with the
+        // same exit status, naming the file.
+        const QString empty = m_dir.filePath("empty.vzt");
+        const QString corrupted = dataFile("corrupted.txt");
+        const QString missing = m_dir.filePath("missing.vzt");
+        for (const char* command : {"list", "check", "export", "diff", "recheck"}) {
             // A playlist starts before the report is read; a check sums up whatever it read.
             const QString started = qstrcmp(command, "export") == 0  ? "#EXTM3U"
                                     : qstrcmp(command, "check") == 0 ? "Corrupted: 0 files"
                                                                      : "";
-            const QString empty = m_dir.filePath("empty.vzt");
+            // diff compares a good report with the bad one.
+            const auto arguments = [command](const QString& report) {
+                return qstrcmp(command, "diff") == 0 ? QStringList{command, dataFile("mixed.vzt"), report}
+                                                     : QStringList{command, report};
+            };
             QTest::addRow("%s, an empty file", command)
-                << QStringList{command, empty} << 1 << started
-                << "zentoria-report: " + empty + ": the file is empty";
+                << arguments(empty) << 1 << started
+                << "zentoria-report: " + empty + ": the file is empty, not a Melvadex report\n";
             QTest::addRow("%s, no banner", command)
-                << QStringList{command, dataFile("corrupted.txt")} << 1 << started
-                << "zentoria-report: " + dataFile("corrupted.txt") + ": not a Melvadex report";
-            const QString missing = m_dir.filePath("missing.vzt");
+                << arguments(corrupted) << 1 << started
+                << "zentoria-report: " + corrupted + ": not a Melvadex report\n";
             QTest::addRow("%s, unreadable", command)
-                << QStringList{command, missing} << 2 << ""
-                << "cannot open \"" + missing + "\": No such file or directory";
+                << arguments(missing) << 2 << ""
+                << "zentoria-report: cannot open \"" + missing + "\": No such file or directory\n";
         }
         addRow("option after the report", QStringList{"list", dataFile("mixed.vzt"), "--verbose"}, 2, "",
                "unknown option '--verbose'");
@@ -167,11 +172,6 @@ private Q_SLOTS:
                "unknown option '-o'");
         // A check of the report's own folder: it holds no MP3 file.
         addRow("scan: nothing found", QStringList{"scan", m_dir.path()}, 0, "Date of creation: ", "");
-        for (const char* report : {"empty.vzt", "corrupted.txt", "missing.vzt"}) {
-            const QString path =
-                qstrcmp(report, "corrupted.txt") == 0 ? dataFile(report) : m_dir.filePath(report);
-            QTest::addRow("recheck of %s", report) << QStringList{"recheck", path} << 2 << "" << path;
-        }
     }
 
     void commands() {

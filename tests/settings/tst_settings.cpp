@@ -5,6 +5,7 @@
 #include "settings/LanguageCatalog.h"
 #include "settings/Preferences.h"
 #include "settings/SettingsStore.h"
+#include "settings/Texts.h"
 
 #include <QDir>
 #include <QFile>
@@ -250,6 +251,27 @@ private Q_SLOTS:
         globals().LanguageFile = file.startsWith('/') ? file : dataFile(file.toLatin1().constData());
         QCOMPARE(ReadIniValue(section, key, "  &Default "), raw);
         QCOMPARE(Translate(section, key, "  &Default "), translated);
+    }
+
+    // Every text of the program's own has its English wording, a German one in Deutsch.ini, and a line
+    // in English.ini that says what the program says without it.
+    void everyTextIsTranslated() {
+        const QString languages = dataFile("../../examples/languages");
+        const QString missing = QStringLiteral("\x01missing");
+        for (const TextKey& text : allTexts()) {
+            const QString section = QLatin1StringView(text.section);
+            const QString key = QLatin1StringView(text.key);
+            const QString where = section + u'/' + key;
+            // The translator's credit is the one text English has none of.
+            QVERIFY2(*text.english || section == u"TranslationInfo", qPrintable(where));
+            globals().LanguageFile = languages + "/Deutsch.ini";
+            const QString german = ReadIniValue(section, key, missing);
+            QVERIFY2(german != missing && !german.isEmpty(), qPrintable(where));
+            QCOMPARE(uiText(text), Translate(section, key, {}));
+            globals().LanguageFile = languages + "/English.ini";
+            QVERIFY2(ReadIniValue(section, key, missing) != missing, qPrintable(where));
+            QCOMPARE(uiText(text), QString::fromUtf8(text.english));
+        }
     }
 
     void languageFileOfAnInstalledProgram_data() {

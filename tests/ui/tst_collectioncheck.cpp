@@ -5,6 +5,7 @@
 #include "ui/check/CheckProgress.h"
 
 #include <QAccessible>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -176,6 +177,9 @@ private Q_SLOTS:
 
         // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered.
         write(settings::PathMap, "C:\\Music=" + c.home.filePath("elsewhere"));
+        // The result shown is not saved: opening the report again asks first.
+        c.window.messageBoxes().setChooser(
+            [](const QString&, QMessageBox::StandardButtons) { return QMessageBox::Discard; });
         c.open(report);
         c.messages.clear();
         QSignalSpy preferences(c.child<QAction>("submnuPreferences"), &QAction::triggered);
@@ -195,13 +199,61 @@ private Q_SLOTS:
         QCOMPARE(c.listed("ID3v1"), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});
     }
 
+    // A check's result is on screen and in no file: opening another report or quitting asks first.
+    void unsavedResultIsAskedAbout_data() {
+        QTest::addColumn<bool>("quit");
+        QTest::addColumn<QMessageBox::StandardButton>("answer");
+        for (const bool quit : {false, true}) {
+            const char* route = quit ? "quit" : "open";
+            QTest::addRow("%s, cancel", route) << quit << QMessageBox::Cancel;
+            QTest::addRow("%s, discard", route) << quit << QMessageBox::Discard;
+            QTest::addRow("%s, save", route) << quit << QMessageBox::Save;
+        }
+    }
+    void unsavedResultIsAskedAbout() {
+        QFETCH(bool, quit);
+        QFETCH(QMessageBox::StandardButton, answer);
+        Checking c;
+        c.answer(c.music);
+        c.trigger("submnuCheckFolder");
+        QTRY_VERIFY(!c.progress->isVisible());
+        const QString unsaved = "Check of " + c.music + " (not saved) — " + kTitle;
+        QCOMPARE(c.window.windowTitle(), unsaved);
+        QStringList asked;
+        c.window.messageBoxes().setChooser([&](const QString& text, QMessageBox::StandardButtons offered) {
+            asked << text;
+            return offered.testFlag(answer) ? answer : QMessageBox::NoButton;
+        });
+        // The report to open in the open dialog, a new name in the save dialog.
+        const QString saved = c.home.filePath("kept.vzt");
+        c.dialogs->setChooser([&saved](const CommonDialog& request) {
+            return request.DialogTitle == u"Save the report as" ? saved : dataFile("mixed.vzt");
+        });
+        if (quit) {
+            QCOMPARE(c.window.close(), answer != QMessageBox::Cancel);
+        } else {
+            c.trigger("submnuOpen");
+        }
+        QCOMPARE(asked.size(), 1);
+        QVERIFY2(asked.first().startsWith("Save the check's result?"), qPrintable(asked.first()));
+        QCOMPARE(c.window.isVisible(), !quit || answer == QMessageBox::Cancel);
+        QCOMPARE(QFileInfo::exists(saved), answer == QMessageBox::Save);
+        if (answer == QMessageBox::Save) {
+            QVERIFY(contentsOf(saved).contains(QFile::encodeName(c.music + "/Abba/Fernando.mp3")));
+        }
+        const bool replaced = !quit && answer != QMessageBox::Cancel;
+        QCOMPARE(c.window.windowTitle(), replaced                              ? "mixed.vzt — " + kTitle
+                                         : quit && answer == QMessageBox::Save ? "kept.vzt — " + kTitle
+                                                                               : unsaved);
+    }
+
     void progressSpeaksItsValue() {
         CheckProgress progress;
         progress.start();
         scan::ScanCounts counts;
         counts.found = 40;
         counts.probed = 25;
-        counts.perKind[1] = 3;
+        counts.perKind.add(ProblemKind::ID3v1, 3);
         progress.showCounts(counts);
         auto* bar = progress.findChild<QWidget*>("prgCheck");
         QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(bar);

@@ -1,5 +1,5 @@
 #include "TestData.h"
-#include "ui/main/LayoutGeometry.h"
+#include "layout/LayoutGeometry.h"
 
 #include <QTest>
 

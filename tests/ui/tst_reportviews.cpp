@@ -1,10 +1,10 @@
 #include "MainWindowFixture.h"
+#include "report/NodeCollection.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/ImageList.h"
 #include "ui/common/Twips.h"
 #include "ui/views/FileListModel.h"
 #include "ui/views/FileListView.h"
-#include "ui/views/NodeCollection.h"
 #include "ui/views/ReportTree.h"
 
 #include <QAbstractItemModelTester>

@@ -1,5 +1,5 @@
 #include "TestData.h"
-#include "ui/common/WrappedText.h"
+#include "layout/WrappedText.h"
 
 #include <QFontMetricsF>
 #include <QTest>

@@ -1,6 +1,6 @@
 #include "CheckProgress.h"
 
-#include "settings/LanguageCatalog.h"
+#include "settings/Texts.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -10,25 +10,17 @@
 
 namespace zentoria {
 
-namespace {
-
-QString text(const char* key, const char* english) {
-    return Translate(QStringLiteral("Status"), QLatin1StringView(key), QString::fromUtf8(english));
-}
-
-} // namespace
-
 CheckProgress::CheckProgress(QWidget* parent)
     : QFrame(parent)
     , lblCheckCounts(new QLabel(this))
     , prgCheck(new QProgressBar(this))
-    , cmdCancelCheck(new QPushButton(text("CancelCheck", "Cancel"), this)) {
+    , cmdCancelCheck(new QPushButton(uiText(txt::CancelCheck), this)) {
     setObjectName(QStringLiteral("fraCheckProgress"));
     setAutoFillBackground(true);
     lblCheckCounts->setObjectName(QStringLiteral("lblCheckCounts"));
     lblCheckCounts->setTextFormat(Qt::PlainText);
     prgCheck->setObjectName(QStringLiteral("prgCheck"));
-    prgCheck->setAccessibleName(text("CheckProgress", "Check progress"));
+    prgCheck->setAccessibleName(uiText(txt::CheckProgress));
     prgCheck->setMaximumWidth(220);
     cmdCancelCheck->setObjectName(QStringLiteral("cmdCancelCheck"));
 
@@ -46,7 +38,7 @@ CheckProgress::CheckProgress(QWidget* parent)
 }
 
 void CheckProgress::start() {
-    lblCheckCounts->setText(text("CheckStarting", "Looking for MP3 files…"));
+    lblCheckCounts->setText(uiText(txt::CheckStarting));
     // Busy until the walk has found files to count against.
     prgCheck->setRange(0, 0);
     cmdCancelCheck->setEnabled(true);
@@ -55,13 +47,12 @@ void CheckProgress::start() {
 }
 
 void CheckProgress::showCounts(const scan::ScanCounts& counts) {
-    const QString line =
-        text("CheckCounts", "%1 of %2 files checked: %3 without ID3v1, %4 without ID3v2, %5 without tags")
-            .arg(counts.probed)
-            .arg(counts.found)
-            .arg(counts.perKind[1])
-            .arg(counts.perKind[2])
-            .arg(counts.perKind[0]);
+    const QString line = uiText(txt::CheckCounts)
+                             .arg(counts.probed)
+                             .arg(counts.found)
+                             .arg(counts.perKind.of(ProblemKind::ID3v1))
+                             .arg(counts.perKind.of(ProblemKind::ID3v2))
+                             .arg(counts.perKind.of(ProblemKind::ID3v0));
     lblCheckCounts->setText(line);
     lblCheckCounts->setToolTip(line);
     // The bar counts files; past int's range it counts them in thousands.

@@ -2,13 +2,13 @@
 
 #include "CheckProgress.h"
 #include "Version.h"
-#include "settings/LanguageCatalog.h"
+#include "report/NodeCollection.h"
 #include "settings/Preferences.h"
+#include "settings/Texts.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/MenuItems.h"
 #include "ui/common/PathQuestion.h"
 #include "ui/document/ReportDocument.h"
-#include "ui/views/NodeCollection.h"
 
 #include <QAction>
 #include <QDir>
@@ -24,10 +24,6 @@ namespace {
 // Files that could not be checked are named in the message, up to this many.
 constexpr int kNamedFailures = 10;
 
-QString text(const char* key, const char* english) {
-    return Translate(QStringLiteral("Dialogs"), QLatin1StringView(key), QString::fromUtf8(english));
-}
-
 scan::ReportOrigin madeHere(const QStringList& checked) {
     return {QStringLiteral("Zentoria"), QStringLiteral(ZENTORIA_VERSION), checked};
 }
@@ -40,7 +36,7 @@ void nameFailures(QStringList& lines, QString& details, const QList<scan::Failur
     }
     lines << all.first(std::min<qsizetype>(kNamedFailures, all.size()));
     if (all.size() > kNamedFailures) {
-        lines << text("AndMore", "… and %1 more.").arg(all.size() - kNamedFailures);
+        lines << uiText(txt::AndMore).arg(all.size() - kNamedFailures);
     }
     details = all.join(u'\n');
 }
@@ -52,20 +48,17 @@ CollectionCheck::CollectionCheck(Window window, QObject* parent)
     , m_window(std::move(window))
     , m_progress(new CheckProgress(m_window.widget))
     , submnuCheckFolder(namedAction(this, "submnuCheckFolder", QStringLiteral("Check &Folder…")))
-    , submnuRecheck(namedAction(this, "submnuRecheck", QStringLiteral("Check &Listed Files Again")))
-    , submnuSaveAs(namedAction(this, "submnuSaveAs", QStringLiteral("Save Report &As…"),
-                               Qt::CTRL | Qt::SHIFT | Qt::Key_S)) {
+    , submnuRecheck(namedAction(this, "submnuRecheck", QStringLiteral("Check &Listed Files Again"))) {
     connect(submnuCheckFolder, &QAction::triggered, this, &CollectionCheck::submnuCheckFolder_Click);
     connect(submnuRecheck, &QAction::triggered, this, &CollectionCheck::submnuRecheck_Click);
-    connect(submnuSaveAs, &QAction::triggered, this, &CollectionCheck::submnuSaveAs_Click);
     connect(m_progress, &CheckProgress::cancelRequested, this, [this] {
         if (m_scanner) {
             m_scanner->cancel();
         }
     });
-    // Every report shown passes through the document's title.
-    connect(m_window.document, &ReportDocument::titleChanged, this, &CollectionCheck::updateActions);
-    m_window.widget->installEventFilter(this);
+    connect(m_window.document, &ReportDocument::shown, this, &CollectionCheck::updateActions);
+    // Closing the window ends the check first: its threads must not outlive what they report to.
+    connect(m_window.document, &ReportDocument::closing, this, &CollectionCheck::cancelAndWait);
     updateActions();
 }
 
@@ -73,20 +66,13 @@ CollectionCheck::~CollectionCheck() {
     cancelAndWait();
 }
 
-bool CollectionCheck::eventFilter(QObject* watched, QEvent* event) {
-    // Closing the window ends the check first: its threads must not outlive what they report to.
-    if (watched == m_window.widget && event->type() == QEvent::Close) {
-        cancelAndWait();
-    }
-    return false;
-}
-
 void CollectionCheck::submnuCheckFolder_Click() {
-    if (isRunning()) {
+    // Its result replaces the report shown.
+    if (isRunning() || !m_window.document->maySetAside()) {
         return;
     }
     CommonDialog& dialog = *m_window.dialog;
-    dialog.DialogTitle = text("CheckFolderTitle", "Check the MP3 files of a folder");
+    dialog.DialogTitle = uiText(txt::CheckFolderTitle);
     const QString last = read(settings::LastCheckedFolder);
     const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
     dialog.InitDir = QFileInfo(last).isDir() ? last : QFileInfo(music).isDir() ? music : QDir::homePath();
@@ -95,7 +81,7 @@ void CollectionCheck::submnuCheckFolder_Click() {
     }
     const QString folder = QDir::cleanPath(QFileInfo(dialog.FileName).absoluteFilePath());
     if (!QFileInfo(folder).isDir()) {
-        m_window.tell(text("NoSuchFolder", "The folder \"%1\" is not on this computer.").arg(folder));
+        m_window.tell(uiText(txt::NoSuchFolder).arg(folder));
         return;
     }
     write(settings::LastCheckedFolder, folder);
@@ -108,7 +94,7 @@ void CollectionCheck::submnuCheckFolder_Click() {
 }
 
 void CollectionCheck::submnuRecheck_Click() {
-    const QList<ReportEntry>& listed = m_window.files.nodes().entries();
+    const QList<ReportEntry>& listed = m_window.document->entries();
     if (isRunning() || listed.isEmpty()) {
         return;
     }
@@ -122,9 +108,10 @@ void CollectionCheck::submnuRecheck_Click() {
     if (!mapping) {
         return;
     }
-    const QString report = m_window.document->path().isEmpty() ? m_origin.folders.join(QStringLiteral("; "))
-                                                               : m_window.document->path();
-    const QString name = m_window.document->path().isEmpty() ? m_resultName : QFileInfo(report).fileName();
+    const ReportDocument& document = *m_window.document;
+    const QString report =
+        document.path().isEmpty() ? document.origin().folders.join(QStringLiteral("; ")) : document.path();
+    const QString name = document.name();
     auto result = std::make_shared<scan::RecheckResult>();
     run(
         [result, entries = listed, mapping = *mapping](scan::Scanner& scanner,
@@ -136,44 +123,10 @@ void CollectionCheck::submnuRecheck_Click() {
             scan::ReportOrigin made = madeHere({report});
             made.recheck = true;
             made.notChecked = result->notFound.size();
-            showResult(result->now, text("RecheckName", "%1, checked again").arg(name), std::move(made));
+            m_window.document->showResult(result->now, uiText(txt::RecheckName).arg(name), std::move(made),
+                                          ReportDocument::Source::Recheck);
             rechecked(*result, listed);
         });
-}
-
-void CollectionCheck::submnuSaveAs_Click() {
-    if (!m_resultShown) {
-        return;
-    }
-    CommonDialog& dialog = *m_window.dialog;
-    dialog.Filter = QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt");
-    dialog.FilterIndex = 1;
-    dialog.DialogTitle = text("SaveReportTitle", "Save the report as");
-    // Beside the reports the user opens (not in the music folder), named after what was checked: "Music.vzt",
-    // or "music now.vzt" for the files of music.vzt checked again.
-    const QStringList recent = m_window.document->recentReports();
-    const QString folder = recent.isEmpty() ? QDir::homePath() : QFileInfo(recent.first()).absolutePath();
-    QString checked = m_origin.folders.value(0).section(u'/', -1).section(u'\\', -1);
-    if (checked.endsWith(QStringLiteral(".vzt"), Qt::CaseInsensitive) ||
-        checked.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive)) {
-        checked = checked.chopped(4) + QStringLiteral(" now");
-    }
-    dialog.InitDir = QDir(folder).filePath((checked.isEmpty() ? QStringLiteral("check") : checked) +
-                                           QStringLiteral(".vzt"));
-    if (!dialog.ShowSave(m_window.widget)) {
-        return;
-    }
-    QString file = dialog.FileName;
-    if (QFileInfo(file).suffix().isEmpty()) {
-        file += QStringLiteral(".vzt");
-    }
-    const QByteArray report = scan::reportBytes(m_origin, m_window.files.nodes().entries());
-    if (QString error; !scan::saveReport(file, report, &error)) {
-        m_window.tell(text("SaveFailed", "The report could not be saved as \"%1\": %2.").arg(file, error));
-        return;
-    }
-    m_resultShown = false;
-    m_window.document->opened(file);
 }
 
 void CollectionCheck::run(Work work, std::function<void()> done) {
@@ -242,29 +195,22 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
     scan::ReportOrigin made = madeHere(checked);
     made.leftOut = leftOut;
     made.notChecked = failures.size();
-    showResult(std::move(entries), text("CheckName", "Check of %1").arg(checked.join(QStringLiteral("; "))),
-               std::move(made));
+    m_window.document->showResult(std::move(entries),
+                                  uiText(txt::CheckName).arg(checked.join(QStringLiteral("; "))),
+                                  std::move(made), ReportDocument::Source::Check);
 
     QStringList lines;
     if (result.counts.found == 0 && failures.isEmpty()) {
-        lines << text("NoMp3Found", "No MP3 file was found in \"%1\".")
-                     .arg(folders.join(QStringLiteral("\", \"")));
+        lines << uiText(txt::NoMp3Found).arg(folders.join(QStringLiteral("\", \"")));
     } else if (shown == 0 && failures.isEmpty()) {
-        lines << text("NoneLacking", "%1 MP3 files checked: none lacks a tag.").arg(result.counts.probed);
+        lines << uiText(txt::NoneLacking).arg(result.counts.probed);
     }
     if (leftOut > 0) {
-        lines << text("LeftOut",
-                      "%1 files lack a tag, but a report holds %2: the last %3 in list order are not "
-                      "shown. Check fewer folders at a time.")
-                     .arg(shown + leftOut)
-                     .arg(shown)
-                     .arg(leftOut);
+        lines << uiText(txt::LeftOut).arg(shown + leftOut).arg(shown).arg(leftOut);
     }
     QString details;
     if (!failures.isEmpty()) {
-        lines << text("NotChecked", "%1 files or folders could not be checked, so the check cannot say "
-                                    "whether they lack a tag:")
-                     .arg(failures.size());
+        lines << uiText(txt::NotChecked).arg(failures.size());
         nameFailures(lines, details, failures);
     }
     if (!lines.isEmpty()) {
@@ -273,7 +219,7 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
 }
 
 void CollectionCheck::rechecked(const scan::RecheckResult& result, qsizetype listed) {
-    QStringList lines{text("RecheckDone", "%1 fixed, %2 still, %3 not found, %4 changed kind")
+    QStringList lines{uiText(txt::RecheckDone)
                           .arg(result.fixed.size())
                           .arg(result.still.size())
                           .arg(result.notFound.size())
@@ -284,38 +230,22 @@ void CollectionCheck::rechecked(const scan::RecheckResult& result, qsizetype lis
     }
     // Not seen is not fixed: a wrong folder mapping must not pass for a collection put right.
     if (result.notFound.size() == listed) {
-        lines << text("NoneFound", "None of the report's files was found on this computer: the folder "
-                                   "where the report's files are is probably set wrong. They are listed "
-                                   "with their earlier kind.")
-              << text("OfferPreferences", "Open Tools > Preferences to correct it?");
+        lines << uiText(txt::NoneFound) << uiText(txt::OfferPreferences);
         if (m_window.ask(lines.join(u'\n')) && m_window.preferences) {
             m_window.preferences->trigger();
         }
         return;
     }
-    lines << text("NotFoundKept", "These files were not found; they are listed with their earlier kind:");
+    lines << uiText(txt::NotFoundKept);
     QString details;
     nameFailures(lines, details, result.notFound);
     m_window.tellInDetail(lines.join(u'\n'), details);
 }
 
-void CollectionCheck::showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin) {
-    m_window.show(std::move(entries));
-    m_origin = std::move(origin);
-    m_resultName = name;
-    m_resultShown = true;
-    m_window.document->shownUnsaved(name);
-}
-
 void CollectionCheck::updateActions() {
     const bool running = isRunning();
     submnuCheckFolder->setEnabled(!running);
-    submnuRecheck->setEnabled(!running && m_window.files.nodes().entryCount() > 0);
-    // A report read from a file is no longer the result: it has a file of its own.
-    if (!m_window.document->path().isEmpty()) {
-        m_resultShown = false;
-    }
-    submnuSaveAs->setEnabled(m_resultShown);
+    submnuRecheck->setEnabled(!running && !m_window.document->entries().isEmpty());
 }
 
 } // namespace zentoria

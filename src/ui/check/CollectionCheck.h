@@ -20,10 +20,10 @@ class CheckProgress;
 class CommonDialog;
 class ReportDocument;
 
-// Checks the collection here: File > Check Folder makes a report of a music folder, Tools > Check
-// Listed Files Again looks at the open report's files anew, and File > Save Report As writes what a
-// check found. The check runs on threads of its own while the window stays usable; the status bar
-// shows its progress and a Cancel button, and closing the window cancels it.
+// Checks the collection here: File > Check Folder makes a report of a music folder, and Tools > Check
+// Listed Files Again looks at the open report's files anew; what they find the document shows, not
+// saved until File > Save Report As. The check runs on threads of its own while the window stays usable; the
+// status bar shows its progress and a Cancel button, and closing the window cancels it.
 class CollectionCheck : public QObject {
     Q_OBJECT
 
@@ -31,9 +31,8 @@ public:
     // What the check needs of the window it serves, beyond what every collaborator does; the window's
     // closing cancels a check.
     struct Window : ServedWindow {
+        // The open report: what a re-check reads, and what shows a check's result.
         ReportDocument* document = nullptr;
-        // Shows entries as a report is shown: the tree, its counts, the lists.
-        std::function<void(QList<ReportEntry> entries)> show;
         // Tools > Preferences, offered when a re-check finds none of the report's files.
         QAction* preferences = nullptr;
     };
@@ -43,19 +42,14 @@ public:
 
     QAction* checkFolderAction() const { return submnuCheckFolder; }
     QAction* recheckAction() const { return submnuRecheck; }
-    QAction* saveAsAction() const { return submnuSaveAs; }
     // For the status bar, which shows it while a check runs.
     CheckProgress* progressWidget() const { return m_progress; }
 
     bool isRunning() const { return m_thread != nullptr; }
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void submnuCheckFolder_Click();
     void submnuRecheck_Click();
-    void submnuSaveAs_Click();
     using Work = std::function<void(scan::Scanner& scanner, const scan::Scanner::Progress& progress)>;
     // Runs the work on a thread of its own; `done` runs on this thread when it ends, unless cancelled.
     void run(Work work, std::function<void()> done);
@@ -65,8 +59,6 @@ private:
     void cancelAndWait();
     void folderChecked(const scan::ScanResult& result, const QStringList& folders);
     void rechecked(const scan::RecheckResult& result, qsizetype listed);
-    // Shows the entries as a report made here, named, that Save Report As can write.
-    void showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin);
     void updateActions();
 
     Window m_window;
@@ -76,13 +68,8 @@ private:
     std::function<void()> m_done;
     // Counts the checks run, so that the end of a cancelled one is not taken for the next one's.
     int m_generation = 0;
-    // What the shown result was made from; the result is unsaved while the document has no file.
-    scan::ReportOrigin m_origin;
-    QString m_resultName;
-    bool m_resultShown = false;
     QAction* submnuCheckFolder;
     QAction* submnuRecheck;
-    QAction* submnuSaveAs;
 };
 
 } // namespace zentoria

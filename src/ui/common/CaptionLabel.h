@@ -1,6 +1,6 @@
 #pragma once
 
-#include "WrappedText.h"
+#include "layout/WrappedText.h"
 
 #include <QLabel>
 

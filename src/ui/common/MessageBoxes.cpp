@@ -48,4 +48,22 @@ bool MessageBoxes::ask(QWidget* parent, const QString& text) {
     return box->exec() == QMessageBox::Yes;
 }
 
+QMessageBox::StandardButton MessageBoxes::askToSave(QWidget* parent, const QString& text) {
+    const QMessageBox::StandardButtons offered =
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel;
+    if (m_chooser) {
+        const QMessageBox::StandardButton answer = m_chooser(text, offered);
+        return offered.testFlag(answer) ? answer : QMessageBox::Cancel;
+    }
+    if (m_answerer) {
+        m_answerer(text);
+        return QMessageBox::Cancel;
+    }
+    const std::unique_ptr<QMessageBox> box = create(parent, text);
+    box->setStandardButtons(offered);
+    box->setDefaultButton(QMessageBox::Save);
+    box->setEscapeButton(QMessageBox::Cancel);
+    return QMessageBox::StandardButton(box->exec());
+}
+
 } // namespace zentoria

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <QMessageBox>
 #include <QString>
 
 #include <functional>
 #include <memory>
 
-class QMessageBox;
 class QWidget;
 
 namespace zentoria {
@@ -17,6 +17,9 @@ public:
     using Answerer = std::function<void(const QString& text)>;
     // Answers a yes-or-no question instead of the user.
     using Questioner = std::function<bool(const QString& text)>;
+    // Answers a question with more than two buttons instead of the user: one of the buttons offered.
+    using Chooser =
+        std::function<QMessageBox::StandardButton(const QString& text, QMessageBox::StandardButtons offered)>;
 
     // Shows the message and returns once it is dismissed. Details (a long list) are one click away,
     // behind the box's "Show Details…" button.
@@ -24,7 +27,12 @@ public:
     // Asks with Yes and No buttons, No the default; true for Yes. With an answerer installed and no
     // questioner, the answerer reads the question and the answer is No, which changes nothing.
     bool ask(QWidget* parent, const QString& text);
+    // Asks whether to save what would otherwise be lost: Save (the default), Discard or Cancel (also
+    // Escape). With an answerer installed and no chooser, the answerer reads the question and the
+    // answer is Cancel, which loses nothing.
+    QMessageBox::StandardButton askToSave(QWidget* parent, const QString& text);
     void setAnswerer(Answerer answerer) { m_answerer = std::move(answerer); }
+    void setChooser(Chooser chooser) { m_chooser = std::move(chooser); }
     void setQuestioner(Questioner questioner) { m_questioner = std::move(questioner); }
     // The details of the last message shown.
     const QString& lastDetails() const { return m_lastDetails; }
@@ -36,6 +44,7 @@ public:
 private:
     Answerer m_answerer;
     Questioner m_questioner;
+    Chooser m_chooser;
     QString m_lastDetails;
 };
 

@@ -1,6 +1,6 @@
 #include "PathMapDialog.h"
 
-#include "settings/LanguageCatalog.h"
+#include "settings/Texts.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
@@ -17,15 +17,9 @@ namespace zentoria {
 PathMapDialog::PathMapDialog(const PathMapping& current, const QString& windowsFolder, QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("frmPathMap"));
-    setWindowTitle(Translate(QStringLiteral("Dialogs"), QStringLiteral("PathMapTitle"),
-                             QStringLiteral("Where are the files?")));
+    setWindowTitle(uiText(txt::PathMapTitle));
 
-    auto* intro =
-        new QLabel(Translate(QStringLiteral("Dialogs"), QStringLiteral("PathMapIntro"),
-                             QStringLiteral("The report names the files as they were on Windows. Say where "
-                                            "that folder is on this computer, and the files in it are "
-                                            "found here.")),
-                   this);
+    auto* intro = new QLabel(uiText(txt::PathMapIntro), this);
     intro->setWordWrap(true);
 
     txtWindowsFolder = new QLineEdit(current.isEmpty() ? windowsFolder : current.windowsFolder, this);
@@ -33,14 +27,11 @@ PathMapDialog::PathMapDialog(const PathMapping& current, const QString& windowsF
     txtLocalFolder = new QLineEdit(current.localFolder, this);
     txtLocalFolder->setObjectName(QStringLiteral("txtLocalFolder"));
     txtLocalFolder->setPlaceholderText(QStringLiteral("/media/music"));
-    auto* browse = new QPushButton(
-        Translate(QStringLiteral("Dialogs"), QStringLiteral("Browse"), QStringLiteral("&Browse…")), this);
+    auto* browse = new QPushButton(uiText(txt::Browse), this);
     browse->setObjectName(QStringLiteral("cmdBrowse"));
     connect(browse, &QPushButton::clicked, this, [this] {
         const QString folder = QFileDialog::getExistingDirectory(
-            this,
-            Translate(QStringLiteral("Dialogs"), QStringLiteral("LocalFolder"),
-                      QStringLiteral("Local folder")),
+            this, uiText(txt::LocalFolder),
             txtLocalFolder->text().isEmpty() ? QDir::homePath() : txtLocalFolder->text());
         if (!folder.isEmpty()) {
             txtLocalFolder->setText(folder);
@@ -51,20 +42,14 @@ PathMapDialog::PathMapDialog(const PathMapping& current, const QString& windowsF
     local->addWidget(browse);
 
     auto* form = new QFormLayout;
-    form->addRow(Translate(QStringLiteral("Dialogs"), QStringLiteral("WindowsFolder"),
-                           QStringLiteral("&Windows folder:")),
-                 txtWindowsFolder);
+    form->addRow(uiText(txt::WindowsFolder), txtWindowsFolder);
     // A row whose field is a layout gets no buddy of its own.
-    auto* localLabel = new QLabel(
-        Translate(QStringLiteral("Dialogs"), QStringLiteral("IsHere"), QStringLiteral("&Is here:")), this);
+    auto* localLabel = new QLabel(uiText(txt::IsHere), this);
     localLabel->setBuddy(txtLocalFolder);
     form->addRow(localLabel, local);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    QPushButton* asTheyStand =
-        buttons->addButton(Translate(QStringLiteral("Dialogs"), QStringLiteral("AsTheyStand"),
-                                     QStringLiteral("Use the paths as they &stand")),
-                           QDialogButtonBox::ActionRole);
+    QPushButton* asTheyStand = buttons->addButton(uiText(txt::AsTheyStand), QDialogButtonBox::ActionRole);
     asTheyStand->setObjectName(QStringLiteral("cmdAsTheyStand"));
     connect(buttons, &QDialogButtonBox::accepted, this, &PathMapDialog::acceptMapping);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -2,6 +2,7 @@
 
 #include "CommonDialog.h"
 #include "settings/Preferences.h"
+#include "settings/Texts.h"
 
 #include <QFileInfo>
 
@@ -33,9 +34,7 @@ std::optional<PathMappings> pathMappingsFor(const QStringList& paths, CommonDial
         return std::nullopt;
     }
     if (!answer->isEmpty() && !QFileInfo(answer->localFolder).isDir()) {
-        tell(QStringLiteral("The folder \"%1\" is not on this computer, so the files are used as "
-                            "they stand. Tools > Preferences keeps where the report's folders are.")
-                 .arg(answer->localFolder));
+        tell(uiText(txt::FolderMissing).arg(answer->localFolder));
         return stored;
     }
     if (!answer->isEmpty()) {

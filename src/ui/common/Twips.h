@@ -1,5 +1,7 @@
 #pragma once
 
+#include "layout/TwipsRect.h"
+
 #include <QMargins>
 #include <QRect>
 
@@ -7,9 +9,7 @@ class QWidget;
 
 namespace zentoria {
 
-// Geometry is reckoned in twips (1/1440 inch) like the report tools this program comes from; the screen
-// counts pixels. These are the only places the two meet.
-inline constexpr double kTwipsPerInch = 1440.0;
+// The screen counts pixels, the layout twips. These are the only places the two meet.
 
 int twipsToPixels(double twips, double dpi);
 double pixelsToTwips(int pixels, double dpi);
@@ -22,16 +22,6 @@ QMargins frameMarginsOf(const QWidget* window);
 
 // A rectangle given in twips, in pixels for the widget's screen.
 QRect twipsRectToPixels(double left, double top, double width, double height, double dpi);
-
-// A rectangle in twips.
-struct TwipsRect {
-    double Left = 0;
-    double Top = 0;
-    double Width = 0;
-    double Height = 0;
-
-    friend bool operator==(const TwipsRect&, const TwipsRect&) = default;
-};
 
 // Places a widget at a rectangle in twips, relative to its parent's client area. The widget remembers
 // the twips it was given, so that reading them back gives the same numbers rather than the pixels'

@@ -1,19 +1,23 @@
 #include "ReportDocument.h"
 
+#include "RecentReports.h"
+#include "RecoveryFile.h"
 #include "export/PathMapping.h"
-#include "settings/LanguageCatalog.h"
-#include "settings/SettingsStore.h"
-#include "ui/common/Ampersands.h"
+#include "report/ReportFile.h"
+#include "settings/Texts.h"
+#include "ui/common/CommonDialog.h"
 #include "ui/common/MenuItems.h"
+#include "ui/common/MessageBoxes.h"
 #include "ui/views/FileListView.h"
-#include "ui/views/NodeCollection.h"
+#include "ui/views/ListedFiles.h"
+#include "ui/views/ReportTreeModel.h"
 
 #include <QAction>
-#include <QDragEnterEvent>
+#include <QCloseEvent>
+#include <QDir>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
-#include <QMenu>
 #include <QMimeData>
 #include <QSet>
 #include <QUrl>
@@ -23,12 +27,6 @@ namespace zentoria {
 namespace {
 
 const QString kTitle = QStringLiteral("Melvadex's Zentoria");
-const QString kRecentSection = QStringLiteral("Recent");
-constexpr int kRecentCount = 8;
-
-QString recentKey(int number) {
-    return QStringLiteral("File%1").arg(number);
-}
 
 // A report a drop can open: one local file, named as reports are.
 QString droppedReport(const QMimeData* data) {
@@ -42,129 +40,235 @@ QString droppedReport(const QMimeData* data) {
 
 } // namespace
 
-ReportDocument::ReportDocument(Window window, QObject* parent)
+ReportDocument::ReportDocument(QObject* parent)
     : QObject(parent)
-    , m_window(std::move(window))
+    , m_model(new ReportTreeModel(this))
     , m_watcher(new QFileSystemWatcher(this))
-    , mnuRecent(new QMenu(QStringLiteral("&Recent"), m_window.widget))
-    , submnuReload(namedAction(m_window.widget, "submnuReload", QStringLiteral("&Reload"), Qt::Key_F5)) {
+    , submnuReload(namedAction(this, "submnuReload", QStringLiteral("&Reload"), Qt::Key_F5))
+    , submnuSaveAs(namedAction(this, "submnuSaveAs", QStringLiteral("Save Report &As…"),
+                               Qt::CTRL | Qt::SHIFT | Qt::Key_S)) {
     setObjectName(QStringLiteral("ReportDocument"));
-    mnuRecent->setObjectName(QStringLiteral("mnuRecent"));
-    mnuRecent->menuAction()->setObjectName(QStringLiteral("mnuRecent"));
     submnuReload->setEnabled(false);
-    connect(submnuReload, &QAction::triggered, this, &ReportDocument::submnuReload_Click);
+    submnuSaveAs->setEnabled(false);
+    connect(submnuReload, &QAction::triggered, this, &ReportDocument::reload);
+    connect(submnuSaveAs, &QAction::triggered, this, &ReportDocument::saveAs);
     connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &ReportDocument::fileChanged);
+}
+
+void ReportDocument::attach(Window window) {
+    m_window = std::move(window);
+    m_recent = new RecentReports(
+        m_window.widget, [this](const QString& report) { open(report); },
+        [this](const QString& text) { tell(text); }, this);
     // Every activation lists another node: the address bar names it.
-    connect(m_window.files.list()->listModel(), &QAbstractItemModel::modelReset, this,
+    connect(m_window.list->listModel(), &QAbstractItemModel::modelReset, this,
             &ReportDocument::updateTitleAndAddress);
     m_window.widget->setAcceptDrops(true);
     m_window.widget->installEventFilter(this);
 }
 
+const NodeCollection& ReportDocument::nodes() const {
+    return m_model->nodes();
+}
+
+const QList<ReportEntry>& ReportDocument::entries() const {
+    return m_model->nodes().entries();
+}
+
+QString ReportDocument::name() const {
+    return m_path.isEmpty() ? m_resultName : QFileInfo(m_path).fileName();
+}
+
+QMenu* ReportDocument::recentMenu() const {
+    return m_recent->menu();
+}
+
 QStringList ReportDocument::recentReports() const {
-    QStringList keys;
-    for (int number = 1; number <= kRecentCount; ++number) {
-        keys << recentKey(number);
-    }
-    QStringList reports;
-    for (const QString& report : readSettings(thisProgram(), kRecentSection, keys)) {
-        if (!report.isEmpty() && !reports.contains(report)) {
-            reports << report;
-        }
-    }
-    return reports;
+    return m_recent->reports();
 }
 
 void ReportDocument::showRecentReports() {
-    updateRecentMenu(recentReports());
+    m_recent->show();
 }
 
-void ReportDocument::writeRecentReports(const QStringList& reports) {
-    QList<SettingValue> values;
-    for (int number = 1; number <= kRecentCount; ++number) {
-        values.append({kRecentSection, recentKey(number), reports.value(number - 1)});
+void ReportDocument::tell(const QString& text) {
+    m_window.messages->show(m_window.widget, text);
+}
+
+void ReportDocument::open(const QString& file) {
+    ReportFile read = readReportFile(file);
+    switch (read.failure) {
+    case ReportFailure::CannotOpen:
+        tell(uiText(txt::CannotOpen).arg(file, read.reason));
+        return;
+    case ReportFailure::Empty:
+        tell(uiText(txt::EmptyFile).arg(file));
+        return;
+    case ReportFailure::NotAReport:
+        tell(QStringLiteral("The file is corrupted"));
+        return;
+    case ReportFailure::None:
+    case ReportFailure::ReadFailed:
+        break;
     }
-    writeSettings(thisProgram(), values);
-    updateRecentMenu(reports);
-}
-
-void ReportDocument::updateRecentMenu(const QStringList& reports) {
-    mnuRecent->clear();
-    int number = 0;
-    for (const QString& report : reports) {
-        QAction* item = mnuRecent->addAction(doubleAmpersands(report));
-        item->setObjectName(QStringLiteral("submnuRecent%1").arg(++number));
-        item->setData(report);
-        item->setToolTip(report);
-        connect(item, &QAction::triggered, this, [this, report] { openRecent(report); });
-    }
-    mnuRecent->addSeparator();
-    QAction* clear = mnuRecent->addAction(
-        Translate(QStringLiteral("OptionMenus"), QStringLiteral("ClearRecent"), QStringLiteral("&Clear")));
-    clear->setObjectName(QStringLiteral("submnuClearRecent"));
-    clear->setEnabled(!reports.isEmpty());
-    connect(clear, &QAction::triggered, this, [this] { writeRecentReports({}); });
-}
-
-void ReportDocument::openRecent(const QString& report) {
-    if (!QFileInfo(report).isFile()) {
-        QStringList reports = recentReports();
-        reports.removeAll(report);
-        writeRecentReports(reports);
-        m_window.tell(
-            QStringLiteral("The report \"%1\" no longer exists; it was removed from the recent reports.")
-                .arg(report));
+    // Asked only now: a file that is no report replaces nothing.
+    if (!maySetAside()) {
         return;
     }
-    m_window.open(report);
+    const ReportReadResult& result = read.result;
+    // Said after the report is shown, counting the files it read.
+    const QString problems = result.describeProblems();
+    show(std::move(read.result.Entries), result.CreationDate);
+    m_origin = {};
+    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {});
+    m_recent->add(m_path);
+    if (result.Outcome == Outcome::NoProblems) {
+        tell(QStringLiteral("The are no MP3 file with \"problems\" in this report."));
+    }
+    if (!problems.isEmpty()) {
+        tell(uiText(txt::NotReadCompletely).arg(file) + QStringLiteral("\n\n") + problems);
+    }
+    if (read.failure == ReportFailure::ReadFailed) {
+        tell(uiText(txt::ReadFailed).arg(file, read.reason));
+    }
 }
 
-void ReportDocument::opened(const QString& file) {
-    m_path = QFileInfo(file).absoluteFilePath();
-    m_unsavedName.clear();
+void ReportDocument::showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin,
+                                Source source) {
+    show(std::move(entries), {});
+    m_origin = std::move(origin);
+    setSource(source, {}, name);
+}
+
+void ReportDocument::clear() {
+    show({}, {});
+    m_origin = {};
+    setSource(Source::None, {}, {});
+}
+
+void ReportDocument::show(QList<ReportEntry> entries, const QString& creationDate) {
+    // The root, the kinds in their order, then every entry under its kind.
+    m_model->clear();
+    const QString root = QStringLiteral("Integrity");
+    m_model->addNode({}, root, QStringLiteral("Integrity Report"));
+    for (ProblemKind kind : {ProblemKind::ID3v1, ProblemKind::ID3v2, ProblemKind::ID3v0}) {
+        m_model->addNode(root, kindCode(kind), kindCaption(kind));
+    }
+    {
+        // Views learn of the entries once they are all there.
+        const ReportTreeModel::EntryBatch batch(*m_model, entries.size());
+        for (ReportEntry& entry : entries) {
+            m_model->addEntry(std::move(entry));
+        }
+    }
+    m_model->setCreationDate(creationDate);
+    Q_EMIT shown();
+}
+
+void ReportDocument::setSource(Source source, const QString& path, const QString& name) {
+    m_source = source;
+    m_path = path;
+    m_resultName = name;
+    if (!path.isEmpty()) {
+        m_reloadFrom = path;
+    } else if (source != Source::Recheck) {
+        m_reloadFrom.clear();
+    }
     m_changedOnDisk = false;
     if (!m_watcher->files().isEmpty()) {
         m_watcher->removePaths(m_watcher->files());
     }
-    m_watcher->addPath(m_path);
-    QStringList reports = recentReports();
-    reports.removeAll(m_path);
-    reports.prepend(m_path);
-    writeRecentReports(reports.mid(0, kRecentCount));
-    submnuReload->setEnabled(true);
+    if (!m_path.isEmpty()) {
+        m_watcher->addPath(m_path);
+    }
+    submnuReload->setEnabled(!m_reloadFrom.isEmpty());
+    submnuSaveAs->setEnabled(!isSaved());
     updateTitleAndAddress();
+    Q_EMIT stateChanged();
 }
 
-void ReportDocument::shownUnsaved(const QString& name) {
-    m_path.clear();
-    m_unsavedName = name;
-    m_changedOnDisk = false;
-    if (!m_watcher->files().isEmpty()) {
-        m_watcher->removePaths(m_watcher->files());
+bool ReportDocument::maySetAside() {
+    if (isSaved() || m_ending) {
+        return true;
     }
-    submnuReload->setEnabled(false);
-    updateTitleAndAddress();
+    const QString question = uiText(txt::SaveCheckQuestion) + QStringLiteral("\n\n") +
+                             uiText(txt::SaveCheckDetail).arg(m_resultName);
+    switch (m_window.messages->askToSave(m_window.widget, question)) {
+    case QMessageBox::Save:
+        return saveAs();
+    case QMessageBox::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ReportDocument::saveAs() {
+    if (isSaved()) {
+        return true;
+    }
+    CommonDialog& dialog = *m_window.dialog;
+    dialog.Filter = QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt");
+    dialog.FilterIndex = 1;
+    dialog.DialogTitle = uiText(txt::SaveReportTitle);
+    // Beside the reports the user opens (not in the music folder), named after what was checked:
+    // "Music.vzt", or "music now.vzt" for the files of music.vzt checked again.
+    const QStringList recent = recentReports();
+    const QString folder = recent.isEmpty() ? QDir::homePath() : QFileInfo(recent.first()).absolutePath();
+    QString checked = m_origin.folders.value(0).section(u'/', -1).section(u'\\', -1);
+    if (checked.endsWith(QStringLiteral(".vzt"), Qt::CaseInsensitive) ||
+        checked.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive)) {
+        checked = checked.chopped(4) + QStringLiteral(" now");
+    }
+    dialog.InitDir = QDir(folder).filePath((checked.isEmpty() ? QStringLiteral("check") : checked) +
+                                           QStringLiteral(".vzt"));
+    if (!dialog.ShowSave(m_window.widget)) {
+        return false;
+    }
+    QString file = dialog.FileName;
+    if (QFileInfo(file).suffix().isEmpty()) {
+        file += QStringLiteral(".vzt");
+    }
+    if (QString error; !scan::saveReport(file, scan::reportBytes(m_origin, entries()), &error)) {
+        tell(uiText(txt::SaveFailed).arg(file, error));
+        return false;
+    }
+    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {});
+    m_recent->add(m_path);
+    return true;
+}
+
+void ReportDocument::keepForRecovery() {
+    if (!isSaved()) {
+        zentoria::keepForRecovery(scan::reportBytes(m_origin, entries()));
+    }
+    m_ending = true;
+}
+
+void ReportDocument::tellOfRecovery() {
+    const QString recovered = takeRecoveredReport();
+    if (!recovered.isEmpty()) {
+        m_recent->add(recovered);
+        tell(uiText(txt::Recovered).arg(recovered));
+    }
 }
 
 void ReportDocument::updateTitleAndAddress() {
-    const QString shown = m_path.isEmpty() ? m_unsavedName : m_path;
+    const QString shown = m_path.isEmpty() ? m_resultName : m_path;
     if (shown.isEmpty()) {
         Q_EMIT titleChanged(kTitle);
+        Q_EMIT addressChanged({});
         return;
     }
     // The program's name ends the title: the desktop adds it again to a title that does not end with it.
-    QString title = m_path.isEmpty()
-                        ? QStringLiteral("%1 (%2)").arg(m_unsavedName, Translate(QStringLiteral("Status"),
-                                                                                 QStringLiteral("NotSaved"),
-                                                                                 QStringLiteral("not saved")))
-                        : QFileInfo(m_path).fileName();
+    QString title = isSaved() ? name() : QStringLiteral("%1 (%2)").arg(name(), uiText(txt::NotSaved));
     if (m_changedOnDisk) {
-        title += QStringLiteral(" (changed on disk — F5 to reload)");
+        title += QStringLiteral(" (%1)").arg(uiText(txt::ChangedOnDisk));
     }
     title += QStringLiteral(" — ") + kTitle;
     Q_EMIT titleChanged(title);
-    const int activated = m_window.files.activatedPosition();
-    Q_EMIT addressChanged(activated > 0 ? shown + u'\\' + m_window.files.nodes().fullPath(activated) : shown);
+    const int activated = ListedFiles(&nodes(), m_window.list).activatedPosition();
+    Q_EMIT addressChanged(activated > 0 ? shown + u'\\' + nodes().fullPath(activated) : shown);
 }
 
 void ReportDocument::fileChanged(const QString& path) {
@@ -181,20 +285,24 @@ void ReportDocument::fileChanged(const QString& path) {
     }
 }
 
-void ReportDocument::submnuReload_Click() {
-    if (m_path.isEmpty()) {
+void ReportDocument::reload() {
+    if (m_reloadFrom.isEmpty()) {
         return;
     }
     // What the user was looking at: the kind, and the selected files by path.
-    const ListedFiles& files = m_window.files;
-    const QString activatedKey = files.list()->listModel()->parentKey();
+    const ListedFiles files(&nodes(), m_window.list);
+    const QString activatedKey = m_window.list->listModel()->parentKey();
     QSet<QString> selected;
     for (const ReportEntry* file : files.selected()) {
         selected.insert(windowsPathKey(file->Path));
     }
 
-    m_window.open(m_path);
-    const int kind = activatedKey.isEmpty() ? 0 : files.nodes().positionOf(activatedKey);
+    const QString path = m_reloadFrom;
+    open(path);
+    if (m_path != path) {
+        return;
+    }
+    const int kind = activatedKey.isEmpty() ? 0 : nodes().positionOf(activatedKey);
     if (kind == 0) {
         return;
     }
@@ -206,7 +314,7 @@ void ReportDocument::submnuReload_Click() {
     const QItemSelection keep = files.rowsWhere(
         [&selected](const ReportEntry& file) { return selected.contains(windowsPathKey(file.Path)); });
     if (!keep.isEmpty()) {
-        files.list()->selectRows(keep);
+        m_window.list->selectRows(keep);
     }
 }
 
@@ -215,6 +323,15 @@ bool ReportDocument::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
     switch (event->type()) {
+    case QEvent::Close:
+        // Nothing unsaved goes without a question; the rest of the program hears of the closing only
+        // once it is sure.
+        if (!maySetAside()) {
+            event->ignore();
+            return true;
+        }
+        Q_EMIT closing();
+        return false;
     case QEvent::DragEnter:
     case QEvent::DragMove: {
         // Every drag is heard, so that a drop can say what was expected; only a report gets a drop
@@ -233,13 +350,12 @@ bool ReportDocument::eventFilter(QObject* watched, QEvent* event) {
         const QString report = droppedReport(drop->mimeData());
         if (report.isEmpty()) {
             drop->setDropAction(Qt::IgnoreAction);
-            m_window.tell(
-                QStringLiteral("Only a Melvadex report can be dropped here: one .vzt or .txt file."));
+            tell(uiText(txt::OnlyReportsDrop));
             return true;
         }
         drop->setDropAction(Qt::CopyAction);
         drop->accept();
-        m_window.open(report);
+        open(report);
         return true;
     }
     default:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/views/ListedFiles.h"
+#include "scan/ReportWriter.h"
 
 #include <QObject>
 #include <QStringList>
@@ -14,69 +14,116 @@ class QWidget;
 
 namespace zentoria {
 
-// The open report as a document: its name in the title and the address bar, the reports opened
-// lately (File > Recent), reading it again (File > Reload) without losing the view, noticing when
-// its file changes, and reports dropped on the window.
+class CommonDialog;
+class FileListView;
+class MessageBoxes;
+class NodeCollection;
+class RecentReports;
+class ReportTreeModel;
+
+// The open report, owned once: its entries and their model, where they came from (a file, a check of
+// the collection, a re-check), whether they are saved, and what can be done with them: open, show,
+// reload, save. Every report reaches the screen through show(); the window and the other collaborators
+// learn of it from shown() and read the entries from here. It keeps the title and the address, File >
+// Recent, notices when the file changes on disk, takes reports dropped on the window, and never lets
+// an unsaved check's result go without asking.
 class ReportDocument : public QObject {
     Q_OBJECT
 
 public:
-    // What the document needs of the window it serves.
+    enum class Source { None, File, Check, Recheck };
+
+    // What the document needs of the window it serves; given once its controls exist.
     struct Window {
-        // The window: messages and the recent menu belong to it, and drops on it are taken.
+        // Messages and the menus belong to it, drops on it are taken, its closing is asked about.
         QWidget* widget = nullptr;
-        ListedFiles files;
-        // Reads and shows a report, telling the user of anything wrong with it.
-        std::function<void(const QString& file)> open;
+        FileListView* list = nullptr;
+        CommonDialog* dialog = nullptr;
+        MessageBoxes* messages = nullptr;
         // Activates the node at a tree position as a click on it would.
         std::function<void(int position)> activate;
-        std::function<void(const QString& text)> tell;
     };
 
-    ReportDocument(Window window, QObject* parent);
+    explicit ReportDocument(QObject* parent);
+    void attach(Window window);
 
-    QMenu* recentMenu() const { return mnuRecent; }
-    QAction* reloadAction() const { return submnuReload; }
-
-    // The full path of the report on screen; empty before the first.
+    ReportTreeModel* model() const { return m_model; }
+    const NodeCollection& nodes() const;
+    // Every entry shown, in the order they were read.
+    const QList<ReportEntry>& entries() const;
+    Source source() const { return m_source; }
+    // False while a check's result is shown that no file holds yet.
+    bool isSaved() const { return m_source != Source::Check && m_source != Source::Recheck; }
+    // The full path of the report's file; empty when it has none.
     const QString& path() const { return m_path; }
-    // The reports last opened, newest first, as File > Recent lists them.
+    // The file's name, or the name of a check's result.
+    QString name() const;
+    // Who made the report shown and from what, as its header says (for a check's result).
+    const scan::ReportOrigin& origin() const { return m_origin; }
+
+    QMenu* recentMenu() const;
+    QAction* reloadAction() const { return submnuReload; }
+    QAction* saveAsAction() const { return submnuSaveAs; }
     QStringList recentReports() const;
-    // Lists the stored recent reports (their file may have been edited by another run).
     void showRecentReports();
-    // After a report was read and shown: remembers it, watches its file, titles the window.
-    void opened(const QString& file);
-    // After a report made here (a check of the collection) was shown: titled by its name as not saved,
-    // with no file to reload or watch.
-    void shownUnsaved(const QString& name);
+
+    // Reads the report at a path (already free of quotes) and shows it, telling the user of anything
+    // wrong with it; asks first when an unsaved result would go.
+    void open(const QString& file);
+    // Shows a report made here, named, not saved until Save Report As.
+    void showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin,
+                    Source source);
+    // The report's root and kinds with no entries, as before the first report.
+    void clear();
+    // Whether what is shown may be replaced: true when it is saved, or the user saved or discarded it.
+    bool maySetAside();
+    // A logout: an unsaved result is kept beside the settings, and the window closes without a question.
+    void keepForRecovery();
+    // At start: tells of a result kept by keepForRecovery at the last run.
+    void tellOfRecovery();
 
 Q_SIGNALS:
+    // Another report is on screen (the list is empty, nothing of the last one is selected).
+    void shown();
+    // Whether it is saved, or where it came from, changed.
+    void stateChanged();
     void titleChanged(const QString& title);
     // The open report and the activated node, as the address bar shows them.
     void addressChanged(const QString& address);
+    // The window is closing, with the user's consent.
+    void closing();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void submnuReload_Click();
-    void openRecent(const QString& report);
-    void writeRecentReports(const QStringList& reports);
-    void updateRecentMenu(const QStringList& reports);
+    void show(QList<ReportEntry> entries, const QString& creationDate);
+    void setSource(Source source, const QString& path, const QString& name);
+    bool saveAs();
+    void reload();
     void fileChanged(const QString& path);
     void updateTitleAndAddress();
+    void tell(const QString& text);
 
     Window m_window;
+    ReportTreeModel* m_model;
+    Source m_source = Source::None;
     QString m_path;
-    // The name of the report made here that is shown, while it is not saved.
-    QString m_unsavedName;
+    // The file Reload reads: the report's, or for a re-check's result the file it checked again.
+    QString m_reloadFrom;
+    // The name of the report made here that is shown.
+    QString m_resultName;
+    scan::ReportOrigin m_origin;
     // Set when the open report's file changed after it was read, until it is read again.
     bool m_changedOnDisk = false;
+    // Set once the window may close without asking (the desktop is ending the session).
+    bool m_ending = false;
     // Whether what is being dragged over the window is a report, decided when it entered.
     bool m_dragIsReport = false;
     QFileSystemWatcher* m_watcher;
-    QMenu* mnuRecent;
+    RecentReports* m_recent;
     QAction* submnuReload;
+    QAction* submnuSaveAs;
 };
 
 } // namespace zentoria

@@ -10,6 +10,7 @@
 #include "scan/LocalFile.h"
 #include "settings/Preferences.h"
 #include "settings/SettingsStore.h"
+#include "settings/Texts.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/MenuItems.h"
 #include "ui/common/PathQuestion.h"
@@ -39,16 +40,15 @@ QString fileLines(const QStringList& paths) {
         lines += u'\n' + paths.at(i);
     }
     if (paths.size() > kShown) {
-        lines += QStringLiteral("\n… and %1 more").arg(paths.size() - kShown);
+        lines += u'\n' + uiText(txt::AndMore).arg(paths.size() - kShown);
     }
     return lines;
 }
 
 // Says which files are not on this computer.
 QString missingNote(const QStringList& missing) {
-    return (missing.size() == 1
-                ? QStringLiteral("1 file does not exist on this computer:")
-                : QStringLiteral("%1 files do not exist on this computer:").arg(missing.size())) +
+    return (missing.size() == 1 ? uiText(txt::OneFileMissing)
+                                : uiText(txt::FilesMissing).arg(missing.size())) +
            fileLines(missing);
 }
 
@@ -155,16 +155,14 @@ void FileHandOff::submnuSelectMatching_Click() {
     }
     const FileMatcher matcher(dialog.pattern());
     if (matcher.isEmpty()) {
-        m_window.tell(QStringLiteral("Type a part of the files' paths, or a pattern with * and ?, to select "
-                                     "the files that match it."));
+        m_window.tell(uiText(txt::MatchingHint));
         return;
     }
     m_lastPattern = dialog.pattern().trimmed();
     const QItemSelection matching =
         m_window.files.rowsWhere([&matcher](const ReportEntry& file) { return matcher.matches(file.Path); });
     if (matching.isEmpty()) {
-        m_window.tell(QStringLiteral("No file in the list matches \"%1\"; the selection stays as it was.")
-                          .arg(m_lastPattern));
+        m_window.tell(uiText(txt::NoneMatches).arg(m_lastPattern));
         return;
     }
     m_window.files.list()->selectRows(matching);
@@ -173,8 +171,7 @@ void FileHandOff::submnuSelectMatching_Click() {
 void FileHandOff::submnuExport_Click() {
     const QList<const ReportEntry*> files = filesToExport();
     if (files.isEmpty()) {
-        m_window.tell(
-            QStringLiteral("There are no files to export: select some, or a kind of problem in the tree."));
+        m_window.tell(uiText(txt::NothingToExport));
         return;
     }
     const std::optional<PathMappings> mapping = pathMappingFor(files);
@@ -182,7 +179,7 @@ void FileHandOff::submnuExport_Click() {
         return;
     }
     m_window.dialog->Filter = kExportFilter;
-    m_window.dialog->DialogTitle = QStringLiteral("Export");
+    m_window.dialog->DialogTitle = uiText(txt::ExportTitle);
     m_window.dialog->InitDir = QDir::home().filePath(QStringLiteral("problem files.m3u8"));
     m_window.dialog->FilterIndex = 1;
     if (!m_window.dialog->ShowSave(m_window.widget)) {
@@ -207,8 +204,7 @@ void FileHandOff::submnuExport_Click() {
             return;
         }
     }
-    m_window.tell(
-        QStringLiteral("The files could not be exported to \"%1\": %2.").arg(fileName, out.errorString()));
+    m_window.tell(uiText(txt::ExportFailed).arg(fileName, out.errorString()));
 }
 
 void FileHandOff::submnuOpenWith_Click() {
@@ -221,9 +217,7 @@ void FileHandOff::submnuOpenWith_Click() {
         command = findTagEditorCommand();
     }
     if (command.isEmpty()) {
-        m_window.tell(QStringLiteral(
-                          "No tag editor was found. Install one of %1, or name yours in Tools > Preferences.")
-                          .arg(knownTagEditors().join(QStringLiteral(", "))));
+        m_window.tell(uiText(txt::NoTagEditorFound).arg(knownTagEditors().join(QStringLiteral(", "))));
         return;
     }
     const std::optional<PathMappings> mapping = pathMappingFor(files);
@@ -242,20 +236,19 @@ void FileHandOff::submnuOpenWith_Click() {
         (scan::isLocalFile(local) ? existing : missing) << local;
     }
     if (existing.isEmpty()) {
-        m_window.tell(missingNote(missing) + QStringLiteral("\n\nThe tag editor was not started."));
+        m_window.tell(missingNote(missing) + QStringLiteral("\n\n") + uiText(txt::EditorNotStarted));
         return;
     }
     // Said before the editor starts, whose window would cover the message.
     if (!missing.isEmpty()) {
-        m_window.tell(missingNote(missing) + QStringLiteral("\n\nThe tag editor starts with the other %1.")
-                                                 .arg(existing.size() == 1
-                                                          ? QStringLiteral("file")
-                                                          : QStringLiteral("%1 files").arg(existing.size())));
+        m_window.tell(missingNote(missing) + QStringLiteral("\n\n") +
+                      (existing.size() == 1 ? uiText(txt::EditorStartsWithOne)
+                                            : uiText(txt::EditorStartsWithOthers).arg(existing.size())));
     }
     QString error;
     const std::optional<QList<ProgramStart>> starts = tagEditorStarts(command, existing, &error);
     if (!starts) {
-        m_window.tell(QStringLiteral("The tag editor command \"%1\" cannot be run: %2.").arg(command, error));
+        m_window.tell(uiText(txt::EditorCommandUnusable).arg(command, error));
         return;
     }
     for (const ProgramStart& start : *starts) {
@@ -265,7 +258,7 @@ void FileHandOff::submnuOpenWith_Click() {
             arguments << (existing.contains(argument) ? fileNameBytes(argument) : argument.toUtf8());
         }
         if (!startDetached(start.program, arguments)) {
-            m_window.tell(QStringLiteral("The tag editor \"%1\" could not be started.").arg(start.program));
+            m_window.tell(uiText(txt::EditorNotStartable).arg(start.program));
             return;
         }
     }

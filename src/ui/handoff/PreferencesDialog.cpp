@@ -2,9 +2,9 @@
 
 #include "export/PathMapping.h"
 #include "export/TagEditorCommand.h"
-#include "settings/LanguageCatalog.h"
 #include "settings/Preferences.h"
 #include "settings/SettingsStore.h"
+#include "settings/Texts.h"
 #include "ui/common/PathQuestion.h"
 
 #include <QDialogButtonBox>
@@ -23,10 +23,6 @@ namespace zentoria {
 
 namespace {
 
-QString text(const char* key, const QString& english) {
-    return Translate(QStringLiteral("Dialogs"), QLatin1StringView(key), english);
-}
-
 QPushButton* button(QWidget* parent, const char* name, const QString& caption) {
     auto* made = new QPushButton(caption, parent);
     made->setObjectName(QLatin1StringView(name));
@@ -42,19 +38,19 @@ PreferencesDialog::PreferencesDialog(std::function<void(const QString&)> tell, Q
     , txtTagEditor(new QLineEdit(this))
     , lblTagEditorTest(new QLabel(this)) {
     setObjectName(QStringLiteral("frmPreferences"));
-    setWindowTitle(text("PreferencesTitle", QStringLiteral("Preferences")));
+    setWindowTitle(uiText(txt::PreferencesTitle));
 
     tblPathMaps->setObjectName(QStringLiteral("tblPathMaps"));
-    tblPathMaps->setHorizontalHeaderLabels({text("WindowsFolderColumn", QStringLiteral("Windows folder")),
-                                            text("LocalFolderColumn", QStringLiteral("Is here"))});
+    tblPathMaps->setHorizontalHeaderLabels(
+        {uiText(txt::WindowsFolderColumn), uiText(txt::LocalFolderColumn)});
     tblPathMaps->horizontalHeader()->setStretchLastSection(true);
     tblPathMaps->setColumnWidth(0, 200);
-    tblPathMaps->setAccessibleName(text("PathMapsLabel", QStringLiteral("Where the report's folders are")));
+    tblPathMaps->setAccessibleName(uiText(txt::PathMapsLabel));
     for (const PathMapping& mapping : storedPathMappings().list) {
         addMapping(mapping);
     }
-    auto* add = button(this, "cmdAddMapping", text("AddMapping", QStringLiteral("&Add")));
-    auto* remove = button(this, "cmdRemoveMapping", text("RemoveMapping", QStringLiteral("&Remove")));
+    auto* add = button(this, "cmdAddMapping", uiText(txt::AddMapping));
+    auto* remove = button(this, "cmdRemoveMapping", uiText(txt::RemoveMapping));
     connect(add, &QPushButton::clicked, this, [this] {
         addMapping({});
         tblPathMaps->editItem(tblPathMaps->item(tblPathMaps->rowCount() - 1, 0));
@@ -70,9 +66,8 @@ PreferencesDialog::PreferencesDialog(std::function<void(const QString&)> tell, Q
     txtTagEditor->setText(read(settings::TagEditor).trimmed());
     // Empty, the first tag editor found is used: show which.
     const QString found = findTagEditorCommand();
-    txtTagEditor->setPlaceholderText(found.isEmpty() ? text("NoTagEditor", QStringLiteral("none found"))
-                                                     : found);
-    auto* test = button(this, "cmdTestTagEditor", text("TestTagEditor", QStringLiteral("&Test")));
+    txtTagEditor->setPlaceholderText(found.isEmpty() ? uiText(txt::NoTagEditor) : found);
+    auto* test = button(this, "cmdTestTagEditor", uiText(txt::TestTagEditor));
     connect(test, &QPushButton::clicked, this, &PreferencesDialog::testTagEditor);
     lblTagEditorTest->setObjectName(QStringLiteral("lblTagEditorTest"));
     lblTagEditorTest->setTextFormat(Qt::PlainText);
@@ -82,9 +77,9 @@ PreferencesDialog::PreferencesDialog(std::function<void(const QString&)> tell, Q
     editor->addWidget(test);
 
     auto* form = new QFormLayout;
-    form->addRow(text("PathMapsLabel", QStringLiteral("Where the report's folders are")), tblPathMaps);
+    form->addRow(uiText(txt::PathMapsLabel), tblPathMaps);
     form->addRow(QString(), mappingButtons);
-    form->addRow(text("TagEditorLabel", QStringLiteral("&Tag editor:")), editor);
+    form->addRow(uiText(txt::TagEditorLabel), editor);
     form->addRow(QString(), lblTagEditorTest);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &PreferencesDialog::accept);
@@ -108,15 +103,14 @@ void PreferencesDialog::testTagEditor() {
     QString error;
     const auto starts = tagEditorStarts(command, {QStringLiteral("/tmp/a.mp3")}, &error);
     if (command.isEmpty() || !starts || starts->isEmpty()) {
-        lblTagEditorTest->setText(text("TagEditorUnusable", QStringLiteral("This command cannot be run.")));
+        lblTagEditorTest->setText(uiText(txt::TagEditorUnusable));
         return;
     }
     const QString program = starts->first().program;
     const bool here = program.contains(u'/') ? QFileInfo(program).isExecutable()
                                              : !QStandardPaths::findExecutable(program).isEmpty();
-    lblTagEditorTest->setText((here ? text("TagEditorReady", QStringLiteral("%1 is ready."))
-                                    : text("TagEditorMissing", QStringLiteral("%1 is not on this computer.")))
-                                  .arg(program));
+    lblTagEditorTest->setText(
+        (here ? uiText(txt::TagEditorReady) : uiText(txt::TagEditorMissing)).arg(program));
 }
 
 void PreferencesDialog::accept() {

@@ -1,6 +1,6 @@
 #include "SelectMatchingDialog.h"
 
-#include "settings/LanguageCatalog.h"
+#include "settings/Texts.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -12,13 +12,8 @@ namespace zentoria {
 SelectMatchingDialog::SelectMatchingDialog(const QString& lastPattern, QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("frmSelectMatching"));
-    setWindowTitle(Translate(QStringLiteral("Dialogs"), QStringLiteral("SelectMatchingTitle"),
-                             QStringLiteral("Select Matching")));
-    auto* label = new QLabel(
-        Translate(QStringLiteral("Dialogs"), QStringLiteral("SelectMatchingPrompt"),
-                  QStringLiteral("Select the files whose path holds this text, or matches a pattern "
-                                 "with * (any characters) and ? (one character):")),
-        this);
+    setWindowTitle(uiText(txt::SelectMatchingTitle));
+    auto* label = new QLabel(uiText(txt::SelectMatchingPrompt), this);
     label->setWordWrap(true);
     txtPattern = new QLineEdit(lastPattern, this);
     txtPattern->setObjectName(QStringLiteral("txtPattern"));

@@ -1,8 +1,8 @@
 // frmMain: the frame's handlers: resizing, the panel's scroll bar, the captions that move their
 // neighbours, and Tools > WebStyle.
-#include "LayoutGeometry.h"
 #include "StatusBar.h"
 #include "frmMain.h"
+#include "layout/LayoutGeometry.h"
 #include "settings/Conversions.h"
 #include "settings/Preferences.h"
 #include "ui/common/Ampersands.h"
@@ -31,7 +31,7 @@ void frmMain::changeEvent(QEvent* event) {
 
 void frmMain::Form_Resize() {
     ReDrawForm();
-    FitWebPanel(LV);
+    FitWebPanel();
 }
 
 void frmMain::lblAddress_Change() {
@@ -56,11 +56,11 @@ void frmMain::submnuWebStyle_Click() {
     ReDrawForm();
 }
 
-void frmMain::FitWebPanel(FileListView* list) {
+void frmMain::FitWebPanel() {
     if (WebStyle) {
-        vsbBack->fitPanel(pctWeb->contentBottom(), geometryTwips(list).Height);
+        vsbBack->fitPanel(pctWeb->contentBottom(), geometryTwips(LV).Height);
     }
-    list->keepClearOfCover();
+    LV->keepClearOfCover();
 }
 
 } // namespace zentoria

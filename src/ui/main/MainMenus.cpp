@@ -32,7 +32,7 @@ void frmMain::createMenus() {
     mnuFile->addAction(submnuOpen);
     mnuFile->addMenu(m_document->recentMenu());
     mnuFile->addAction(m_document->reloadAction());
-    mnuFile->addAction(m_check->saveAsAction());
+    mnuFile->addAction(m_document->saveAsAction());
     mnuFile->addSeparator();
     mnuFile->addAction(m_check->checkFolderAction());
     mnuFile->addAction(m_handOff->exportAction());

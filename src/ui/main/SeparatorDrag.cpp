@@ -1,6 +1,6 @@
 #include "SeparatorDrag.h"
 
-#include "LayoutGeometry.h"
+#include "layout/LayoutGeometry.h"
 #include "settings/Globals.h"
 #include "ui/common/PictureBox.h"
 #include "ui/common/Twips.h"

@@ -1,7 +1,7 @@
 // frmMain: the layout pass that places every pane of the window.
-#include "LayoutGeometry.h"
 #include "StatusBar.h"
 #include "frmMain.h"
+#include "layout/LayoutGeometry.h"
 #include "settings/Globals.h"
 #include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"

@@ -4,7 +4,7 @@
 #include "MenuDecorator.h"
 #include "SeparatorDrag.h"
 #include "StatusBar.h"
-#include "settings/LanguageCatalog.h"
+#include "settings/Texts.h"
 #include "shell/FileTypeIcons.h"
 #include "shell/ListScrollHook.h"
 #include "ui/check/CheckProgress.h"
@@ -36,6 +36,16 @@ namespace {
 constexpr double kClientWidth = 11880;
 constexpr double kClientHeight = 7590;
 
+// Closed folder normally, open folder while selected.
+QIcon folderIcon(const ImageList& images) {
+    QIcon icon;
+    for (const QSize& size : {QSize(16, 16), QSize(32, 32)}) {
+        icon.addPixmap(images.icon(QStringLiteral("closed")).pixmap(size), QIcon::Normal);
+        icon.addPixmap(images.icon(QStringLiteral("open")).pixmap(size), QIcon::Selected);
+    }
+    return icon;
+}
+
 } // namespace
 
 frmMain::frmMain(QWidget* parent)
@@ -43,10 +53,9 @@ frmMain::frmMain(QWidget* parent)
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Melvadex's Zentoria"));
     setWindowIcon(programIcon());
+    // The open report comes first: the tree and the list show its model.
+    m_document = new ReportDocument(this);
     createControls();
-    const auto tell = [this](const QString& text) { m_messages.show(this, text); };
-    // A report the user opens another way than File > Open: from File > Recent, a reload or a drop.
-    const auto open = [this](QString file) { OpenFile(file); };
     // As a click on the node would, with no expansion or collapse pending to swallow it.
     const auto activate = [this](int position) {
         CollapsePending = false;
@@ -54,17 +63,18 @@ frmMain::frmMain(QWidget* parent)
         TV->setCurrentIndex(TV->indexOf(position));
         ItemClick(TV);
     };
-    m_document = new ReportDocument({this, ListedFiles(TV, LV), open, activate, tell}, this);
+    m_document->attach({this, LV, CMDlg, &m_messages, activate});
+    connect(m_document, &ReportDocument::shown, this, &frmMain::reportShown);
     connect(m_document, &ReportDocument::titleChanged, this, &QWidget::setWindowTitle);
     connect(m_document, &ReportDocument::addressChanged, WEPath, &CaptionLabel::setCaption);
+    const auto tell = [this](const QString& text) { m_messages.show(this, text); };
     const auto tellInDetail = [this](const QString& text, const QString& details) {
         m_messages.show(this, text, details);
     };
     const auto ask = [this](const QString& text) { return m_messages.ask(this, text); };
-    const ServedWindow served{this, ListedFiles(TV, LV), CMDlg, tell, tellInDetail, ask};
+    const ServedWindow served{this, ListedFiles(&m_document->nodes(), LV), CMDlg, tell, tellInDetail, ask};
     m_handOff = new FileHandOff(served, this);
-    const auto show = [this](QList<ReportEntry> entries) { ShowEntries(std::move(entries)); };
-    m_check = new CollectionCheck({served, m_document, show, m_handOff->preferencesAction()}, this);
+    m_check = new CollectionCheck({served, m_document, m_handOff->preferencesAction()}, this);
     SB->setWorkWidget(m_check->progressWidget());
     createMenus();
     updateMinimumSize(readLayoutInput());
@@ -78,8 +88,7 @@ frmMain::~frmMain() {
 }
 
 void frmMain::createControls() {
-    m_report = new ReportTreeModel(this);
-
+    ReportTreeModel* report = m_document->model();
     m_client = named(new QWidget(this), "client");
     m_client->setAccessibleName(QStringLiteral("Melvadex's Zentoria"));
     setCentralWidget(m_client);
@@ -94,7 +103,7 @@ void frmMain::createControls() {
     vsbBack->hide();
 
     pctWeb = new WebPanel(pctBorders);
-    connect(pctWeb, &WebPanel::contentHeightChanged, this, [this] { FitWebPanel(LV); });
+    connect(pctWeb, &WebPanel::contentHeightChanged, this, [this] { FitWebPanel(); });
     connect(pctWeb, &WebPanel::itemsReset, this, [this](bool visible) {
         if (!visible) {
             vsbBack->hide();
@@ -102,14 +111,14 @@ void frmMain::createControls() {
         ReDrawForm();
     });
 
-    LV = named(new FileListView(m_report->nodes(), pctBorders), "LV");
+    LV = named(new FileListView(report->nodes(), pctBorders), "LV");
     setGeometryTwips(LV, 3000, 0, 1935, 2685);
     pctWeb->describe(LV);
     vsbBack->attach(pctWeb, LV);
     LV->setAccessibleName(QStringLiteral("Files"));
     LV->setAccessibleDescription(QStringLiteral("The files with the activated kind of problem."));
     // The list's items name positions in the tree; a rebuilt tree has other nodes at them.
-    connect(m_report, &QAbstractItemModel::modelAboutToBeReset, LV->listModel(), &FileListModel::clear);
+    connect(report, &QAbstractItemModel::modelAboutToBeReset, LV->listModel(), &FileListModel::clear);
     connect(LV, &QAbstractItemView::clicked, this, &frmMain::LV_ItemClick);
     connect(LV, &FileListView::clickedAnywhere, this, &frmMain::LV_ItemClick);
     connect(LV, &QAbstractItemView::doubleClicked, this, [this] { ItemClick(LV); });
@@ -175,7 +184,7 @@ void frmMain::createControls() {
     new SeparatorDrag(Separator, m_client, [this] { ReDrawForm(); });
 
     TV = named(new ReportTree(m_client), "TV");
-    TV->setReportModel(m_report);
+    TV->setReportModel(report);
     setGeometryTwips(TV, 0, 1080, 4215, 5775);
     TV->setAccessibleName(QStringLiteral("Problem kinds"));
     TV->setAccessibleDescription(
@@ -196,6 +205,7 @@ void frmMain::createControls() {
 
     Mns = named(new ImageList(this), "Mns");
     fillDesignImages(*ImgDirTree, *Mns);
+    report->setFolderIcon(folderIcon(*ImgDirTree));
 }
 
 void frmMain::Form_Load() {
@@ -208,8 +218,7 @@ void frmMain::Form_Load() {
     SetMenuIcon(QStringLiteral("submnuOpen"), QStringLiteral("MP3"));
     SetMenuIcon(QStringLiteral("submnuShowHelp"), QStringLiteral("Help"));
     SetMenuIcon(QStringLiteral("submnuExit"), QStringLiteral("Exit"));
-    lblAddress->setCaption(Translate(QStringLiteral("ControlsCaptions"), QStringLiteral("AddressBar"),
-                                     QStringLiteral("Address")));
+    lblAddress->setCaption(uiText(txt::AddressBar));
     // Scrolling the list keeps the panel and its scroll bar above it.
     HookWindow(LV, [this] { RestorePanelOrder(); });
     // Before any report: the stored look checked in the menu and no address.
@@ -219,10 +228,6 @@ void frmMain::Form_Load() {
 
 void frmMain::RestorePanelOrder() {
     zentoria::RestorePanelOrder(LV, pctWeb, vsbBack);
-}
-
-void frmMain::LoadOtherImages(bool Others) {
-    pctWeb->LoadOtherImages(Others);
 }
 
 TwipsSize frmMain::designExtent() const {

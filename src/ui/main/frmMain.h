@@ -1,8 +1,9 @@
 #pragma once
 
-#include "LayoutGeometry.h"
+#include "layout/LayoutGeometry.h"
 #include "report/ReportEntry.h"
 #include "ui/common/MessageBoxes.h"
+#include "ui/common/Twips.h"
 
 #include <QMainWindow>
 
@@ -23,7 +24,6 @@ class PanelScrollBar;
 class PictureBox;
 class ReportDocument;
 class ReportTree;
-class ReportTreeModel;
 class StatusBar;
 class WebPanel;
 
@@ -49,7 +49,7 @@ public:
     void OpenFile(QString& File);
 
     // Rebuilds the report tree with its root and kind nodes only.
-    void LoadTreeView(const QString& Key = {});
+    void LoadTreeView();
     // Adds one report entry to the tree under its kind.
     void AddEntryNode(ReportEntry entry);
 
@@ -60,10 +60,8 @@ public:
     // Places every pane for the window's size, the tree width and the web style, then saves the result
     // as the last safe configuration. Nothing happens while the window is minimized.
     void ReDrawForm();
-    // Sizes the web-style panel to its content and sets up its scroll bar against the list.
-    void FitWebPanel(FileListView* list);
-    // Puts copies of the panel's icon behind it, so the three look like a stack.
-    void LoadOtherImages(bool Others);
+    // Sizes the web-style panel to its content and sets up its scroll bar against the file list.
+    void FitWebPanel();
     // Stacks the right pane's children bottom to top: the list, the panel over it (it covers the
     // list's left edge), the panel's scroll bar over both.
     void RestorePanelOrder();
@@ -75,6 +73,8 @@ public:
     // The images of the tree and the list, the file types' icons among them.
     ImageList& images() { return *ImgDirTree; }
     WebPanel* webPanel() const { return pctWeb; }
+    // The open report: what is shown, where it came from, whether it is saved.
+    ReportDocument& document() const { return *m_document; }
 
 Q_SIGNALS:
     // Help > Contents: whoever owns the help viewer shows the manual.
@@ -86,9 +86,8 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    // OpenFile's second half, which a check of the collection shares: the tree rebuilt with the
-    // entries, the list and the panel emptied.
-    void ShowEntries(QList<ReportEntry> entries);
+    // Another report is on screen: its root open, the panel emptied.
+    void reportShown();
     void createControls();
     void createMenus();
     void SetMenuIcon(const QString& menuName, const QString& imageKey);
@@ -110,8 +109,6 @@ private:
     // Re-entry guard of the address's caption handler, which writes its own caption back.
     bool m_pathChanging = false;
     MessageBoxes m_messages;
-    // The open report's nodes: the tree shows them, the list shows the activated node's children.
-    ReportTreeModel* m_report = nullptr;
     ReportDocument* m_document = nullptr;
     FileHandOff* m_handOff = nullptr;
     CollectionCheck* m_check = nullptr;

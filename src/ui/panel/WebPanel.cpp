@@ -1,7 +1,7 @@
 #include "WebPanel.h"
 
 #include "report/ProblemKind.h"
-#include "settings/LanguageCatalog.h"
+#include "settings/Texts.h"
 #include "shell/FileTypeIcons.h"
 #include "ui/common/Ampersands.h"
 #include "ui/common/CaptionLabel.h"
@@ -309,10 +309,8 @@ void WebPanel::ShowSelectionInfo() {
     // Files of different kinds: the count line names the kind of the last one.
     const QString noun = ProblemKindText(cell(m_list, rows.last(), 0, kKeyRole)).toLower();
     WebToolTip->hide();
-    WebItemType->setCaption(
-        QString::number(rows.size()) + u' ' + doubleAmpersands(noun) +
-        Translate(QStringLiteral("Status"), QStringLiteral("PluralSelected"), QStringLiteral("s selected.")) +
-        QStringLiteral("\r\r") + names);
+    WebItemType->setCaption(QString::number(rows.size()) + u' ' + doubleAmpersands(noun) +
+                            uiText(txt::PluralSelected) + QStringLiteral("\r\r") + names);
     // The details name each file's second column; a list without one has nothing to add, not a blank
     // line per file.
     QString details;

@@ -2,7 +2,7 @@
 
 #include "SplashPicture.h"
 #include "Version.h"
-#include "settings/LanguageCatalog.h"
+#include "settings/Texts.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/DesignFont.h"
 #include "ui/common/ImageList.h"
@@ -92,19 +92,16 @@ void frmSplash::createControls() {
 }
 
 void frmSplash::Form_Load() {
-    const auto text = [](const char* section, const char* key, const char* english) {
-        return Translate(QLatin1StringView(section), QLatin1StringView(key), QLatin1StringView(english));
-    };
-    lblProgrammed->setCaption(text("Splash", "ProgrammedBy", "Programmed By:"));
-    lblMail->setCaption(text("Splash", "Email", "E-mail:"));
-    lblICQ->setCaption(text("Splash", "ICQ", "ICQ:"));
-    cmdHistory->setText(text("Splash", "HistoryButton", "&History"));
-    cmdOk->setText(text("Splash", "OkButton", "&Ok"));
-    const QString translatedBy = text("TranslationInfo", "TranslatedBy", "");
+    lblProgrammed->setCaption(uiText(txt::ProgrammedBy));
+    lblMail->setCaption(uiText(txt::Email));
+    lblICQ->setCaption(uiText(txt::ICQ));
+    cmdHistory->setText(uiText(txt::HistoryButton));
+    cmdOk->setText(uiText(txt::OkButton));
+    const QString translatedBy = uiText(txt::TranslatedBy);
     frmTranslation->setVisible(!translatedBy.isEmpty());
     lblTranslatedBy->setCaption(translatedBy);
-    frmTranslation->setTitle(text("TranslationInfo", "Title", ""));
-    lblTranslator->setCaption(text("TranslationInfo", "Translator", ""));
+    frmTranslation->setTitle(uiText(txt::Title));
+    lblTranslator->setCaption(uiText(txt::Translator));
 }
 
 void frmSplash::ShowSplash(bool Caller) {
@@ -158,8 +155,8 @@ void frmSplash::closeEvent(QCloseEvent* event) {
 }
 
 void frmSplash::showMainWindow() {
-    m_main->webPanel()->showIcon(m_main->images().icon(QStringLiteral("MP3")));
-    m_main->webPanel()->setTitle(QStringLiteral("Zentoria"));
+    // The panel's icon and title are already the program's: every report shown, the empty one of
+    // start-up included, resets them.
     showAtSavedPlacement(m_main);
     m_main->ReDrawForm();
 }

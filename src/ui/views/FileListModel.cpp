@@ -1,7 +1,7 @@
 #include "FileListModel.h"
 
-#include "NodeCollection.h"
 #include "report/CaseInsensitiveOrder.h"
+#include "report/NodeCollection.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,17 +1,13 @@
 #include "ListedFiles.h"
 
 #include "FileListView.h"
-#include "ReportTree.h"
+#include "report/NodeCollection.h"
 
 #include <QItemSelectionModel>
 
 #include <algorithm>
 
 namespace zentoria {
-
-const NodeCollection& ListedFiles::nodes() const {
-    return m_tree->nodes();
-}
 
 QList<const ReportEntry*> ListedFiles::selected() const {
     const FileListModel* model = m_list->listModel();

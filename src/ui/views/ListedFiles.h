@@ -11,17 +11,16 @@ namespace zentoria {
 
 class FileListView;
 class NodeCollection;
-class ReportTree;
 
 // The files of the open report as the list shows them, for what acts on them beyond the window's own
 // handlers: the selected files, every file of the activated node, and the activated node itself.
 class ListedFiles {
 public:
-    ListedFiles(const ReportTree* tree, FileListView* list)
-        : m_tree(tree)
+    ListedFiles(const NodeCollection* nodes, FileListView* list)
+        : m_nodes(nodes)
         , m_list(list) {}
 
-    const NodeCollection& nodes() const;
+    const NodeCollection& nodes() const { return *m_nodes; }
     FileListView* list() const { return m_list; }
 
     // The selected files (kind nodes left out), in the list's order.
@@ -37,7 +36,7 @@ public:
     QItemSelection rowsWhere(const std::function<bool(const ReportEntry&)>& test) const;
 
 private:
-    const ReportTree* m_tree;
+    const NodeCollection* m_nodes;
     FileListView* m_list;
 };
 

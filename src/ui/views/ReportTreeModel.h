@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NodeCollection.h"
+#include "report/NodeCollection.h"
 
 #include <QAbstractItemModel>
 #include <QIcon>

@@ -1,0 +1,42 @@
+#include "RecoveryFile.h"
+
+#include "scan/ReportWriter.h"
+#include "settings/SettingsStore.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace zentoria {
+
+namespace {
+
+QString recoveryPath() {
+    return QFileInfo(settingsFilePath(thisProgram()))
+        .absoluteDir()
+        .filePath(QStringLiteral("zentoria-unsaved.vzt"));
+}
+
+} // namespace
+
+bool keepForRecovery(const QByteArray& report) {
+    QDir().mkpath(QFileInfo(recoveryPath()).absolutePath());
+    return scan::saveReport(recoveryPath(), report, nullptr);
+}
+
+QString takeRecoveredReport() {
+    const QFileInfo kept(recoveryPath());
+    if (!kept.isFile()) {
+        return {};
+    }
+    const QString stamp = kept.lastModified().toString(QStringLiteral("yyyy-MM-dd HH.mm"));
+    QString target = kept.absoluteDir().filePath(QStringLiteral("Recovered check %1.vzt").arg(stamp));
+    for (int number = 2; QFileInfo::exists(target); ++number) {
+        target =
+            kept.absoluteDir().filePath(QStringLiteral("Recovered check %1 (%2).vzt").arg(stamp).arg(number));
+    }
+    return QFile::rename(kept.absoluteFilePath(), target) ? target : kept.absoluteFilePath();
+}
+
+} // namespace zentoria

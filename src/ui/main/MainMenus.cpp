@@ -66,8 +66,8 @@ void frmMain::createMenus() {
     connect(submnuWebStyle, &QAction::triggered, this, &frmMain::submnuWebStyle_Click);
 }
 
-void frmMain::SetMenuIcon(const QString& menuName, const QString& imageKey) {
-    mMenu->setItemImage(menuName, Mns->indexOf(imageKey) - 1);
+void frmMain::SetMenuIcon(QAction* menuItem, const QString& imageKey) {
+    mMenu->setItemImage(menuItem, Mns->indexOf(imageKey) - 1);
 }
 
 } // namespace zentoria

@@ -214,10 +214,9 @@ void frmMain::Form_Load() {
     translateMenuItems(menuBar());
 
     mMenu->setImageList(Mns);
-    mMenu->attach(menuBar());
-    SetMenuIcon(QStringLiteral("submnuOpen"), QStringLiteral("MP3"));
-    SetMenuIcon(QStringLiteral("submnuShowHelp"), QStringLiteral("Help"));
-    SetMenuIcon(QStringLiteral("submnuExit"), QStringLiteral("Exit"));
+    SetMenuIcon(submnuOpen, QStringLiteral("MP3"));
+    SetMenuIcon(submnuShowHelp, QStringLiteral("Help"));
+    SetMenuIcon(submnuExit, QStringLiteral("Exit"));
     lblAddress->setCaption(uiText(txt::AddressBar));
     // Scrolling the list keeps the panel and its scroll bar above it.
     HookWindow(LV, [this] { RestorePanelOrder(); });

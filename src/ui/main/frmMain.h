@@ -90,7 +90,7 @@ private:
     void reportShown();
     void createControls();
     void createMenus();
-    void SetMenuIcon(const QString& menuName, const QString& imageKey);
+    void SetMenuIcon(QAction* menuItem, const QString& imageKey);
 
     void submnuOpen_Click();
     void submnuExit_Click();

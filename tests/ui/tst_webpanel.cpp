@@ -212,6 +212,30 @@ private Q_SLOTS:
         const QPoint headerStart =
             p.list->header()->mapTo(borders, QPoint(2, p.list->header()->height() / 2));
         QVERIFY(p.list->header()->isAncestorOf(borders->childAt(headerStart)));
+
+        // Keys on the panel's scroll bar scroll the panel; the focus and the selection stay.
+        p.scroll->setValue(0);
+        p.scroll->setFocus();
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageDown}) {
+            const int before = p.scroll->value();
+            QTest::keyClick(p.scroll, key);
+            QVERIFY(p.scroll->value() > before);
+            QVERIFY(p.scroll->hasFocus());
+            QCOMPARE(p.list->selectionModel()->selectedRows().size(), 16383);
+        }
+        // A change made with the mouse gives the keyboard back to the list.
+        QTest::mouseClick(p.scroll, Qt::LeftButton, {},
+                          QPoint(p.scroll->width() / 2, p.scroll->height() - 30));
+        QTRY_VERIFY(p.list->hasFocus());
+
+        // Without the panel nothing of it stays over the list: its first character is the list's.
+        p.trigger("submnuWebStyle");
+        QVERIFY(!p.scroll->isVisible());
+        const QPoint firstNow = p.list->viewport()->mapTo(
+            borders, p.list->visualRect(rowIndex(p.list, 0)).topLeft() + QPoint(2, 4));
+        QCOMPARE(borders->childAt(firstNow), p.list->viewport());
+        p.trigger("submnuWebStyle");
+        QVERIFY(p.scroll->isVisible());
     }
 
     void followsTheSelectionWhateverChangesIt() {
@@ -229,13 +253,19 @@ private Q_SLOTS:
         p.clickRow(1, Qt::ControlModifier);
         p.settle();
         QCOMPARE(p.name->caption() + p.kind->caption(), QString());
-        // Another kind refills the list with nothing selected: the panel is empty of items.
-        p.clickRow(0);
-        p.clickRow(3, Qt::ShiftModifier);
-        p.activate("ID3v2");
-        p.settle();
-        for (CaptionLabel* label : {p.name, p.kind, p.info}) {
-            QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
+        // Another kind refills the list with nothing selected: the panel is empty of items, after one
+        // file selected as after several.
+        for (const int last : {3, 0}) {
+            p.activate(last ? "ID3v1" : "ID3v2");
+            p.clickRow(0);
+            p.clickRow(last, Qt::ShiftModifier);
+            p.settle();
+            QVERIFY(!p.name->caption().isEmpty() || !p.kind->caption().isEmpty());
+            p.activate(last ? "ID3v2" : "ID3v1");
+            p.settle();
+            for (CaptionLabel* label : {p.name, p.kind, p.info}) {
+                QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName() + label->caption()));
+            }
         }
         // Another report: the program's name as title, and nothing of the earlier one.
         p.clickRow(0);

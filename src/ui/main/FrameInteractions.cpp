@@ -54,6 +54,8 @@ void frmMain::submnuWebStyle_Click() {
     WebStyle = submnuWebStyle->isChecked();
     write(settings::WebStyle, fromBoolean(WebStyle));
     ReDrawForm();
+    // The panel back: its scroll bar again where its content needs one.
+    FitWebPanel();
 }
 
 void frmMain::FitWebPanel() {

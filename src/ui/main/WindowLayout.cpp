@@ -109,6 +109,10 @@ void frmMain::ReDrawForm() {
         [&] { return place(LV, out.List); },
         [&] {
             pctWeb->setVisible(out.PanelVisible);
+            // Nothing of a hidden panel stays: its scroll bar would stand over the list's text.
+            if (!out.PanelVisible) {
+                vsbBack->hide();
+            }
             return StepResult::Done;
         },
         [&] {

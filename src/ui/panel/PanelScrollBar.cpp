@@ -82,7 +82,15 @@ void PanelScrollBar::vsbBack_Change() {
         return;
     }
     setTopTwips(m_panel, -value() * m_unit);
-    m_list->setFocus();
+    if (!m_byKey) {
+        m_list->setFocus();
+    }
+}
+
+void PanelScrollBar::keyPressEvent(QKeyEvent* event) {
+    m_byKey = true;
+    QScrollBar::keyPressEvent(event);
+    m_byKey = false;
 }
 
 void PanelScrollBar::focusInEvent(QFocusEvent* event) {

@@ -7,7 +7,8 @@ class QFocusFrame;
 namespace zentoria {
 
 // The web-style panel's scroll bar: it slides the panel up inside the right pane by its position,
-// while the thumb is dragged and when its value changes, and then gives the keyboard back to the list.
+// while the thumb is dragged and when its value changes, and after a change made with the mouse gives
+// the keyboard back to the list; keys on it scroll the panel and leave the focus and the list alone.
 // A panel taller than the 32767 steps a scroll bar has is scrolled in coarser steps, to its very end.
 // The style draws no focus mark on a scroll bar, so a focus frame rings it while it has the focus.
 class PanelScrollBar : public QScrollBar {
@@ -28,6 +29,7 @@ public:
 protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void vsbBack_Scroll();
@@ -36,6 +38,8 @@ private:
     QWidget* m_panel = nullptr;
     QWidget* m_list = nullptr;
     QFocusFrame* m_focusFrame;
+    // Set while a key press is handled: the change it makes keeps the focus here.
+    bool m_byKey = false;
     // Twips the panel moves for each step.
     double m_unit = 1;
 };

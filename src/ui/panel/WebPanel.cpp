@@ -287,8 +287,9 @@ void WebPanel::ShowSelectionInfo() {
     }
     const QList<int> rows = selectedRows(m_list);
     if (rows.isEmpty()) {
-        // Nothing selected: nothing of an earlier selection stays either.
+        // Nothing selected: nothing of an earlier selection stays either, one file's name included.
         lblInfo->setCaption({});
+        WebItemName->setCaption({});
         WebItemType->setCaption({});
         stackItems();
         Q_EMIT contentHeightChanged();

@@ -45,7 +45,8 @@ void FileListView::LV_ColumnClick(int column) {
 
 void FileListView::setSingleColumn(const QString& key, const QString& caption, int width) {
     m_model->setSingleColumn(key, caption);
-    setColumnWidth(0, width);
+    m_columnWidth = width;
+    setColumnWidth(0, qMax(width, viewport()->width()));
     setHeaderHidden(false);
     showSortIndicator();
 }
@@ -97,10 +98,23 @@ void FileListView::updateGeometries() {
     setViewportMargins(m_covered, headerHeight, 0, 0);
     const QRect rows = viewport()->geometry();
     header()->setGeometry(rows.left(), rows.top() - headerHeight, rows.width(), headerHeight);
+    // The file names get the room there is: the one column fills the rows' area when that is wider.
+    if (m_columnWidth > 0 && header()->count() == 1) {
+        setColumnWidth(0, qMax(m_columnWidth, rows.width()));
+    }
     // The rows' area is narrower by the covered part: the end of a long path stays within reach.
     horizontalScrollBar()->setRange(0, qMax(0, header()->length() - rows.width()));
     horizontalScrollBar()->setPageStep(rows.width());
     m_placing = false;
+}
+
+void FileListView::scrollContentsBy(int dx, int dy) {
+    QTreeView::scrollContentsBy(dx, dy);
+    // A sideways scroll paints the rows anew: moving the drawn pixels leaves fragments of the
+    // middle-elided names behind.
+    if (dx != 0) {
+        viewport()->update();
+    }
 }
 
 void FileListView::selectRows(const QItemSelection& rows) {

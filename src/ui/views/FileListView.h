@@ -20,8 +20,8 @@ public:
 
     FileListModel* listModel() const { return m_model; }
 
-    // Replaces every column by one column with a key, a caption and a width in pixels, and shows the
-    // header.
+    // Replaces every column by one column with a key, a caption and a least width in pixels (wider
+    // when the list is), and shows the header.
     void setSingleColumn(const QString& key, const QString& caption, int width);
     QString columnKey(int column) const;
 
@@ -46,6 +46,7 @@ Q_SIGNALS:
 
 protected:
     void updateGeometries() override;
+    void scrollContentsBy(int dx, int dy) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -56,6 +57,8 @@ private:
     void showSortIndicator();
 
     FileListModel* m_model;
+    // The one column's design width: it is never narrower, and fills a wider list.
+    int m_columnWidth = 0;
     // Pixels at the left the siblings over the list cover.
     int m_covered = 0;
     bool m_placing = false;

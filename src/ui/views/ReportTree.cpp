@@ -75,6 +75,11 @@ void ReportTree::scrollContentsBy(int dx, int dy) {
     if (dy != 0) {
         fitColumn(true);
     }
+    // A sideways scroll paints the rows anew: moving the drawn pixels left fragments of elided and
+    // tooltip-drawn text behind.
+    if (dx != 0) {
+        viewport()->update();
+    }
 }
 
 void ReportTree::fitColumn(bool growOnly) {

@@ -5,6 +5,7 @@
 #include "settings/Globals.h"
 #include "settings/LanguageCatalog.h"
 #include "settings/Preferences.h"
+#include "settings/Texts.h"
 #include "shell/FileAssociation.h"
 #include "shell/FileTypeIcons.h"
 #include "ui/common/ImageList.h"
@@ -14,9 +15,11 @@
 #include "ui/splash/frmSplash.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QPointer>
 #include <QTextBrowser>
 #include <QTimer>
+#include <QTranslator>
 
 namespace zentoria {
 
@@ -37,6 +40,22 @@ void AddFileTypeIcon(frmMain& window, const QString& extension) {
     window.images().add(fileTypeIconKey(extension), fileTypeIcon(extension));
 }
 
+// Qt's own texts (the Cancel buttons, the file and folder dialogs) in the language file's language,
+// from the translations Debian ships with Qt; English where there are none.
+void loadQtTranslations(const QString& locale) {
+    // One language at a time, also when the program is started again in one process.
+    static QPointer<QTranslator> loaded;
+    delete loaded;
+    if (locale.isEmpty()) {
+        return;
+    }
+    loaded = new QTranslator(qApp);
+    if (loaded->load(QStringLiteral("qtbase_") + locale,
+                     QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(loaded);
+    }
+}
+
 void processPendingEvents() {
     QCoreApplication::processEvents();
 }
@@ -48,6 +67,7 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
     shared.HelpFile = GetAppPath() + QStringLiteral("/Brantwell.hlp");
     registerReportType();
     shared.LanguageFile = languageFileFor(read(settings::Language));
+    loadQtTranslations(uiText(txt::Locale));
     shared.InitialTVWidth = readInt32(settings::InitialTVWidth);
 
     auto main = std::make_unique<frmMain>();

@@ -13,11 +13,13 @@
 
 #include <QAbstractScrollArea>
 #include <QAction>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBrowser>
@@ -206,6 +208,10 @@ private Q_SLOTS:
         shown << window->findChild<CaptionLabel*>("lblAddress")->caption();
         QCOMPARE(shown, captions);
         QCOMPARE(window->findChild<QMenu*>("mnuFile")->title(), captions.first());
+        // Qt's own buttons speak the language file's language too.
+        const QDialogButtonBox buttons(QDialogButtonBox::Cancel);
+        QCOMPARE(buttons.button(QDialogButtonBox::Cancel)->text(),
+                 languageFile.endsWith("Deutsch.ini") ? "Abbrechen" : "Cancel");
     }
 
     void closingKeepsTheWindow_data() {

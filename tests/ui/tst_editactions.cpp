@@ -335,6 +335,13 @@ private Q_SLOTS:
                     table->item(table->rowCount() - 1, 1)->setText(local);
                 }
                 auto* editor = dialog->findChild<QLineEdit*>("txtTagEditor");
+                // Its label gives it an access key and a name a screen reader says.
+                QCOMPARE(editor->accessibleName(), "Tag editor");
+                bool labelled = false;
+                for (const QLabel* label : dialog->findChildren<QLabel*>()) {
+                    labelled = labelled || (label->buddy() == editor && label->text() == "&Tag editor:");
+                }
+                QVERIFY(labelled);
                 editor->setText("zentoria-no-editor %F");
                 dialog->findChild<QPushButton*>("cmdTestTagEditor")->click();
                 *shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();

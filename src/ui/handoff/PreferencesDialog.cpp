@@ -79,7 +79,12 @@ PreferencesDialog::PreferencesDialog(std::function<void(const QString&)> tell, Q
     auto* form = new QFormLayout;
     form->addRow(uiText(txt::PathMapsLabel), tblPathMaps);
     form->addRow(QString(), mappingButtons);
-    form->addRow(uiText(txt::TagEditorLabel), editor);
+    // A row whose field is a layout gets no buddy of its own: without one the "&" would show, and a
+    // screen reader would hear no name for the field.
+    auto* tagEditorLabel = new QLabel(uiText(txt::TagEditorLabel), this);
+    tagEditorLabel->setBuddy(txtTagEditor);
+    txtTagEditor->setAccessibleName(QString(uiText(txt::TagEditorLabel)).remove(u'&').remove(u':'));
+    form->addRow(tagEditorLabel, editor);
     form->addRow(QString(), lblTagEditorTest);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &PreferencesDialog::accept);

@@ -132,8 +132,9 @@ void frmMain::createControls() {
 
     SB = named(new StatusBar(m_client), "SB");
     setGeometryTwips(SB, 0, 7335, 11880, 255);
-    SB->addPanel(QStringLiteral("Playing"), 1440)->setAccessibleName(QStringLiteral("Playing"));
-    SB->addPanel(QStringLiteral("PlayingStatus"), 1440)->setAccessibleName(QStringLiteral("Playing status"));
+    // Panels that stay empty say nothing to a screen reader.
+    SB->addPanel(QStringLiteral("Playing"), 1440);
+    SB->addPanel(QStringLiteral("PlayingStatus"), 1440);
     SB->addPanel(QStringLiteral("Blank"), 1440)->setAccessibleName(QStringLiteral("Status"));
     SB->addPanel(QStringLiteral("About"), 1440, QStringLiteral("By Orsolt"))
         ->setToolTip(QStringLiteral("By Orsolt"));

@@ -127,18 +127,17 @@ private Q_SLOTS:
                                     : qstrcmp(command, "check") == 0 ? "Corrupted: 0 files"
                                                                      : "";
             // diff compares a good report with the bad one.
-            const auto arguments = [command](const QString& report) {
-                return qstrcmp(command, "diff") == 0 ? QStringList{command, dataFile("mixed.vzt"), report}
-                                                     : QStringList{command, report};
-            };
+            const QStringList before = qstrcmp(command, "diff") == 0
+                                           ? QStringList{command, dataFile("mixed.vzt")}
+                                           : QStringList{command};
             QTest::addRow("%s, an empty file", command)
-                << arguments(empty) << 1 << started
+                << before + QStringList{empty} << 1 << started
                 << "zentoria-report: " + empty + ": the file is empty, not a Melvadex report\n";
             QTest::addRow("%s, no banner", command)
-                << arguments(corrupted) << 1 << started
+                << before + QStringList{corrupted} << 1 << started
                 << "zentoria-report: " + corrupted + ": not a Melvadex report\n";
             QTest::addRow("%s, unreadable", command)
-                << arguments(missing) << 2 << ""
+                << before + QStringList{missing} << 2 << ""
                 << "zentoria-report: cannot open \"" + missing + "\": No such file or directory\n";
         }
         addRow("option after the report", QStringList{"list", dataFile("mixed.vzt"), "--verbose"}, 2, "",

@@ -337,11 +337,10 @@ private Q_SLOTS:
                 auto* editor = dialog->findChild<QLineEdit*>("txtTagEditor");
                 // Its label gives it an access key and a name a screen reader says.
                 QCOMPARE(editor->accessibleName(), "Tag editor");
-                bool labelled = false;
-                for (const QLabel* label : dialog->findChildren<QLabel*>()) {
-                    labelled = labelled || (label->buddy() == editor && label->text() == "&Tag editor:");
-                }
-                QVERIFY(labelled);
+                const QList<QLabel*> labels = dialog->findChildren<QLabel*>();
+                QVERIFY(std::any_of(labels.begin(), labels.end(), [editor](const QLabel* label) {
+                    return label->buddy() == editor && label->text() == "&Tag editor:";
+                }));
                 editor->setText("zentoria-no-editor %F");
                 dialog->findChild<QPushButton*>("cmdTestTagEditor")->click();
                 *shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();

@@ -230,22 +230,18 @@ private Q_SLOTS:
     }
 
     // The file names get the room there is: at least the design's 6500 twips, and the list's width.
-    void columnFillsTheList_data() {
-        QTest::addColumn<double>("width");
-        addRow("design size", 12000.0);
-        addRow("wide", 19050.0);
-    }
     void columnFillsTheList() {
-        QFETCH(double, width);
         Frame f;
         f.open(dataFile("longpaths.vzt"));
-        f.resizeTwips(width, 7350);
-        f.activate("ID3v1");
-        QTRY_COMPARE(f.list->columnWidth(0),
-                     qMax(twipsToPixels(6500, logicalDpi(f.list)), f.list->viewport()->width()));
-        // No scroll bar where the column fits.
-        QTRY_COMPARE(f.list->horizontalScrollBar()->maximum() > 0,
-                     f.list->columnWidth(0) > f.list->viewport()->width());
+        for (const double width : {12000.0, 19050.0}) {
+            f.resizeTwips(width, 7350);
+            f.activate("ID3v1");
+            QTRY_COMPARE(f.list->columnWidth(0),
+                         qMax(twipsToPixels(6500, logicalDpi(f.list)), f.list->viewport()->width()));
+            // No scroll bar where the column fits.
+            QTRY_COMPARE(f.list->horizontalScrollBar()->maximum() > 0,
+                         f.list->columnWidth(0) > f.list->viewport()->width());
+        }
     }
 
     // A sideways scroll shows what a fresh paint of the same state shows, in the list and the tree.
@@ -256,22 +252,19 @@ private Q_SLOTS:
         f.activate("ID3v1");
         // The tree's long paths in view, as the user opens the kind.
         static_cast<QTreeView*>(f.tree)->expandAll();
-        for (QAbstractScrollArea* view :
-             {static_cast<QAbstractScrollArea*>(f.list), static_cast<QAbstractScrollArea*>(f.tree)}) {
+        for (auto* view : QList<QAbstractScrollArea*>{f.list, f.child<QAbstractScrollArea>("TV")}) {
             QScrollBar* bar = view->horizontalScrollBar();
             QTRY_VERIFY2(bar->maximum() > 0, qPrintable(view->objectName()));
             for (const int value : {bar->maximum() / 3, bar->maximum()}) {
                 bar->setValue(value);
                 QCoreApplication::processEvents();
                 // What the window shows, against the viewport painted anew.
-                QWidget* viewport = view->viewport();
-                const QPoint at = viewport->mapTo(&f.window, QPoint(0, 0));
-                const QImage shown =
-                    f.window.screen()
-                        ->grabWindow(f.window.winId(), at.x(), at.y(), viewport->width(), viewport->height())
-                        .toImage()
-                        .convertToFormat(QImage::Format_RGB32);
-                QCOMPARE(shown, viewport->grab().toImage().convertToFormat(QImage::Format_RGB32));
+                const QRect at(view->viewport()->mapTo(&f.window, QPoint(0, 0)), view->viewport()->size());
+                QCOMPARE(f.window.screen()
+                             ->grabWindow(f.window.winId(), at.x(), at.y(), at.width(), at.height())
+                             .toImage()
+                             .convertToFormat(QImage::Format_RGB32),
+                         view->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32));
             }
         }
     }

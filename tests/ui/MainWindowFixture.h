@@ -7,7 +7,10 @@
 #include "ui/views/ReportTree.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QDropEvent>
 #include <QHeaderView>
+#include <QMimeData>
 #include <QTest>
 #include <QTreeView>
 
@@ -42,6 +45,17 @@ struct MainWindowFixture {
         child<zentoria::CommonDialog>("CMDlg")->setChooser(
             [file](const zentoria::CommonDialog&) { return file; });
         trigger("submnuOpen");
+    }
+
+    // Sends a drop of this data on the window, as a file manager's drop arrives; answers whether a
+    // drag of it was taken.
+    bool drop(QMimeData& data) {
+        const QPoint middle = window.rect().center();
+        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &enter);
+        QDropEvent dropped(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &dropped);
+        return enter.isAccepted() && enter.dropAction() == Qt::CopyAction;
     }
 
     void show() {

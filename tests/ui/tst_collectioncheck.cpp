@@ -10,6 +10,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QUrl>
 
 #include <sys/stat.h>
 
@@ -199,22 +200,24 @@ private Q_SLOTS:
         QCOMPARE(c.listed("ID3v1"), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});
     }
 
-    // A check's result is on screen and in no file: opening another report or quitting asks first.
+    // A check's result is on screen and in no file: File > Open, File > Recent, a drop and Quit ask first.
     void unsavedResultIsAskedAbout_data() {
-        QTest::addColumn<bool>("quit");
+        QTest::addColumn<QString>("route");
         QTest::addColumn<QMessageBox::StandardButton>("answer");
-        for (const bool quit : {false, true}) {
+        for (const char* route : {"open", "recent", "drop", "quit"}) {
             for (const auto& [name, answer] : {std::pair{"cancel", QMessageBox::Cancel},
                                                {"discard", QMessageBox::Discard},
                                                {"save", QMessageBox::Save}}) {
-                QTest::addRow("%s, %s", quit ? "quit" : "open", name) << quit << answer;
+                QTest::addRow("%s, %s", route, name) << QString(route) << answer;
             }
         }
     }
     void unsavedResultIsAskedAbout() {
-        QFETCH(bool, quit);
+        QFETCH(QString, route);
         QFETCH(QMessageBox::StandardButton, answer);
+        const bool quit = route == u"quit";
         Checking c;
+        c.open(dataFile("mixed.vzt")); // File > Recent lists it
         c.answer(c.music);
         c.trigger("submnuCheckFolder");
         QTRY_VERIFY(!c.progress->isVisible());
@@ -227,10 +230,14 @@ private Q_SLOTS:
         c.dialogs->setChooser([&saved](const CommonDialog& ask) {
             return ask.DialogTitle == u"Save the report as" ? saved : dataFile("mixed.vzt");
         });
+        QMimeData dropped;
+        dropped.setUrls({QUrl::fromLocalFile(dataFile("mixed.vzt"))});
         if (quit) {
             QCOMPARE(c.window.close(), answer != QMessageBox::Cancel);
+        } else if (route == u"drop") {
+            c.drop(dropped);
         } else {
-            c.trigger("submnuOpen");
+            c.trigger(route == u"open" ? "submnuOpen" : "submnuRecent1");
         }
         QVERIFY2(asked.size() == 1 && asked.first().startsWith("Save the check's result?"),
                  qPrintable(asked.join('|')));

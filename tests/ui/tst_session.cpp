@@ -7,10 +7,8 @@
 
 #include <QAccessible>
 #include <QApplication>
-#include <QDropEvent>
 #include <QFocusFrame>
 #include <QMenu>
-#include <QMimeData>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -55,16 +53,6 @@ struct Session : MainWindowFixture {
         return reports;
     }
     QAction* recentItem(const QString& report) { return recentItems().value(recentMenu().indexOf(report)); }
-    // Sends a drop of this data on the window, as a file manager's drop arrives; answers whether a
-    // drag of it was taken.
-    bool drop(QMimeData& data) {
-        const QPoint middle = window.rect().center();
-        QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&window, &enter);
-        QDropEvent dropped(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&window, &dropped);
-        return enter.isAccepted() && enter.dropAction() == Qt::CopyAction;
-    }
 };
 
 // Every object a screen reader finds in the window, but the menus, which name themselves: "role name".

@@ -2,7 +2,6 @@
 
 #include "CheckProgress.h"
 #include "Version.h"
-#include "report/NodeCollection.h"
 #include "settings/Preferences.h"
 #include "settings/Texts.h"
 #include "ui/common/CommonDialog.h"
@@ -12,7 +11,6 @@
 
 #include <QAction>
 #include <QDir>
-#include <QEvent>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QThread>

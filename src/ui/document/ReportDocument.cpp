@@ -119,9 +119,7 @@ void ReportDocument::open(const QString& file) {
     // Said after the report is shown, counting the files it read.
     const QString problems = result.describeProblems();
     show(std::move(read.result.Entries), result.CreationDate);
-    m_origin = {};
-    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {});
-    m_recent->add(m_path);
+    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, {});
     if (result.Outcome == Outcome::NoProblems) {
         tell(QStringLiteral("The are no MP3 file with \"problems\" in this report."));
     }
@@ -136,14 +134,12 @@ void ReportDocument::open(const QString& file) {
 void ReportDocument::showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin,
                                 Source source) {
     show(std::move(entries), {});
-    m_origin = std::move(origin);
-    setSource(source, {}, name);
+    setSource(source, {}, name, std::move(origin));
 }
 
 void ReportDocument::clear() {
     show({}, {});
-    m_origin = {};
-    setSource(Source::None, {}, {});
+    setSource(Source::None, {}, {}, {});
 }
 
 void ReportDocument::show(QList<ReportEntry> entries, const QString& creationDate) {
@@ -165,10 +161,12 @@ void ReportDocument::show(QList<ReportEntry> entries, const QString& creationDat
     Q_EMIT shown();
 }
 
-void ReportDocument::setSource(Source source, const QString& path, const QString& name) {
+void ReportDocument::setSource(Source source, const QString& path, const QString& name,
+                               scan::ReportOrigin origin) {
     m_source = source;
     m_path = path;
     m_resultName = name;
+    m_origin = std::move(origin);
     if (!path.isEmpty()) {
         m_reloadFrom = path;
     } else if (source != Source::Recheck) {
@@ -178,13 +176,14 @@ void ReportDocument::setSource(Source source, const QString& path, const QString
     if (!m_watcher->files().isEmpty()) {
         m_watcher->removePaths(m_watcher->files());
     }
+    // A report with a file of its own is one of the reports opened lately.
     if (!m_path.isEmpty()) {
         m_watcher->addPath(m_path);
+        m_recent->add(m_path);
     }
     submnuReload->setEnabled(!m_reloadFrom.isEmpty());
     submnuSaveAs->setEnabled(!isSaved());
     updateTitleAndAddress();
-    Q_EMIT stateChanged();
 }
 
 bool ReportDocument::maySetAside() {
@@ -233,8 +232,7 @@ bool ReportDocument::saveAs() {
         tell(uiText(txt::SaveFailed).arg(file, error));
         return false;
     }
-    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {});
-    m_recent->add(m_path);
+    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, {});
     return true;
 }
 

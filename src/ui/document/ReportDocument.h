@@ -85,8 +85,6 @@ public:
 Q_SIGNALS:
     // Another report is on screen (the list is empty, nothing of the last one is selected).
     void shown();
-    // Whether it is saved, or where it came from, changed.
-    void stateChanged();
     void titleChanged(const QString& title);
     // The open report and the activated node, as the address bar shows them.
     void addressChanged(const QString& address);
@@ -98,7 +96,7 @@ protected:
 
 private:
     void show(QList<ReportEntry> entries, const QString& creationDate);
-    void setSource(Source source, const QString& path, const QString& name);
+    void setSource(Source source, const QString& path, const QString& name, scan::ReportOrigin origin);
     bool saveAs();
     void reload();
     void fileChanged(const QString& path);

@@ -1,4 +1,4 @@
-// frmMain: opening a report and showing the one the document holds.
+// frmMain: opening a report, which the document reads and shows.
 #include "frmMain.h"
 #include "report/RegularFile.h"
 #include "ui/common/CommonDialog.h"
@@ -27,17 +27,6 @@ void frmMain::AddEntryNode(ReportEntry entry) {
     // Every entry key starts with "ID3v1", whatever the entry's kind: the kind is the parent's. The
     // collection derives keys and parents from the entry itself.
     m_document->model()->addEntry(std::move(entry));
-}
-
-void frmMain::reportShown() {
-    // Building the tree is no user action: the expand handler must not see the root open.
-    {
-        const QSignalBlocker quiet(TV);
-        TV->expand(TV->indexOf(m_document->nodes().positionOf(u"Integrity")));
-    }
-    // Nothing of the previous report's selection stays. No layout pass here: at start-up the window is
-    // not placed yet, and a pass would save its unplaced geometry as the last safe one.
-    pctWeb->resetForNewReport(ImgDirTree->icon(QStringLiteral("MP3")));
 }
 
 void frmMain::submnuOpen_Click() {

@@ -64,7 +64,10 @@ frmMain::frmMain(QWidget* parent)
         ItemClick(TV);
     };
     m_document->attach({this, LV, CMDlg, &m_messages, activate});
-    connect(m_document, &ReportDocument::shown, this, &frmMain::reportShown);
+    // Nothing of the previous report's selection stays. No layout pass here: at start-up the window is
+    // not placed yet, and a pass would save its unplaced geometry as the last safe one.
+    connect(m_document, &ReportDocument::shown, pctWeb,
+            [this] { pctWeb->resetForNewReport(ImgDirTree->icon(QStringLiteral("MP3"))); });
     connect(m_document, &ReportDocument::titleChanged, this, &QWidget::setWindowTitle);
     connect(m_document, &ReportDocument::addressChanged, WEPath, &CaptionLabel::setCaption);
     const auto tell = [this](const QString& text) { m_messages.show(this, text); };

@@ -86,8 +86,6 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    // Another report is on screen: its root open, the panel emptied.
-    void reportShown();
     void createControls();
     void createMenus();
     void SetMenuIcon(QAction* menuItem, const QString& imageKey);

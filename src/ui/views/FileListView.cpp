@@ -46,7 +46,7 @@ void FileListView::LV_ColumnClick(int column) {
 void FileListView::setSingleColumn(const QString& key, const QString& caption, int width) {
     m_model->setSingleColumn(key, caption);
     m_columnWidth = width;
-    setColumnWidth(0, qMax(width, viewport()->width()));
+    fitColumn(viewport()->width());
     setHeaderHidden(false);
     showSortIndicator();
 }
@@ -99,13 +99,17 @@ void FileListView::updateGeometries() {
     const QRect rows = viewport()->geometry();
     header()->setGeometry(rows.left(), rows.top() - headerHeight, rows.width(), headerHeight);
     // The file names get the room there is: the one column fills the rows' area when that is wider.
-    if (m_columnWidth > 0 && header()->count() == 1) {
-        setColumnWidth(0, qMax(m_columnWidth, rows.width()));
-    }
+    fitColumn(rows.width());
     // The rows' area is narrower by the covered part: the end of a long path stays within reach.
     horizontalScrollBar()->setRange(0, qMax(0, header()->length() - rows.width()));
     horizontalScrollBar()->setPageStep(rows.width());
     m_placing = false;
+}
+
+void FileListView::fitColumn(int rowsWidth) {
+    if (m_columnWidth > 0 && header()->count() == 1) {
+        setColumnWidth(0, qMax(m_columnWidth, rowsWidth));
+    }
 }
 
 void FileListView::scrollContentsBy(int dx, int dy) {

@@ -55,6 +55,8 @@ private:
     // A click on a column header sorts by it.
     void LV_ColumnClick(int column);
     void showSortIndicator();
+    // The one column at its design width, or as wide as the rows' area when that is wider.
+    void fitColumn(int rowsWidth);
 
     FileListModel* m_model;
     // The one column's design width: it is never narrower, and fills a wider list.

@@ -28,6 +28,14 @@ ReportTree::ReportTree(QWidget* parent)
 void ReportTree::setReportModel(ReportTreeModel* model) {
     m_model = model;
     setModel(model);
+    // A report's root shows its kinds from the start. Building the tree is no user action: the expand
+    // handlers must not see the root open.
+    connect(model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex& parent, int first) {
+        if (parent.isValid() && !parent.parent().isValid() && first == 0) {
+            const QSignalBlocker quiet(this);
+            expand(parent);
+        }
+    });
 }
 
 int ReportTree::selectedPosition() const {

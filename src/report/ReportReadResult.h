@@ -16,6 +16,22 @@ enum class Outcome {
 
 QString outcomeName(Outcome outcome);
 
+// The sentences that describe a damaged report, English unless the window gives its language's.
+struct ProblemWording {
+    QString endedEarly = QStringLiteral("The report ends too early: it should go on at line %1 up to its "
+                                        "closing \"Date of creation:\" line, but the file ends there. %2");
+    QString oneFileRead = QStringLiteral("1 file was read before it.");
+    QString filesRead = QStringLiteral("%1 files were read before it.");
+    QString tooManyRecords = QStringLiteral("The report lists more than %1 files, more than can be shown. "
+                                            "Reading stopped at line %2; the files of the first %1 records "
+                                            "were read.");
+    QString oneSkipped =
+        QStringLiteral("1 line does not fit the report format, so its record was skipped (line %1).");
+    QString manySkipped =
+        QStringLiteral("%1 lines do not fit the report format, so their records were skipped (lines %2).");
+    QString andMore = QStringLiteral("%1 and %2 more");
+};
+
 struct ReportReadResult {
     zentoria::Outcome Outcome = zentoria::Outcome::Corrupted;
     // In file order. Empty for Corrupted.
@@ -32,9 +48,9 @@ struct ReportReadResult {
 
     // Explains what went wrong beyond the report's own outcomes (EndedEarly, TooManyRecords, skipped
     // records), in sentences for a person; empty when nothing did.
-    QString describeProblems() const;
+    QString describeProblems(const ProblemWording& wording = {}) const;
     // The same for a result whose entries were handed on as they were read.
-    QString describeProblems(qsizetype entriesRead) const;
+    QString describeProblems(qsizetype entriesRead, const ProblemWording& wording = {}) const;
 };
 
 } // namespace zentoria

@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTableWidget>
@@ -309,15 +310,25 @@ private Q_SLOTS:
         e.trigger("submnuSelectMatching");
         globals().LanguageFile.clear();
         QCOMPARE(title, QStringLiteral("Passende auswählen"));
-        QCOMPARE(e.child<QAction>("submnuSelectMatching")->text(), QStringLiteral("&Passende auswählen…"));
-        QCOMPARE(e.child<QAction>("submnuCheckFolder")->text(), QStringLiteral("&Ordner prüfen…"));
+        QCOMPARE(e.child<QAction>("submnuRecheck")->text(),
+                 QStringLiteral("Aufgelistete Dateien erneut &prüfen"));
+        // No two items of a menu share an access key.
+        for (const QMenu* menu : e.window.findChildren<QMenu*>()) {
+            QString keys;
+            for (const QAction* action : menu->actions()) {
+                const QString key = action->text().section(u'&', 1).left(1).toLower();
+                QVERIFY2(key.isEmpty() || !keys.contains(key), qPrintable(action->text()));
+                keys += key;
+            }
+        }
     }
 
     void preferences() {
         Editing e;
         const QString a = e.home.filePath("a");
         const QString b = e.home.filePath("b");
-        QVERIFY(QDir().mkpath(a) && QDir().mkpath(b));
+        const QString c = e.home.filePath("c");
+        QVERIFY(QDir().mkpath(a) && QDir().mkpath(b) && QDir().mkpath(c));
         // Fills in the mappings given (a Windows folder and where it is), tests a tag editor that is not
         // here and presses OK; answers what the dialog showed before, and whether it was still open after.
         const auto fill = [&e](const QList<std::pair<QString, QString>>& added, QStringList* shown,
@@ -329,10 +340,13 @@ private Q_SLOTS:
                 for (int row = 0; row < table->rowCount(); ++row) {
                     *shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();
                 }
+                // Typed as a user does: Add, the Windows folder, Tab, the local folder, Return.
                 for (const auto& [windows, local] : added) {
                     dialog->findChild<QPushButton*>("cmdAddMapping")->click();
-                    table->item(table->rowCount() - 1, 0)->setText(windows);
-                    table->item(table->rowCount() - 1, 1)->setText(local);
+                    QTest::keyClicks(dialog->focusWidget(), windows);
+                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+                    QTest::keyClicks(dialog->focusWidget(), local);
+                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
                 }
                 auto* editor = dialog->findChild<QLineEdit*>("txtTagEditor");
                 // Its label gives it an access key and a name a screen reader says.
@@ -353,21 +367,23 @@ private Q_SLOTS:
         };
         QStringList shown;
         bool open = true;
-        fill({{"C:\\Music", a}, {"D:\\Rips", b}}, &shown, &open);
+        fill({{"C:\\Music", a}, {"D:\\Rips", b}, {"F:\\Old", c}}, &shown, &open);
         e.trigger("submnuPreferences");
         QVERIFY(!open);
-        QCOMPARE(read(settings::PathMap), "C:\\Music=" + a + "|D:\\Rips=" + b);
+        const QString three = "C:\\Music=" + a + "|D:\\Rips=" + b + "|F:\\Old=" + c;
+        QCOMPARE(read(settings::PathMap), three);
         QCOMPARE(read(settings::TagEditor), QStringLiteral("kid3 %F"));
 
         // Opened again, it shows both; a folder that is not here is refused with a warning.
         fill({{"E:\\Gone", e.home.filePath("gone")}}, &shown, &open);
         e.trigger("submnuPreferences");
         QCOMPARE(shown, (QStringList{"zentoria-no-editor is not on this computer.", "C:\\Music=" + a,
-                                     "D:\\Rips=" + b, "zentoria-no-editor is not on this computer."}));
+                                     "D:\\Rips=" + b, "F:\\Old=" + c,
+                                     "zentoria-no-editor is not on this computer."}));
         QVERIFY(open);
         QCOMPARE(e.messages,
                  QStringList{"The folder \"" + e.home.filePath("gone") + "\" is not on this computer."});
-        QCOMPARE(read(settings::PathMap), "C:\\Music=" + a + "|D:\\Rips=" + b);
+        QCOMPARE(read(settings::PathMap), three);
     }
 };
 

@@ -117,7 +117,10 @@ void ReportDocument::open(const QString& file) {
     }
     const ReportReadResult& result = read.result;
     // Said after the report is shown, counting the files it read.
-    const QString problems = result.describeProblems();
+    const QString problems = result.describeProblems(
+        {uiText(txt::ReportEndedEarly), uiText(txt::OneFileReadBefore), uiText(txt::FilesReadBefore),
+         uiText(txt::TooManyRecords), uiText(txt::OneLineSkipped), uiText(txt::LinesSkipped),
+         uiText(txt::AndMoreLines)});
     show(std::move(read.result.Entries), result.CreationDate);
     setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, {});
     if (result.Outcome == Outcome::NoProblems) {
@@ -217,7 +220,7 @@ bool ReportDocument::saveAs() {
     QString checked = m_origin.folders.value(0).section(u'/', -1).section(u'\\', -1);
     if (checked.endsWith(QStringLiteral(".vzt"), Qt::CaseInsensitive) ||
         checked.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive)) {
-        checked = checked.chopped(4) + QStringLiteral(" now");
+        checked = uiText(txt::RecheckFileName).arg(checked.chopped(4));
     }
     dialog.InitDir = QDir(folder).filePath((checked.isEmpty() ? QStringLiteral("check") : checked) +
                                            QStringLiteral(".vzt"));

@@ -29,7 +29,6 @@ namespace zentoria {
 
 namespace {
 
-const QString kExportFilter = QStringLiteral("Playlist (*.m3u8)|*.m3u8|CSV (*.csv)|*.csv|Text (*.txt)|*.txt");
 const ExportFormat kExportFormats[] = {ExportFormat::M3u8, ExportFormat::Csv, ExportFormat::Text};
 
 // Names files in a message: one per line, the first few only.
@@ -178,9 +177,9 @@ void FileHandOff::submnuExport_Click() {
     if (!mapping) {
         return;
     }
-    m_window.dialog->Filter = kExportFilter;
+    m_window.dialog->Filter = uiText(txt::ExportFilter);
     m_window.dialog->DialogTitle = uiText(txt::ExportTitle);
-    m_window.dialog->InitDir = QDir::home().filePath(QStringLiteral("problem files.m3u8"));
+    m_window.dialog->InitDir = QDir::home().filePath(uiText(txt::ExportFileName) + QStringLiteral(".m3u8"));
     m_window.dialog->FilterIndex = 1;
     if (!m_window.dialog->ShowSave(m_window.widget)) {
         return;

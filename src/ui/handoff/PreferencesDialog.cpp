@@ -53,7 +53,11 @@ PreferencesDialog::PreferencesDialog(std::function<void(const QString&)> tell, Q
     auto* remove = button(this, "cmdRemoveMapping", uiText(txt::RemoveMapping));
     connect(add, &QPushButton::clicked, this, [this] {
         addMapping({});
-        tblPathMaps->editItem(tblPathMaps->item(tblPathMaps->rowCount() - 1, 0));
+        // The new row becomes the current one too: Tab moves on from the current cell, and from the
+        // first row's it would write the local folder over the first mapping.
+        QTableWidgetItem* windows = tblPathMaps->item(tblPathMaps->rowCount() - 1, 0);
+        tblPathMaps->setCurrentItem(windows);
+        tblPathMaps->editItem(windows);
     });
     connect(remove, &QPushButton::clicked, this,
             [this] { tblPathMaps->removeRow(tblPathMaps->currentRow()); });
@@ -119,6 +123,8 @@ void PreferencesDialog::testTagEditor() {
 }
 
 void PreferencesDialog::accept() {
+    // A cell still being typed in counts: leaving the current cell hands its editor's text to the table.
+    tblPathMaps->setCurrentIndex(QModelIndex());
     PathMappings mappings;
     for (int row = 0; row < tblPathMaps->rowCount(); ++row) {
         const QString windows =
@@ -130,13 +136,11 @@ void PreferencesDialog::accept() {
         }
         const std::optional<PathMapping> mapping = PathMapping::parse(windows + u'=' + local);
         if (!mapping || mapping->isEmpty()) {
-            m_tell(QStringLiteral("\"%1\" to \"%2\" is no mapping: give a Windows folder and the folder on "
-                                  "this computer where it is, such as C:\\Music and /media/music.")
-                       .arg(windows, local));
+            m_tell(uiText(txt::NoMapping).arg(windows, local));
             return;
         }
         if (!QFileInfo(mapping->localFolder).isDir()) {
-            m_tell(QStringLiteral("The folder \"%1\" is not on this computer.").arg(mapping->localFolder));
+            m_tell(uiText(txt::NoSuchFolder).arg(mapping->localFolder));
             return;
         }
         mappings.list << *mapping;

@@ -1,5 +1,7 @@
 #include "ReportTreeModel.h"
 
+#include "settings/Texts.h"
+
 #include <QLocale>
 
 namespace zentoria {
@@ -153,15 +155,14 @@ QString ReportTreeModel::toolTip(int position) const {
         return {};
     }
     const auto files = [](int count) {
-        return count == 1 ? QStringLiteral("1 file")
-                          : QStringLiteral("%1 files").arg(QLocale().toString(count));
+        return count == 1 ? uiText(txt::OneFile) : uiText(txt::Files).arg(QLocale().toString(count));
     };
     if (m_nodes.parentPosition(position) != 0) {
         return files(m_nodes.childCount(position));
     }
     QString tip = files(m_nodes.entryCount());
     if (!m_creationDate.isEmpty()) {
-        tip += QStringLiteral(", created ") + m_creationDate;
+        tip = uiText(txt::CreatedOn).arg(tip, m_creationDate);
     }
     return tip;
 }

@@ -29,13 +29,15 @@ scan::Scanner::Progress progressOn(QIODevice& err, const char* verb) {
         return {};
     }
     return [&err, verb](const scan::ScanCounts& counts) {
-        err.write(QStringLiteral("\r%1 %2 of %3 files: ID3v1 missing %4, ID3v2 missing %5, no tags %6 ")
+        // Until the walk is over the total is only what was found so far.
+        err.write(QStringLiteral("\r%1 %2 of %3 files%7: ID3v1 missing %4, ID3v2 missing %5, no tags %6 ")
                       .arg(QLatin1StringView(verb))
                       .arg(counts.probed)
                       .arg(counts.found)
                       .arg(counts.perKind.of(ProblemKind::ID3v1))
                       .arg(counts.perKind.of(ProblemKind::ID3v2))
                       .arg(counts.perKind.of(ProblemKind::ID3v0))
+                      .arg(counts.allFound ? QString() : QStringLiteral(" found so far"))
                       .toUtf8());
     };
 }

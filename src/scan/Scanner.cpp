@@ -82,9 +82,13 @@ public:
         m_clock.start();
     }
 
-    // Hands files to the pool, waiting while enough are queued: the walk never runs far ahead.
-    void submit(std::vector<Found> files) {
+    // Hands files to the pool, waiting while enough are queued: the walk never runs far ahead. `last`
+    // says no more files will follow.
+    void submit(std::vector<Found> files, bool last = false) {
         m_found += qsizetype(files.size());
+        if (last) {
+            m_allFound = true;
+        }
         for (std::size_t next = 0; next < files.size() && !m_scanner.isCancelled();) {
             const std::size_t end = std::min(files.size(), next + std::size_t(kBatch));
             std::vector<Found> batch(std::make_move_iterator(files.begin() + std::ptrdiff_t(next)),
@@ -111,12 +115,14 @@ public:
     void walkFolder(const FolderHandle& folder, const QString& path, std::vector<Found>& pending);
 
     void fail(const QString& path, const QString& why) {
+        ++m_failed;
         const QMutexLocker lock(&m_mutex);
         m_result.failures.append({path, why});
     }
 
     // Waits for the pool, and gives the result in its one order.
     ScanResult finish() {
+        m_allFound = true;
         while (!m_pool.waitForDone(kWaitMs)) {
             tick();
         }
@@ -144,8 +150,8 @@ private:
     void record(const QString& file, const TagProbe& probe) {
         const std::optional<ProblemKind> kind = problemKindOf(probe);
         if (probe.outcome != TagProbe::Outcome::Probed) {
-            const QMutexLocker lock(&m_mutex);
-            m_result.failures.append({file, probe.error});
+            ++m_unreadable;
+            fail(file, probe.error);
         } else if (kind) {
             ++m_perKind[kindNumber(*kind)];
             const QMutexLocker lock(&m_mutex);
@@ -171,6 +177,9 @@ private:
         ScanCounts counts;
         counts.found = m_found;
         counts.probed = m_probed;
+        counts.allFound = m_allFound;
+        counts.unreadable = m_unreadable;
+        counts.failed = m_failed;
         for (ProblemKind kind : {ProblemKind::ID3v0, ProblemKind::ID3v1, ProblemKind::ID3v2}) {
             counts.perKind.add(kind, m_perKind[kindNumber(kind)]);
         }
@@ -187,6 +196,9 @@ private:
     std::vector<FoundProblem> m_kept;
     std::atomic<qint64> m_found = 0;
     std::atomic<qint64> m_probed = 0;
+    std::atomic<bool> m_allFound = false;
+    std::atomic<qint64> m_unreadable = 0;
+    std::atomic<qint64> m_failed = 0;
     std::atomic<qint64> m_perKind[3] = {0, 0, 0};
 };
 
@@ -302,7 +314,7 @@ ScanResult Scanner::probeFiles(const QStringList& files, const Progress& progres
     for (const QString& file : files) {
         named.push_back({nullptr, {}, file});
     }
-    run.submit(std::move(named));
+    run.submit(std::move(named), true);
     return run.finish();
 }
 

@@ -28,8 +28,15 @@ struct Failure {
 
 // Counts while a check runs.
 struct ScanCounts {
+    // Files to check found so far; the total once `allFound`.
     qint64 found = 0;
+    // The walk is over: no more files will be found, so `probed` can be told as a share of `found`.
+    bool allFound = false;
     qint64 probed = 0;
+    // Of the probed files, those that could not be read.
+    qint64 unreadable = 0;
+    // Everything that could not be checked: the unreadable files, and what the walk could not look at.
+    qint64 failed = 0;
     KindCounts<qint64> perKind;
     qint64 problems() const { return perKind.total(); }
 };

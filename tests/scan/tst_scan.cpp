@@ -87,17 +87,21 @@ private Q_SLOTS:
                                            {music.filePath("B/LOUD.MP3"), ProblemKind::ID3v2}};
 
         for (int jobs : {1, 4}) {
-            Scanner scanner(jobs);
-            qint64 lastProbed = -1;
-            const ScanResult result =
-                scanner.scanFolders({music.path(), dir.filePath("also A")},
-                                    [&](const ScanCounts& counts) { lastProbed = counts.probed; });
+            // Told after every batch: the total is known only once the walk is over.
+            Scanner scanner(jobs, 0);
+            QList<ScanCounts> told;
+            const ScanResult result = scanner.scanFolders({music.path(), dir.filePath("also A")},
+                                                          [&](const ScanCounts& counts) { told << counts; });
+            QVERIFY(!told.first().allFound && told.last().allFound);
+            QVERIFY(std::all_of(told.begin(), told.end(), [](const ScanCounts& counts) {
+                return !counts.allFound || counts.found == 7;
+            }));
             QCOMPARE(result.problems, expected);
             QCOMPARE(result.failures.size(), 2);
             QCOMPARE(result.failures.at(0).path, music.filePath("B/cut.mp3"));
             QCOMPARE(result.failures.at(1).path, music.filePath("B/junk.mp3"));
             QCOMPARE(result.counts.found, 7);
-            QCOMPARE(lastProbed, 7);
+            QCOMPARE(told.last().probed, 7);
             QVERIFY(!result.cancelled);
         }
 

@@ -5,7 +5,9 @@
 #include "ui/check/CheckProgress.h"
 
 #include <QAccessible>
+#include <QLabel>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -63,6 +65,9 @@ private Q_SLOTS:
         QVERIFY(c.progress->isVisible());
         QVERIFY(!c.child<QAction>("submnuCheckFolder")->isEnabled());
         QTRY_VERIFY(!c.progress->isVisible());
+        QCOMPARE(c.child<QLabel>("lblStatusMessage")->text(),
+                 "Check done: 4 files checked: 1 without ID3v1, 1 without ID3v2, 1 without tags; 2 files or "
+                 "folders could not be checked.");
 
         QCOMPARE(c.listed("ID3v1"), QStringList{c.music + "/Abba/Waterloo.mp3"});
         QCOMPARE(c.listed("ID3v2"), QStringList{c.music + "/Björk/Jóga.mp3"});
@@ -126,6 +131,8 @@ private Q_SLOTS:
         QCOMPARE(QDir(c.home.path()).entryList({"*.vzt"}, QDir::Files), QStringList());
         QCOMPARE(c.window.windowTitle(), title);
         QCOMPARE(c.messages, QStringList());
+        QVERIFY(c.child<QLabel>("lblStatusMessage")->isVisible());
+        QVERIFY(c.child<QLabel>("lblStatusMessage")->text().startsWith("The check was cancelled after "));
         QVERIFY(!c.child<QAction>("submnuSaveAs")->isEnabled());
         QVERIFY(c.child<QAction>("submnuCheckFolder")->isEnabled());
 
@@ -257,8 +264,13 @@ private Q_SLOTS:
         counts.found = 40;
         counts.probed = 25;
         counts.perKind.add(ProblemKind::ID3v1, 3);
+        auto* bar = progress.findChild<QProgressBar*>("prgCheck");
+        // While files are still found it is busy: 25 of 40 would be a guess.
         progress.showCounts(counts);
-        auto* bar = progress.findChild<QWidget*>("prgCheck");
+        QCOMPARE(bar->maximum(), 0);
+        QVERIFY(bar->accessibleDescription().startsWith("25 files checked, 40 found so far"));
+        counts.allFound = true;
+        progress.showCounts(counts);
         QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(bar);
         QVERIFY(accessible && accessible->valueInterface());
         QCOMPARE(accessible->valueInterface()->currentValue().toInt(), 25);

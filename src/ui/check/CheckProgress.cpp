@@ -41,13 +41,15 @@ void CheckProgress::start() {
     lblCheckCounts->setText(uiText(txt::CheckStarting));
     // Busy until the walk has found files to count against.
     prgCheck->setRange(0, 0);
+    m_counts = {};
     cmdCancelCheck->setEnabled(true);
     show();
     raise();
 }
 
 void CheckProgress::showCounts(const scan::ScanCounts& counts) {
-    const QString line = uiText(txt::CheckCounts)
+    m_counts = counts;
+    const QString line = uiText(counts.allFound ? txt::CheckCounts : txt::CheckCounting)
                              .arg(counts.probed)
                              .arg(counts.found)
                              .arg(counts.perKind.of(ProblemKind::ID3v1))
@@ -55,11 +57,28 @@ void CheckProgress::showCounts(const scan::ScanCounts& counts) {
                              .arg(counts.perKind.of(ProblemKind::ID3v0));
     lblCheckCounts->setText(line);
     lblCheckCounts->setToolTip(line);
+    prgCheck->setAccessibleDescription(line);
+    // A share of what is found so far would run ahead of the truth: busy until the total is known.
+    if (!counts.allFound) {
+        prgCheck->setRange(0, 0);
+        return;
+    }
     // The bar counts files; past int's range it counts them in thousands.
     const int scale = counts.found > 1'000'000'000 ? 1000 : 1;
     prgCheck->setRange(0, int(std::max<qint64>(1, counts.found / scale)));
     prgCheck->setValue(int(counts.probed / scale));
-    prgCheck->setAccessibleDescription(line);
+}
+
+void CheckProgress::finish(bool cancelled) {
+    hide();
+    const scan::ScanCounts& counts = m_counts;
+    Q_EMIT ended(cancelled ? uiText(txt::CheckCancelled).arg(counts.probed)
+                           : uiText(txt::CheckEnded)
+                                 .arg(counts.probed - counts.unreadable)
+                                 .arg(counts.perKind.of(ProblemKind::ID3v1))
+                                 .arg(counts.perKind.of(ProblemKind::ID3v2))
+                                 .arg(counts.perKind.of(ProblemKind::ID3v0))
+                                 .arg(counts.failed));
 }
 
 } // namespace zentoria

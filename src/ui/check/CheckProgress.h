@@ -20,15 +20,21 @@ public:
 
     // Shown, busy until the first counts arrive.
     void start();
+    // Busy while files are still being found, the share checked once all are.
     void showCounts(const scan::ScanCounts& counts);
+    // Hidden, saying through `ended` what the check found, or that it was cancelled.
+    void finish(bool cancelled);
 
 Q_SIGNALS:
     void cancelRequested();
+    // A line for the status bar once the check is over.
+    void ended(const QString& summary);
 
 private:
     QLabel* lblCheckCounts;
     QProgressBar* prgCheck;
     QPushButton* cmdCancelCheck;
+    scan::ScanCounts m_counts;
 };
 
 } // namespace zentoria

@@ -159,7 +159,7 @@ void CollectionCheck::cleanUp() {
     m_thread = nullptr;
     const bool cancelled = m_scanner->isCancelled();
     m_scanner.reset();
-    m_progress->hide();
+    m_progress->finish(cancelled);
     const std::function<void()> done = std::exchange(m_done, {});
     updateActions();
     if (!cancelled && done) {

@@ -4,19 +4,41 @@
 
 #include <QEvent>
 #include <QLabel>
+#include <QTimer>
 
 namespace zentoria {
 
 StatusBar::StatusBar(QWidget* parent)
-    : QFrame(parent) {
+    : QFrame(parent)
+    , m_message(new QLabel(this))
+    , m_messageTimer(new QTimer(this)) {
     if (parent) {
         parent->installEventFilter(this);
     }
+    m_message->setObjectName(QStringLiteral("lblStatusMessage"));
+    m_message->setTextFormat(Qt::PlainText);
+    m_message->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    m_message->setContentsMargins(2, 0, 2, 0);
+    m_message->setAutoFillBackground(true);
+    m_message->hide();
+    m_messageTimer->setSingleShot(true);
+    m_messageTimer->setInterval(kMessageMs);
+    connect(m_messageTimer, &QTimer::timeout, m_message, &QWidget::hide);
+}
+
+void StatusBar::showMessage(const QString& text) {
+    m_message->setText(text);
+    m_message->setToolTip(text);
+    m_message->show();
+    placePanels();
+    m_messageTimer->start();
 }
 
 bool StatusBar::eventFilter(QObject* watched, QEvent* event) {
     if (watched == parentWidget() && event->type() == QEvent::Resize) {
         setGeometry(0, parentWidget()->height() - height(), parentWidget()->width(), height());
+    } else if (watched == m_work && event->type() == QEvent::Show) {
+        m_message->hide();
     }
     return QFrame::eventFilter(watched, event);
 }
@@ -58,6 +80,7 @@ bool StatusBar::setPanelWidth(const QString& key, double widthTwips) {
 void StatusBar::setWorkWidget(QWidget* widget) {
     m_work = widget;
     widget->setParent(this);
+    widget->installEventFilter(this);
     placePanels();
 }
 
@@ -74,6 +97,8 @@ void StatusBar::placePanels() {
         p.label->setGeometry(x, 1, twipsToPixels(left + p.width, dpi) - x - 1, height() - 1);
         left += p.width;
     }
+    m_message->setGeometry(rect());
+    m_message->raise();
     if (m_work) {
         m_work->setGeometry(rect());
         m_work->raise();

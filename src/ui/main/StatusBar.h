@@ -4,6 +4,7 @@
 #include <QList>
 
 class QLabel;
+class QTimer;
 
 namespace zentoria {
 
@@ -26,6 +27,10 @@ public:
     // A widget that covers every panel while it is shown (the progress of long work), kept as large as
     // the bar. The bar takes it as its child.
     void setWorkWidget(QWidget* widget);
+    // A line over every panel for a while (what a long work found when it ended), until work starts
+    // again or the time is up.
+    void showMessage(const QString& text);
+    static constexpr int kMessageMs = 20'000;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -41,6 +46,8 @@ private:
     };
     QList<Panel> m_panels;
     QWidget* m_work = nullptr;
+    QLabel* m_message;
+    QTimer* m_messageTimer;
 };
 
 } // namespace zentoria

@@ -79,6 +79,7 @@ frmMain::frmMain(QWidget* parent)
     m_handOff = new FileHandOff(served, this);
     m_check = new CollectionCheck({served, m_document, m_handOff->preferencesAction()}, this);
     SB->setWorkWidget(m_check->progressWidget());
+    connect(m_check->progressWidget(), &CheckProgress::ended, SB, &StatusBar::showMessage);
     createMenus();
     updateMinimumSize(readLayoutInput());
     const QRect client = twipsRectToPixels(0, 0, kClientWidth, kClientHeight, logicalDpi(this));

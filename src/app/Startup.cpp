@@ -82,8 +82,15 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
 
     main->Form_Load();
     // Owned by the main window; it deletes itself when it closes and has shown the main window.
-    auto* splash = new frmSplash(main.get());
+    QPointer<frmSplash> splash = new frmSplash(main.get());
     splash->ShowSplash(false);
+    // A message (a corrupted report given on the command line) closes the splash first: nothing may
+    // stand in front of it, and the window it belongs to is then on screen.
+    main->messageBoxes().setBeforeShowing([splash] {
+        if (splash) {
+            splash->close();
+        }
+    });
     QApplication::setOverrideCursor(Qt::WaitCursor);
     processPendingEvents();
 
@@ -100,7 +107,10 @@ std::unique_ptr<frmMain> Main(const QStringList& arguments, const StartUpHooks& 
     }
     // A check's result that the last session's end kept is told of before the window shows.
     main->document().tellOfRecovery();
-    splash->CloseIt->start();
+    main->messageBoxes().setBeforeShowing({});
+    if (splash && splash->isVisible()) {
+        splash->CloseIt->start();
+    }
     if (hooks.closeTimerArmed) {
         hooks.closeTimerArmed();
     }

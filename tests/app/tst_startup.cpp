@@ -31,11 +31,15 @@ using namespace zentoria;
 namespace {
 
 // Starts the program in-process and waits until its splash has closed and shown the main window;
-// its messages are collected instead of shown.
+// its messages are collected instead of shown, marked when the window was not on screen for them.
 std::unique_ptr<frmMain> start(const QStringList& arguments, QStringList& messages) {
     StartUpHooks hooks;
     hooks.mainWindowCreated = [&messages](frmMain& window) {
-        window.messageBoxes().setAnswerer([&messages](const QString& text) { messages << text; });
+        window.messageBoxes().setAnswerer([&messages, &window](const QString& text) {
+            const auto* splash = window.findChild<QWidget*>("frmSplash");
+            const bool inFront = window.isVisible() && !(splash && splash->isVisible());
+            messages << (inFront ? text : "(behind the splash) " + text);
+        });
     };
     std::unique_ptr<frmMain> window = Main(arguments, hooks);
     // The main window is hidden until the splash closes: close it now, as Escape would.
@@ -141,6 +145,9 @@ private Q_SLOTS:
         const auto window = start(arguments, shown);
         QCOMPARE(shown, messages);
         QVERIFY(window->isVisible());
+        // The title names the file.
+        const QString title = QString(window->messageBoxes().lastTitle()).remove(u'"');
+        QVERIFY2(title.contains(QFileInfo(arguments.last().remove('"')).fileName()), qPrintable(title));
     }
 
     void preferencesAtStartUp_data() {

@@ -24,17 +24,34 @@ std::unique_ptr<QMessageBox> MessageBoxes::create(QWidget* parent, const QString
 }
 
 void MessageBoxes::show(QWidget* parent, const QString& text, const QString& details) {
+    present(parent, QStringLiteral("Zentoria"), text, details);
+}
+
+void MessageBoxes::showTitled(QWidget* parent, const QString& title, const QString& text) {
+    present(parent, title, text, {});
+}
+
+void MessageBoxes::present(QWidget* parent, const QString& title, const QString& text,
+                           const QString& details) {
+    if (m_before) {
+        m_before();
+    }
     m_lastDetails = details;
+    m_lastTitle = title;
     if (m_answerer) {
         m_answerer(text);
         return;
     }
     const std::unique_ptr<QMessageBox> box = create(parent, text);
+    box->setWindowTitle(title);
     box->setDetailedText(details);
     box->exec();
 }
 
 bool MessageBoxes::ask(QWidget* parent, const QString& text) {
+    if (m_before) {
+        m_before();
+    }
     if (m_questioner) {
         return m_questioner(text);
     }
@@ -49,6 +66,9 @@ bool MessageBoxes::ask(QWidget* parent, const QString& text) {
 }
 
 QMessageBox::StandardButton MessageBoxes::askToSave(QWidget* parent, const QString& text) {
+    if (m_before) {
+        m_before();
+    }
     const QMessageBox::StandardButtons offered =
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel;
     if (m_chooser) {

@@ -24,6 +24,8 @@ public:
     // Shows the message and returns once it is dismissed. Details (a long list) are one click away,
     // behind the box's "Show Details…" button.
     void show(QWidget* parent, const QString& text, const QString& details = {});
+    // The same under a title of its own (the file the message is about) instead of "Zentoria".
+    void showTitled(QWidget* parent, const QString& title, const QString& text);
     // Asks with Yes and No buttons, No the default; true for Yes. With an answerer installed and no
     // questioner, the answerer reads the question and the answer is No, which changes nothing.
     bool ask(QWidget* parent, const QString& text);
@@ -34,18 +36,27 @@ public:
     void setAnswerer(Answerer answerer) { m_answerer = std::move(answerer); }
     void setChooser(Chooser chooser) { m_chooser = std::move(chooser); }
     void setQuestioner(Questioner questioner) { m_questioner = std::move(questioner); }
+    // Runs before every message, answered or shown: start-up closes its splash there, so that nothing
+    // stands in front of the message.
+    void setBeforeShowing(std::function<void()> before) { m_before = std::move(before); }
     // The details of the last message shown.
     const QString& lastDetails() const { return m_lastDetails; }
+    // The window title of the last message shown.
+    const QString& lastTitle() const { return m_lastTitle; }
 
     // The box show() would run, built but not shown; centred on the parent's screen while the parent
     // is not shown yet.
     static std::unique_ptr<QMessageBox> create(QWidget* parent, const QString& text);
 
 private:
+    void present(QWidget* parent, const QString& title, const QString& text, const QString& details);
+
     Answerer m_answerer;
     Questioner m_questioner;
     Chooser m_chooser;
+    std::function<void()> m_before;
     QString m_lastDetails;
+    QString m_lastTitle;
 };
 
 } // namespace zentoria

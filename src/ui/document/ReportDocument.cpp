@@ -95,17 +95,23 @@ void ReportDocument::tell(const QString& text) {
     m_window.messages->show(m_window.widget, text);
 }
 
+void ReportDocument::tellAbout(const QString& file, const QString& text) {
+    // Titled with the file: at start-up, with no window behind it yet, the text alone may not say which.
+    m_window.messages->showTitled(m_window.widget, QFileInfo(file).fileName() + QStringLiteral(" — Zentoria"),
+                                  text);
+}
+
 void ReportDocument::open(const QString& file) {
     ReportFile read = readReportFile(file);
     switch (read.failure) {
     case ReportFailure::CannotOpen:
-        tell(uiText(txt::CannotOpen).arg(file, read.reason));
+        tellAbout(file, uiText(txt::CannotOpen).arg(file, read.reason));
         return;
     case ReportFailure::Empty:
-        tell(uiText(txt::EmptyFile).arg(file));
+        tellAbout(file, uiText(txt::EmptyFile).arg(file));
         return;
     case ReportFailure::NotAReport:
-        tell(QStringLiteral("The file is corrupted"));
+        tellAbout(file, QStringLiteral("The file is corrupted"));
         return;
     case ReportFailure::None:
     case ReportFailure::ReadFailed:
@@ -124,13 +130,13 @@ void ReportDocument::open(const QString& file) {
     show(std::move(read.result.Entries), result.CreationDate);
     setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, {});
     if (result.Outcome == Outcome::NoProblems) {
-        tell(QStringLiteral("The are no MP3 file with \"problems\" in this report."));
+        tellAbout(file, QStringLiteral("The are no MP3 file with \"problems\" in this report."));
     }
     if (!problems.isEmpty()) {
-        tell(uiText(txt::NotReadCompletely).arg(file) + QStringLiteral("\n\n") + problems);
+        tellAbout(file, uiText(txt::NotReadCompletely).arg(file) + QStringLiteral("\n\n") + problems);
     }
     if (read.failure == ReportFailure::ReadFailed) {
-        tell(uiText(txt::ReadFailed).arg(file, read.reason));
+        tellAbout(file, uiText(txt::ReadFailed).arg(file, read.reason));
     }
 }
 

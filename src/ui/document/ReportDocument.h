@@ -102,6 +102,8 @@ private:
     void fileChanged(const QString& path);
     void updateTitleAndAddress();
     void tell(const QString& text);
+    // A message about a report file, with the file's name in its title.
+    void tellAbout(const QString& file, const QString& text);
 
     Window m_window;
     ReportTreeModel* m_model;

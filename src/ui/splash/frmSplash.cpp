@@ -22,6 +22,8 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <utility>
+
 namespace zentoria {
 
 namespace {
@@ -149,6 +151,9 @@ void frmSplash::lblProgress_Change() {
 void frmSplash::closeEvent(QCloseEvent* event) {
     CloseIt->stop();
     event->accept();
+    if (std::exchange(m_closed, true)) {
+        return;
+    }
     if (qAbs(geometryTwips(this).Height - kHeight) < 1) {
         showMainWindow();
     }

@@ -40,6 +40,8 @@ private:
     void showMainWindow();
 
     frmMain* m_main;
+    // Closed once only: a message at start-up may close it before its timer or Escape does.
+    bool m_closed = false;
     CaptionLabel* LabVers[2] = {nullptr, nullptr};
     CaptionLabel* lblProgress = nullptr;
     CaptionLabel* lblProgrammed = nullptr;

@@ -1,6 +1,7 @@
 #include "HelpViewer.h"
 
 #include "settings/Texts.h"
+#include "ui/common/ScreenFit.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -34,9 +35,11 @@ QTextBrowser* showHelpContents(QWidget* owner, QTextBrowser* viewer, const QStri
     if (QFile::exists(resource)) {
         viewer->setSource(QUrl(QStringLiteral("qrc") + resource));
     } else {
-        viewer->setPlainText(QStringLiteral("The help file \"%1\" cannot be found.").arg(helpFile));
+        viewer->setPlainText(uiText(txt::HelpMissing).arg(helpFile));
     }
     viewer->show();
+    // On a small screen, or at a large scale, all of it stays on the screen.
+    fitToScreen(viewer);
     viewer->raise();
     viewer->activateWindow();
     return viewer;

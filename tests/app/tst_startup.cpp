@@ -100,7 +100,12 @@ private Q_SLOTS:
         auto* viewer = window->findChild<QTextBrowser*>("HelpViewer");
         QVERIFY(viewer);
         QVERIFY(viewer->isVisible());
-        QVERIFY(viewer->toPlainText().contains("Opening a report"));
+        for (const char* topic : {"Opening a report", "Check Folder", "Check Listed Files Again",
+                                  "Save Report As", "Tools > Preferences"}) {
+            QVERIFY2(viewer->toPlainText().contains(topic), topic);
+        }
+        QCOMPARE(viewer->windowTitle(), "Help — Zentoria");
+        QVERIFY(viewer->screen()->availableGeometry().contains(viewer->frameGeometry()));
         // A window that only shows text closes with Escape, and with the main window.
         QVERIFY(QTest::qWaitForWindowExposed(viewer));
         viewer->activateWindow();

@@ -1,9 +1,12 @@
 #include "MainWindowFixture.h"
 #include "ui/common/CaptionLabel.h"
 
+#include <QApplication>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <sys/stat.h>
 
@@ -122,6 +125,23 @@ private Q_SLOTS:
         w.open(dataFile("export.vzt"));
         w.open(quoted);
         QVERIFY(w.window.windowTitle().startsWith("my \"best\" report.vzt"));
+        // Typed into the open dialog's name box, too.
+        w.open(dataFile("export.vzt"));
+        w.child<CommonDialog>("CMDlg")->setChooser({});
+        QTimer::singleShot(0, [&quoted] {
+            auto* edit = QApplication::activeModalWidget()->findChild<QLineEdit*>("fileNameEdit");
+            edit->setText(quoted);
+            // Whatever stays open (Qt's "File not found") is closed, and the title below tells.
+            QTimer::singleShot(1000, [] {
+                while (QWidget* modal = QApplication::activeModalWidget()) {
+                    modal->close();
+                }
+            });
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+        w.trigger("submnuOpen");
+        QVERIFY2(w.window.windowTitle().startsWith("my \"best\" report.vzt"),
+                 qPrintable(w.window.windowTitle()));
     }
 
     void fileOpenDialog() {

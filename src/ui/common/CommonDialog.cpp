@@ -3,12 +3,44 @@
 #include "PathMapDialog.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QScreen>
 #include <QStringList>
 #include <QUrl>
 
 namespace zentoria {
+
+namespace {
+
+// Qt's dialog reads double quotes in the typed name as a list of names ("a" "b"), so a report named
+// my "best" report.vzt typed in would be looked for as "best". A typed name that is an existing file as
+// it stands is taken as it stands; anything else goes to Qt's reading.
+class OpenFileDialog : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+    QString chosen() const { return m_typed.isEmpty() ? selectedFiles().value(0) : m_typed; }
+
+    void accept() override {
+        const auto* edit = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (edit && edit->text().contains(u'"')) {
+            const QFileInfo typed(directory(), edit->text());
+            if (typed.isFile()) {
+                m_typed = typed.absoluteFilePath();
+                QDialog::accept();
+                return;
+            }
+        }
+        QFileDialog::accept();
+    }
+
+private:
+    QString m_typed;
+};
+
+} // namespace
 
 CommonDialog::CommonDialog(QObject* parent)
     : QObject(parent) {}
@@ -18,7 +50,7 @@ bool CommonDialog::ShowOpen(QWidget* parent) {
         FileName = m_chooser(*this);
     } else {
         // Qt's own dialog, whatever the desktop's, so that the sidebar and the size are ours to set.
-        QFileDialog dialog(parent, DialogTitle, InitDir, toQtFilter(Filter));
+        OpenFileDialog dialog(parent, DialogTitle, InitDir, toQtFilter(Filter));
         dialog.setOption(QFileDialog::DontUseNativeDialog);
         dialog.setFileMode(QFileDialog::ExistingFile);
         dialog.setAcceptMode(QFileDialog::AcceptOpen);
@@ -35,7 +67,7 @@ bool CommonDialog::ShowOpen(QWidget* parent) {
         const QScreen* screen = parent ? parent->screen() : QGuiApplication::primaryScreen();
         dialog.resize(
             openDialogSize(dialog.sizeHint(), screen ? screen->availableGeometry().size() : QSize()));
-        FileName = dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+        FileName = dialog.exec() == QDialog::Accepted ? dialog.chosen() : QString();
     }
     return !FileName.isEmpty();
 }

@@ -55,6 +55,14 @@ LayoutResult ComputeLayout(const LayoutInput& in) {
     return out;
 }
 
+LayoutResult PanelGivesWay(LayoutResult out) {
+    if (out.PanelVisible && out.List.Width < kReadableListWidth) {
+        out.PanelVisible = false;
+        out.List = {-45, -45, out.Borders.Width + 45, out.Borders.Height};
+    }
+    return out;
+}
+
 namespace {
 
 // Whether the panes' controls take the layout of this tree width: none of them gets a negative width.

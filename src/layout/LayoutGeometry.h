@@ -110,4 +110,12 @@ qint32 roundHalfEven(double value);
 // range.
 LayoutResult ComputeLayout(const LayoutInput& in);
 
+// The narrowest list beside the panel in which a file's name can be read: two inches.
+inline constexpr float kReadableListWidth = 2880;
+
+// The window's layout as shown: where the right pane is too narrow for the panel and a readable list
+// (a small screen, a large scale, a wide tree), the panel gives way, hidden while it does not fit, and
+// the list takes the pane as in the classic view. Wherever both fit it is the layout above, unchanged.
+LayoutResult PanelGivesWay(LayoutResult out);
+
 } // namespace zentoria

@@ -4,7 +4,9 @@
 #include "settings/SettingsStore.h"
 #include "shell/ListScrollHook.h"
 #include "ui/common/CaptionLabel.h"
+#include "ui/common/FullTextDelegate.h"
 #include "ui/common/PictureBox.h"
+#include "ui/common/ScreenFit.h"
 #include "ui/common/Twips.h"
 #include "ui/views/FileListView.h"
 #include "ui/views/ReportTree.h"
@@ -231,6 +233,27 @@ private Q_SLOTS:
 
     // The file names get the room there is (at least the design's 6500 twips, and the list's width),
     // and a sideways scroll shows what a fresh paint of the same state shows, in the list and the tree.
+    void smallScreen() {
+        // Run at 1× and, as a test of its own, at 2× on the same 800 × 600 screen: the window fills the
+        // screen, and the list shows a file's whole name beside the panel or, where both do not fit, in
+        // its place.
+        Frame f;
+        const QRect screen = f.window.screen()->availableGeometry();
+        f.window.resize(screen.size());
+        fitToScreen(&f.window);
+        f.open(dataFile("mixed.vzt"));
+        f.activate("ID3v1");
+        const QModelIndex first = f.list->model()->index(0, 0);
+        const QString path = first.data().toString();
+        const QRect shown = f.list->visualRect(first).intersected(f.list->viewport()->rect());
+        const QString drawn = elidePath(path, f.list->fontMetrics(), shown.width());
+        QVERIFY2(drawn.endsWith(path.section(u'\\', -1)) && drawn.startsWith("C:\\") &&
+                     f.list->fontMetrics().horizontalAdvance(drawn) <= shown.width(),
+                 qPrintable(drawn));
+        QVERIFY(!f.panel->isVisible() || f.panel->geometry().right() < f.list->x() + f.list->viewport()->x());
+        QVERIFY(screen.contains(f.window.frameGeometry()));
+    }
+
     void listColumnAndSidewaysScroll() {
         Frame f;
         f.open(dataFile("longpaths.vzt"));
@@ -242,6 +265,8 @@ private Q_SLOTS:
             // No scroll bar where the column fits.
             QTRY_COMPARE(f.list->horizontalScrollBar()->maximum() > 0,
                          f.list->columnWidth(0) > f.list->viewport()->width());
+            // Where there is one, it starts where the rows do, clear of the panel and its scroll bar.
+            QCOMPARE(f.list->horizontalScrollBar()->mapTo(f.list, QPoint()).x(), f.list->viewport()->x());
         }
         // The tree's long paths in view, as the user opens the kind.
         static_cast<QTreeView*>(f.tree)->expandAll();

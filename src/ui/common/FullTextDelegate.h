@@ -18,7 +18,16 @@ public:
                const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
+
+protected:
+    // A path cut in the middle keeps its file's whole name where there is room for it.
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 };
+
+// The path shortened to the width, in the middle: its folders give way first ("C:\Music\Qu…\01 -
+// Song.mp3"), so that the file's name stays whole; when not even that fits, the whole path is cut in its
+// middle.
+QString elidePath(const QString& path, const QFontMetrics& metrics, int width);
 
 // A tooltip text that shows as the plain text it is: Qt shows anything that looks like markup as
 // markup, and a file name is data.

@@ -59,7 +59,8 @@ void frmMain::submnuWebStyle_Click() {
 }
 
 void frmMain::FitWebPanel() {
-    if (WebStyle) {
+    // A panel that gives way to the list (on a small screen) has no scroll bar either.
+    if (WebStyle && !pctWeb->isHidden()) {
         vsbBack->fitPanel(pctWeb->contentBottom(), geometryTwips(LV).Height);
     }
     LV->keepClearOfCover();

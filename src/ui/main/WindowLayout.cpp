@@ -78,7 +78,7 @@ void frmMain::ReDrawForm() {
     const TreeWidthPlan plan = PlanTreeWidth(in, lastSafeTreeWidth, widestScreenTwips());
     globals().InitialTVWidth = plan.Kept;
     in.TreeWidth = plan.Placed;
-    const LayoutResult out = ComputeLayout(in);
+    const LayoutResult out = PanelGivesWay(ComputeLayout(in));
     setTopTwips(TBAddress, out.AddressBarTop);
 
     SB->setPanelWidth(QStringLiteral("Playing"), out.Playing);

@@ -103,7 +103,31 @@ void FileListView::updateGeometries() {
     // The rows' area is narrower by the covered part: the end of a long path stays within reach.
     horizontalScrollBar()->setRange(0, qMax(0, header()->length() - rows.width()));
     horizontalScrollBar()->setPageStep(rows.width());
+    clearSidewaysBar();
     m_placing = false;
+}
+
+void FileListView::clearSidewaysBar() {
+    // The sideways scroll bar starts where the rows do: under the panel its left arrow is out of reach.
+    // The scroll area places it again on its own (when the bar shows, or the list resizes), hence the
+    // filter on its box too.
+    QWidget* box = horizontalScrollBar()->parentWidget();
+    if (box == this) {
+        return;
+    }
+    box->installEventFilter(this);
+    const int left = viewport()->x();
+    if (box->x() < left) {
+        box->setGeometry(box->geometry().adjusted(left - box->x(), 0, 0, 0));
+    }
+}
+
+bool FileListView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == horizontalScrollBar()->parentWidget() &&
+        (event->type() == QEvent::Move || event->type() == QEvent::Resize)) {
+        clearSidewaysBar();
+    }
+    return QTreeView::eventFilter(watched, event);
 }
 
 void FileListView::fitColumn(int rowsWidth) {

@@ -57,6 +57,8 @@ private:
     void showSortIndicator();
     // The one column at its design width, or as wide as the rows' area when that is wider.
     void fitColumn(int rowsWidth);
+    void clearSidewaysBar();
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     FileListModel* m_model;
     // The one column's design width: it is never narrower, and fills a wider list.

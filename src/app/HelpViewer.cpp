@@ -31,7 +31,14 @@ QTextBrowser* showHelpContents(QWidget* owner, QTextBrowser* viewer, const QStri
             QObject::connect(close, &QShortcut::activated, viewer, &QWidget::close);
         }
     }
-    const QString resource = helpResourceFor(helpFile);
+    QString resource = helpResourceFor(helpFile);
+    // In the language file's language, where the program has its help in it.
+    if (const QString locale = uiText(txt::Locale); !locale.isEmpty()) {
+        const QString translated = resource.chopped(5) + u'.' + locale + QStringLiteral(".html");
+        if (QFile::exists(translated)) {
+            resource = translated;
+        }
+    }
     if (QFile::exists(resource)) {
         viewer->setSource(QUrl(QStringLiteral("qrc") + resource));
     } else {

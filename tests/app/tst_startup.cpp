@@ -221,8 +221,13 @@ private Q_SLOTS:
         QCOMPARE(shown, captions);
         QCOMPARE(window->findChild<QMenu*>("mnuFile")->title(), captions.first());
         // Qt's own buttons speak the language file's language too.
+        const bool german = languageFile.endsWith("Deutsch.ini");
         QCOMPARE(QDialogButtonBox(QDialogButtonBox::Cancel).button(QDialogButtonBox::Cancel)->text(),
-                 languageFile.endsWith("Deutsch.ini") ? "Abbrechen" : "Cancel");
+                 german ? "Abbrechen" : "Cancel");
+        // And so does the help.
+        window->findChild<QAction*>("submnuShowHelp")->trigger();
+        const QString help = window->findChild<QTextBrowser*>("HelpViewer")->toPlainText();
+        QVERIFY(help.contains(german ? "Einen Bericht öffnen" : "Opening a report"));
     }
 
     void closingKeepsTheWindow_data() {

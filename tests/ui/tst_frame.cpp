@@ -12,11 +12,13 @@
 #include "ui/views/ReportTree.h"
 
 #include <QFile>
+#include <QHelpEvent>
 #include <QImage>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTemporaryDir>
+#include <QToolTip>
 #include <QWheelEvent>
 
 using namespace zentoria;
@@ -250,6 +252,12 @@ private Q_SLOTS:
         QVERIFY2(drawn.endsWith(path.section(u'\\', -1)) && drawn.startsWith("C:\\") &&
                      f.list->fontMetrics().horizontalAdvance(drawn) <= shown.width(),
                  qPrintable(drawn));
+        // A name cut short shows whole as its tooltip.
+        if (drawn != path) {
+            QHelpEvent help(QEvent::ToolTip, shown.center(), f.list->viewport()->mapToGlobal(shown.center()));
+            QCoreApplication::sendEvent(f.list->viewport(), &help);
+            QTRY_COMPARE(QToolTip::text(), path);
+        }
         QVERIFY(!f.panel->isVisible() || f.panel->geometry().right() < f.list->x() + f.list->viewport()->x());
         QVERIFY(screen.contains(f.window.frameGeometry()));
     }

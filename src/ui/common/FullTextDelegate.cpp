@@ -14,23 +14,20 @@ void FullTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     if (const auto* view = qobject_cast<const QAbstractItemView*>(option.widget)) {
         shown.rect = option.rect.intersected(view->viewport()->rect());
     }
-    QStyledItemDelegate::paint(painter, shown.rect.isEmpty() ? option : shown, index);
-}
-
-void FullTextDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
-    QStyledItemDelegate::initStyleOption(option, index);
-    if (option->textElideMode != Qt::ElideMiddle || option->text.isEmpty()) {
-        return;
+    if (shown.rect.isEmpty()) {
+        shown.rect = option.rect;
     }
-    // The room the style gives the text: the item less its margins and decoration.
-    const QWidget* widget = option->widget;
-    const QStyle* style = widget ? widget->style() : QApplication::style();
-    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
-    int width = option->rect.width() - 2 * margin;
-    if (option->features.testFlag(QStyleOptionViewItem::HasDecoration)) {
-        width -= option->decorationSize.width() + 2 * margin;
+    initStyleOption(&shown, index);
+    const QWidget* widget = option.widget;
+    QStyle* style = widget ? widget->style() : QApplication::style();
+    // A path cut in the middle keeps its file's whole name where there is room for it. Only what is
+    // drawn is cut: the size hint, which tells whether the tooltip is needed, measures the whole text.
+    if (shown.textElideMode == Qt::ElideMiddle && !shown.text.isEmpty()) {
+        const QRect text = style->subElementRect(QStyle::SE_ItemViewItemText, &shown, widget);
+        const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
+        shown.text = elidePath(shown.text, shown.fontMetrics, text.width() - 2 * margin);
     }
-    option->text = elidePath(option->text, option->fontMetrics, width);
+    style->drawControl(QStyle::CE_ItemViewItem, &shown, painter, widget);
 }
 
 QString elidePath(const QString& path, const QFontMetrics& metrics, int width) {

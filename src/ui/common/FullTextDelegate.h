@@ -18,10 +18,6 @@ public:
                const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
-
-protected:
-    // A path cut in the middle keeps its file's whole name where there is room for it.
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 };
 
 // The path shortened to the width, in the middle: its folders give way first ("C:\Music\Qu…\01 -

@@ -23,6 +23,12 @@ std::unique_ptr<QMessageBox> MessageBoxes::create(QWidget* parent, const QString
     return box;
 }
 
+void MessageBoxes::beforeShowing() const {
+    if (m_before) {
+        m_before();
+    }
+}
+
 void MessageBoxes::show(QWidget* parent, const QString& text, const QString& details) {
     present(parent, QStringLiteral("Zentoria"), text, details);
 }
@@ -33,9 +39,7 @@ void MessageBoxes::showTitled(QWidget* parent, const QString& title, const QStri
 
 void MessageBoxes::present(QWidget* parent, const QString& title, const QString& text,
                            const QString& details) {
-    if (m_before) {
-        m_before();
-    }
+    beforeShowing();
     m_lastDetails = details;
     m_lastTitle = title;
     if (m_answerer) {
@@ -49,9 +53,7 @@ void MessageBoxes::present(QWidget* parent, const QString& title, const QString&
 }
 
 bool MessageBoxes::ask(QWidget* parent, const QString& text) {
-    if (m_before) {
-        m_before();
-    }
+    beforeShowing();
     if (m_questioner) {
         return m_questioner(text);
     }
@@ -66,9 +68,7 @@ bool MessageBoxes::ask(QWidget* parent, const QString& text) {
 }
 
 QMessageBox::StandardButton MessageBoxes::askToSave(QWidget* parent, const QString& text) {
-    if (m_before) {
-        m_before();
-    }
+    beforeShowing();
     const QMessageBox::StandardButtons offered =
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel;
     if (m_chooser) {

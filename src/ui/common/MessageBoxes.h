@@ -49,6 +49,7 @@ public:
     static std::unique_ptr<QMessageBox> create(QWidget* parent, const QString& text);
 
 private:
+    void beforeShowing() const;
     void present(QWidget* parent, const QString& title, const QString& text, const QString& details);
 
     Answerer m_answerer;

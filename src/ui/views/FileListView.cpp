@@ -36,6 +36,9 @@ FileListView::FileListView(const NodeCollection& nodes, QWidget* parent)
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { m_selectionChanged = true; });
     connect(header(), &QHeaderView::sectionClicked, this, &FileListView::LV_ColumnClick);
+    // The scroll area places its sideways bar again on its own (when the bar shows, or the list
+    // resizes): each time it is kept clear of what covers the rows.
+    horizontalScrollBar()->parentWidget()->installEventFilter(this);
 }
 
 void FileListView::LV_ColumnClick(int column) {
@@ -109,13 +112,7 @@ void FileListView::updateGeometries() {
 
 void FileListView::clearSidewaysBar() {
     // The sideways scroll bar starts where the rows do: under the panel its left arrow is out of reach.
-    // The scroll area places it again on its own (when the bar shows, or the list resizes), hence the
-    // filter on its box too.
     QWidget* box = horizontalScrollBar()->parentWidget();
-    if (box == this) {
-        return;
-    }
-    box->installEventFilter(this);
     const int left = viewport()->x();
     if (box->x() < left) {
         box->setGeometry(box->geometry().adjusted(left - box->x(), 0, 0, 0));

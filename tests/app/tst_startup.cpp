@@ -152,7 +152,6 @@ private Q_SLOTS:
         const auto window = start(arguments, shown);
         QCOMPARE(shown, messages);
         QVERIFY(window->isVisible());
-        // The title names the file.
         const QString title = QString(window->messageBoxes().lastTitle()).remove(u'"');
         QVERIFY2(title.contains(QFileInfo(arguments.last().remove('"')).fileName()), qPrintable(title));
     }

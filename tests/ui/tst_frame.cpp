@@ -236,12 +236,11 @@ private Q_SLOTS:
     // The file names get the room there is (at least the design's 6500 twips, and the list's width),
     // and a sideways scroll shows what a fresh paint of the same state shows, in the list and the tree.
     void smallScreen() {
-        // Run at 1× and, as a test of its own, at 2× on the same 800 × 600 screen: the window fills the
-        // screen, and the list shows a file's whole name beside the panel or, where both do not fit, in
-        // its place.
+        // At 1×, and at 2× as tst_frame_2x: the window fills the screen, and the list shows a file's
+        // whole name beside the panel or, where both do not fit, in its place.
         Frame f;
         const QRect screen = f.window.screen()->availableGeometry();
-        f.window.resize(screen.size());
+        f.window.resize(screen.size() * 2);
         fitToScreen(&f.window);
         f.open(dataFile("mixed.vzt"));
         f.activate("ID3v1");

@@ -118,7 +118,7 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
         result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
         &failures);
     for (const scan::Failure& failure : failures) {
-        name(err, failure.path, failure.why);
+        name(err, failure.path, describe(failure));
     }
     scan::ReportOrigin made = origin(QStringLiteral("scan"), checked);
     made.leftOut = leftOut;
@@ -157,7 +157,7 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
     endProgress(err);
     for (const scan::Failure& failure : result.notFound) {
         name(err, failure.path,
-             QStringLiteral("not found here (%1: %2)").arg(mapping.map(failure.path), failure.why));
+             QStringLiteral("not found here (%1: %2)").arg(mapping.map(failure.path), describe(failure)));
     }
     QByteArray made;
     if (request.json) {

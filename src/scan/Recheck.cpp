@@ -30,15 +30,15 @@ RecheckResult recheckEntries(const QList<ReportEntry>& entries,
     for (const FoundProblem& problem : scanned.problems) {
         kinds.insert(problem.path, problem.kind);
     }
-    QHash<QString, QString> failures;
+    QHash<QString, Failure> failures;
     for (const Failure& failure : scanned.failures) {
-        failures.insert(failure.path, failure.why);
+        failures.insert(failure.path, failure);
     }
     for (qsizetype i = 0; i < entries.size(); ++i) {
         const ReportEntry& entry = entries.at(i);
         const QString& file = local.at(i);
         if (const auto failure = failures.constFind(file); failure != failures.cend()) {
-            result.notFound.append({entry.Path, *failure});
+            result.notFound.append({entry.Path, failure->obstacle, failure->error});
             result.now.append({qint16(result.now.size() + 1), entry.Kind, entry.Path});
         } else if (const auto kind = kinds.constFind(file); kind != kinds.cend()) {
             (*kind == entry.Kind ? result.still : result.changed).append(entry.Path);

@@ -69,12 +69,9 @@ QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath&
     for (FoundProblem& problem : problems) {
         const std::optional<QString> path = reportPath(problem.path);
         if (!path) {
-            unnamed->append({problem.path, QStringLiteral("a report cannot name it so that it leads back "
-                                                          "here: its name holds a backslash, which "
-                                                          "Windows reads as a folder")});
+            unnamed->append({problem.path, Obstacle::NameHasBackslash});
         } else if (!fitsReport(*path)) {
-            unnamed->append({problem.path, QStringLiteral("a report cannot name it: its name holds a line "
-                                                          "break or the report's closing words")});
+            unnamed->append({problem.path, Obstacle::NameBreaksReport});
         } else {
             named.append({*path, problem.kind});
         }

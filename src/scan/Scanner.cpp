@@ -114,10 +114,10 @@ public:
     // Lists the open folder: its files go to the pool, its folders to `pending`.
     void walkFolder(const FolderHandle& folder, const QString& path, std::vector<Found>& pending);
 
-    void fail(const QString& path, const QString& why) {
+    void fail(const QString& path, Obstacle obstacle, int error = 0) {
         ++m_failed;
         const QMutexLocker lock(&m_mutex);
-        m_result.failures.append({path, why});
+        m_result.failures.append({path, obstacle, error});
     }
 
     // Waits for the pool, and gives the result in its one order.
@@ -151,7 +151,7 @@ private:
         const std::optional<ProblemKind> kind = problemKindOf(probe);
         if (probe.outcome != TagProbe::Outcome::Probed) {
             ++m_unreadable;
-            fail(file, probe.error);
+            fail(file, probe.obstacle, probe.error);
         } else if (kind) {
             ++m_perKind[kindNumber(*kind)];
             const QMutexLocker lock(&m_mutex);
@@ -222,9 +222,7 @@ ScanResult Scanner::scanFolders(const QStringList& folders, const Progress& prog
                                                         O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK)
                                              : openLocal(folder.path, O_RDONLY | O_DIRECTORY | O_NONBLOCK);
             if (descriptor < 0) {
-                run.fail(folder.path, errno == ENOENT
-                                          ? QStringLiteral("vanished before it could be checked")
-                                          : QStringLiteral("cannot be entered: ") + systemError(errno));
+                run.fail(folder.path, errno == ENOENT ? Obstacle::Vanished : Obstacle::CannotEnter, errno);
                 continue;
             }
             auto open = std::make_shared<const OpenFolder>(descriptor);
@@ -244,12 +242,12 @@ void Scanner::Run::walkFolder(const FolderHandle& folder, const QString& path, s
     // for the folder, instead of failing every file in it.
     struct stat self = {};
     if (::fstatat(folder->descriptor, ".", &self, 0) != 0) {
-        fail(path, QStringLiteral("cannot be entered: ") + systemError(errno));
+        fail(path, Obstacle::CannotEnter, errno);
         return;
     }
     DIR* listing = ::fdopendir(::dup(folder->descriptor));
     if (!listing) {
-        fail(path, QStringLiteral("cannot be listed: ") + systemError(errno));
+        fail(path, Obstacle::CannotList, errno);
         return;
     }
     std::vector<std::pair<ino_t, Found>> files;
@@ -258,7 +256,7 @@ void Scanner::Run::walkFolder(const FolderHandle& folder, const QString& path, s
         const dirent* entry = ::readdir(listing);
         if (!entry) {
             if (errno != 0) {
-                fail(path, QStringLiteral("cannot be listed to its end: ") + systemError(errno));
+                fail(path, Obstacle::CannotListToEnd, errno);
             }
             break;
         }
@@ -278,16 +276,17 @@ void Scanner::Run::walkFolder(const FolderHandle& folder, const QString& path, s
                     const bool dangling = error == ENOENT && ::fstatat(folder->descriptor, entry->d_name,
                                                                        &link, AT_SYMLINK_NOFOLLOW) == 0;
                     fail(childPath(path, entry->d_name),
-                         dangling          ? QStringLiteral("a link that leads nowhere")
-                         : error == ENOENT ? QStringLiteral("vanished before it could be checked")
-                                           : QStringLiteral("cannot be checked: ") + systemError(error));
+                         dangling          ? Obstacle::DanglingLink
+                         : error == ENOENT ? Obstacle::Vanished
+                                           : Obstacle::CannotCheck,
+                         error);
                 }
                 continue;
             }
             isFolder = S_ISDIR(status.st_mode);
             isFile = S_ISREG(status.st_mode);
             if (!isFolder && !isFile && mp3) {
-                fail(childPath(path, entry->d_name), QStringLiteral("not a regular file"));
+                fail(childPath(path, entry->d_name), Obstacle::NotRegularFile);
                 continue;
             }
         }

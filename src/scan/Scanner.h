@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Failure.h"
 #include "report/ProblemKind.h"
 
 #include <QList>
@@ -16,14 +17,6 @@ struct FoundProblem {
     QString path;
     ProblemKind kind = ProblemKind::ID3v0;
     friend bool operator==(const FoundProblem&, const FoundProblem&) = default;
-};
-
-// A file or folder that could not be looked at, and why: a check names each one, so that no file it
-// did not see passes for one that is fine.
-struct Failure {
-    QString path;
-    QString why;
-    friend bool operator==(const Failure&, const Failure&) = default;
 };
 
 // Counts while a check runs.

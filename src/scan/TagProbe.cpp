@@ -174,10 +174,11 @@ bool taglibHasFrame(int descriptor, qint64 at) {
     return !tag.frameList().isEmpty();
 }
 
-TagProbe failed(TagProbe::Outcome outcome, QString error) {
+TagProbe failed(TagProbe::Outcome outcome, Obstacle obstacle, int error = 0) {
     TagProbe probe;
     probe.outcome = outcome;
-    probe.error = std::move(error);
+    probe.obstacle = obstacle;
+    probe.error = error;
     return probe;
 }
 
@@ -238,12 +239,10 @@ TagProbe probeBytes(int descriptor, qint64 length) {
         probe.hasID3v1 = id3v1TellsSomething(file.read(length - 128, 128));
     }
     if (file.error() != 0) {
-        return failed(TagProbe::Outcome::Unreadable,
-                      QStringLiteral("cannot be read: ") + systemError(file.error()));
+        return failed(TagProbe::Outcome::Unreadable, Obstacle::CannotRead, file.error());
     }
     if (!audio) {
-        return failed(TagProbe::Outcome::NotMpeg,
-                      QStringLiteral("no MPEG audio found: not an MP3 file, or cut short"));
+        return failed(TagProbe::Outcome::NotMpeg, Obstacle::NotMpeg);
     }
     probe.outcome = TagProbe::Outcome::Probed;
     return probe;
@@ -254,11 +253,10 @@ TagProbe probeDescriptor(int descriptor) {
     struct stat status = {};
     TagProbe probe;
     if (::fstat(descriptor, &status) != 0) {
-        probe =
-            failed(TagProbe::Outcome::Unreadable, QStringLiteral("cannot be read: ") + systemError(errno));
+        probe = failed(TagProbe::Outcome::Unreadable, Obstacle::CannotRead, errno);
     } else if (!S_ISREG(status.st_mode)) {
         // A device or a named pipe named ".mp3" holds no file to check: /dev/zero would read forever.
-        probe = failed(TagProbe::Outcome::Unreadable, QStringLiteral("not a regular file"));
+        probe = failed(TagProbe::Outcome::Unreadable, Obstacle::NotRegularFile);
     } else {
         probe = probeBytes(descriptor, qint64(status.st_size));
     }
@@ -267,9 +265,8 @@ TagProbe probeDescriptor(int descriptor) {
 }
 
 TagProbe openFailed(int error) {
-    return failed(TagProbe::Outcome::Unreadable,
-                  error == ENOENT ? QStringLiteral("no such file")
-                                  : QStringLiteral("cannot be read: ") + systemError(error));
+    return error == ENOENT ? failed(TagProbe::Outcome::Unreadable, Obstacle::NoSuchFile)
+                           : failed(TagProbe::Outcome::Unreadable, Obstacle::CannotRead, error);
 }
 
 // Not blocking: a named pipe called "x.mp3" would otherwise wait for a writer forever.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Failure.h"
 #include "report/ProblemKind.h"
 
 #include <QByteArray>
@@ -23,8 +24,9 @@ struct TagProbe {
     // either way.
     bool hasID3v1 = false;
     bool hasID3v2 = false;
-    // Why the file was not probed, for a person to read; empty when it was.
-    QString error;
+    // Why the file was not probed, with the system's error where there is one.
+    Obstacle obstacle = Obstacle::CannotRead;
+    int error = 0;
 };
 
 // Looks at one file's tags as TagLib reads them (TagBytes says where the answer differs), read-only:

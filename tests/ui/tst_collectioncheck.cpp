@@ -1,6 +1,7 @@
 #include "../report/ReportBuilder.h"
 #include "../scan/Mp3Files.h"
 #include "MainWindowFixture.h"
+#include "settings/Globals.h"
 #include "settings/Preferences.h"
 #include "ui/check/CheckProgress.h"
 
@@ -65,7 +66,7 @@ private Q_SLOTS:
         QVERIFY(c.progress->isVisible());
         QVERIFY(!c.child<QAction>("submnuCheckFolder")->isEnabled());
         QTRY_VERIFY(!c.progress->isVisible());
-        QCOMPARE(c.child<QLabel>("lblStatusMessage")->text(),
+        QCOMPARE(c.child<QLabel>("lblStatusMessage")->accessibleName(),
                  "Check done: 4 files checked: 1 without ID3v1, 1 without ID3v2, 1 without tags; 2 files or "
                  "folders could not be checked.");
 
@@ -113,6 +114,31 @@ private Q_SLOTS:
         QCOMPARE(startedAt, c.music);
     }
 
+    // Under a German language file, what could not be checked is said in German, the system's error
+    // too, as is what a screen reader hears of the window.
+    void checkSpeaksGerman() {
+        globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/Deutsch.ini");
+        const auto english = qScopeGuard([] { globals().LanguageFile.clear(); });
+        Checking c;
+        QCOMPARE(c.child<QWidget>("TV")->accessibleName(), "Problemarten");
+        QCOMPARE(c.child<QWidget>("vsbBack")->accessibleName(), "Details blättern");
+        // A link to itself: the system's error, in the language file's words.
+        QVERIFY(QFile::link("loop.mp3", c.music + "/loop.mp3"));
+        c.answer(c.music);
+        c.trigger("submnuCheckFolder");
+        QTRY_VERIFY(!c.progress->isVisible());
+        QCOMPARE(
+            c.window.messageBoxes().lastDetails(),
+            c.music + "/junk.mp3: keine MPEG-Audiodaten gefunden: keine MP3-Datei, oder abgeschnitten\n" +
+                c.music + "/loop.mp3: lässt sich nicht prüfen: Zu viele Ebenen symbolischer Verknüpfungen\n" +
+                c.music + "/pipe.mp3: keine gewöhnliche Datei");
+        // The longer German end line is cut to the bar, not off at its edge.
+        const QLabel* status = c.child<QLabel>("lblStatusMessage");
+        QVERIFY(status->accessibleName().startsWith("Prüfung beendet: 4 Dateien geprüft"));
+        QVERIFY(status->text() == status->accessibleName() || status->text().endsWith(u'…'));
+        QVERIFY(status->fontMetrics().horizontalAdvance(status->text()) <= status->contentsRect().width());
+    }
+
     void cancelAndCloseLeaveNothingBehind() {
         Checking c;
         c.open(dataFile("export.vzt"));
@@ -132,7 +158,9 @@ private Q_SLOTS:
         QCOMPARE(c.window.windowTitle(), title);
         QCOMPARE(c.messages, QStringList());
         QVERIFY(c.child<QLabel>("lblStatusMessage")->isVisible());
-        QVERIFY(c.child<QLabel>("lblStatusMessage")->text().startsWith("The check was cancelled after "));
+        QVERIFY(c.child<QLabel>("lblStatusMessage")
+                    ->accessibleName()
+                    .startsWith("The check was cancelled after "));
         QVERIFY(!c.child<QAction>("submnuSaveAs")->isEnabled());
         QVERIFY(c.child<QAction>("submnuCheckFolder")->isEnabled());
 

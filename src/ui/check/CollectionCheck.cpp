@@ -1,6 +1,7 @@
 #include "CollectionCheck.h"
 
 #include "CheckProgress.h"
+#include "FailureWording.h"
 #include "Version.h"
 #include "settings/Preferences.h"
 #include "settings/Texts.h"
@@ -28,9 +29,10 @@ scan::ReportOrigin madeHere(const QStringList& checked) {
 
 // The first few of the files named in the message itself, all of them in its details.
 void nameFailures(QStringList& lines, QString& details, const QList<scan::Failure>& failures) {
+    const scan::FailureWording wording = failureWording();
     QStringList all;
     for (const scan::Failure& failure : failures) {
-        all << failure.path + QStringLiteral(": ") + failure.why;
+        all << failure.path + QStringLiteral(": ") + describe(failure, wording);
     }
     lines << all.first(std::min<qsizetype>(kNamedFailures, all.size()));
     if (all.size() > kNamedFailures) {

@@ -2,6 +2,7 @@
 
 #include "scan/ReportWriter.h"
 #include "settings/SettingsStore.h"
+#include "settings/Texts.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -31,10 +32,11 @@ QString takeRecoveredReport() {
         return {};
     }
     const QString stamp = kept.lastModified().toString(QStringLiteral("yyyy-MM-dd HH.mm"));
-    QString target = kept.absoluteDir().filePath(QStringLiteral("Recovered check %1.vzt").arg(stamp));
+    // Named in the user's language: the message that tells of it, and File > Recent, show the name.
+    const QString name = uiText(txt::RecoveredFileName).arg(stamp).replace(u'/', u'-');
+    QString target = kept.absoluteDir().filePath(name + QStringLiteral(".vzt"));
     for (int number = 2; QFileInfo::exists(target); ++number) {
-        target =
-            kept.absoluteDir().filePath(QStringLiteral("Recovered check %1 (%2).vzt").arg(stamp).arg(number));
+        target = kept.absoluteDir().filePath(QStringLiteral("%1 (%2).vzt").arg(name).arg(number));
     }
     return QFile::rename(kept.absoluteFilePath(), target) ? target : kept.absoluteFilePath();
 }

@@ -27,8 +27,10 @@ StatusBar::StatusBar(QWidget* parent)
 }
 
 void StatusBar::showMessage(const QString& text) {
-    m_message->setText(text);
+    // Cut to the bar with an ellipsis where the window is narrow; the tooltip and a screen reader have
+    // it whole.
     m_message->setToolTip(text);
+    m_message->setAccessibleName(text);
     m_message->show();
     placePanels();
     m_messageTimer->start();
@@ -98,6 +100,8 @@ void StatusBar::placePanels() {
         left += p.width;
     }
     m_message->setGeometry(rect());
+    m_message->setText(m_message->fontMetrics().elidedText(m_message->toolTip(), Qt::ElideRight,
+                                                           m_message->contentsRect().width()));
     m_message->raise();
     if (m_work) {
         m_work->setGeometry(rect());

@@ -100,7 +100,7 @@ void frmMain::createControls() {
     pctBorders = named(new PictureBox(m_client), "pctBorders");
     pctBorders->setBackgroundColor(palette().color(QPalette::Base));
     setGeometryTwips(pctBorders, 4440, 1080, 5775, 2775);
-    pctBorders->setAccessibleName(QStringLiteral("Files and details"));
+    pctBorders->setAccessibleName(uiText(txt::FilesAndDetails));
 
     vsbBack = new PanelScrollBar(pctBorders);
     setGeometryTwips(vsbBack, 5280, 0, 255, 6375);
@@ -119,8 +119,8 @@ void frmMain::createControls() {
     setGeometryTwips(LV, 3000, 0, 1935, 2685);
     pctWeb->describe(LV);
     vsbBack->attach(pctWeb, LV);
-    LV->setAccessibleName(QStringLiteral("Files"));
-    LV->setAccessibleDescription(QStringLiteral("The files with the activated kind of problem."));
+    LV->setAccessibleName(uiText(txt::FilesName));
+    LV->setAccessibleDescription(uiText(txt::FilesDescription));
     // The list's items name positions in the tree; a rebuilt tree has other nodes at them.
     connect(report, &QAbstractItemModel::modelAboutToBeReset, LV->listModel(), &FileListModel::clear);
     connect(LV, &QAbstractItemView::clicked, this, &frmMain::LV_ItemClick);
@@ -139,10 +139,10 @@ void frmMain::createControls() {
     // Panels that stay empty say nothing to a screen reader.
     SB->addPanel(QStringLiteral("Playing"), 1440);
     SB->addPanel(QStringLiteral("PlayingStatus"), 1440);
-    SB->addPanel(QStringLiteral("Blank"), 1440)->setAccessibleName(QStringLiteral("Status"));
+    SB->addPanel(QStringLiteral("Blank"), 1440)->setAccessibleName(uiText(txt::Status));
     SB->addPanel(QStringLiteral("About"), 1440, QStringLiteral("By Orsolt"))
         ->setToolTip(QStringLiteral("By Orsolt"));
-    SB->setAccessibleName(QStringLiteral("Status"));
+    SB->setAccessibleName(uiText(txt::Status));
 
     ImgDirTree = named(new ImageList(this), "ImgDirTree");
     CMDlg = named(new CommonDialog(this), "CMDlg");
@@ -152,16 +152,16 @@ void frmMain::createControls() {
     setGeometryTwips(pctToLoad, 9960, 0, 300, 300);
     pctToLoad->setAutoSize(true);
     pctToLoad->hide();
-    pctToLoad->setAccessibleName(QStringLiteral("Icon being loaded"));
+    pctToLoad->setAccessibleName(uiText(txt::IconBeingLoaded));
 
     TBAddress = named(new QFrame(m_client), "TBAddress");
     TBAddress->setFrameStyle(QFrame::NoFrame);
     setGeometryTwips(TBAddress, 0, 375, 5055, 520);
-    TBAddress->setAccessibleName(QStringLiteral("Address bar"));
+    TBAddress->setAccessibleName(uiText(txt::AddressBarName));
 
     TBAD_Drag = named(new PictureBox(TBAddress), "TBAD_Drag");
     setGeometryTwips(TBAD_Drag, 45, 150, 60, 330);
-    TBAD_Drag->setAccessibleName(QStringLiteral("Address bar grip"));
+    TBAD_Drag->setAccessibleName(uiText(txt::AddressBarGrip));
 
     WEPath = named(new CaptionLabel(TBAddress), "WEPath");
     WEPath->setCaption(QStringLiteral("WEPath"));
@@ -169,8 +169,8 @@ void frmMain::createControls() {
     WEPath->setSingleBorder(true);
     WEPath->setOpaqueColours(QPalette::Base, QPalette::Text);
     WEPath->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    WEPath->setAccessibleTitle(QStringLiteral("Address"));
-    WEPath->setAccessibleDescription(QStringLiteral("The open report and the activated kind."));
+    WEPath->setAccessibleTitle(uiText(txt::AddressBar));
+    WEPath->setAccessibleDescription(uiText(txt::AddressDescription));
     connect(WEPath, &CaptionLabel::captionChanged, this, &frmMain::WEPath_Change);
 
     // Connected before its first caption, so that the path box starts after the caption as drawn in
@@ -183,7 +183,7 @@ void frmMain::createControls() {
 
     Separator = named(new PictureBox(m_client), "Separator");
     Separator->setCursor(Qt::SizeHorCursor);
-    Separator->setAccessibleName(QStringLiteral("Separator between the kinds and the files"));
+    Separator->setAccessibleName(uiText(txt::SeparatorName));
     setGeometryTwips(Separator, 4200, 1080, 75, 5835);
     // Owned by the separator.
     new SeparatorDrag(Separator, m_client, [this] { ReDrawForm(); });
@@ -191,9 +191,8 @@ void frmMain::createControls() {
     TV = named(new ReportTree(m_client), "TV");
     TV->setReportModel(report);
     setGeometryTwips(TV, 0, 1080, 4215, 5775);
-    TV->setAccessibleName(QStringLiteral("Problem kinds"));
-    TV->setAccessibleDescription(
-        QStringLiteral("The kinds of problem the report found; activating one lists its files."));
+    TV->setAccessibleName(uiText(txt::ProblemKinds));
+    TV->setAccessibleDescription(uiText(txt::ProblemKindsDescription));
     // Tab goes tree, list, the details' scroll bar (while it shows), as a reader goes left to right.
     setTabOrder(TV, LV);
     setTabOrder(LV, vsbBack);

@@ -1,5 +1,6 @@
 #include "PanelScrollBar.h"
 
+#include "settings/Texts.h"
 #include "ui/common/Twips.h"
 
 #include <QFocusFrame>
@@ -23,8 +24,8 @@ PanelScrollBar::PanelScrollBar(QWidget* parent)
     setObjectName(QStringLiteral("vsbBack"));
     m_focusFrame->setObjectName(QStringLiteral("vsbBackFocus"));
     m_focusFrame->hide();
-    setAccessibleName(QStringLiteral("Scroll the details"));
-    setAccessibleDescription(QStringLiteral("Scrolls the details panel when it is taller than the window."));
+    setAccessibleName(uiText(txt::ScrollDetails));
+    setAccessibleDescription(uiText(txt::ScrollDetailsDescription));
     // Tab reaches it after the list, while it shows.
     setFocusPolicy(Qt::TabFocus);
     // The value changes once a thumb drag ends; during the drag only the slider moves.

@@ -111,8 +111,8 @@ WebPanel::WebPanel(QWidget* parent)
     setBackgroundColor(Qt::white);
     setPicture(QPixmap(QStringLiteral(":/zentoria/web-banner.png")));
     setGeometryTwips(this, 0, 0, 2895, 2655);
-    setAccessibleName(QStringLiteral("Details"));
-    setAccessibleDescription(QStringLiteral("What is selected in the list."));
+    setAccessibleName(uiText(txt::Details));
+    setAccessibleDescription(uiText(txt::DetailsDescription));
     createControls();
 }
 
@@ -123,7 +123,7 @@ void WebPanel::createControls() {
     pctWebLine->setPicture(QPixmap(QStringLiteral(":/zentoria/web-line.png")));
 
     auto* other = named(new QLabel(this), "ImgOthers");
-    other->setAccessibleName(QStringLiteral("Icon of MP3 files"));
+    other->setAccessibleName(uiText(txt::Mp3Icon));
     other->setProperty("index", 0);
     other->setPixmap(programIcon().pixmap(32, 32));
     setGeometryTwips(other, 720, 240, 480, 480);
@@ -147,11 +147,11 @@ void WebPanel::createControls() {
     WebItemType->setAccessibleTitle(QStringLiteral("Problem"));
     WebToolTip->setAccessibleTitle(QStringLiteral("Note"));
     lblInfo->setAccessibleTitle(QStringLiteral("Details"));
-    pctWebLine->setAccessibleName(QStringLiteral("Line under the title"));
+    pctWebLine->setAccessibleName(uiText(txt::TitleLine));
 
     ImgIcon = named(new QLabel(this), "ImgIcon");
     ImgIcon->setPixmap(programIcon().pixmap(32, 32));
-    ImgIcon->setAccessibleName(QStringLiteral("Icon of MP3 files"));
+    ImgIcon->setAccessibleName(uiText(txt::Mp3Icon));
     setGeometryTwips(ImgIcon, 195, 175, 480, 480);
 
     ShowSelectedItems = named(new QTimer(this), "ShowSelectedItems");

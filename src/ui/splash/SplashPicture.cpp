@@ -1,7 +1,9 @@
 #include "SplashPicture.h"
 
+#include "settings/Texts.h"
 #include "shell/DrawnFileIcons.h"
 
+#include <QFontMetricsF>
 #include <QLinearGradient>
 #include <QPainter>
 
@@ -44,10 +46,18 @@ void drawSplashPicture(QPainter& painter) {
     QFont subtitle = title;
     subtitle.setPixelSize(15);
     subtitle.setBold(false);
+    // A language file's longer words get a smaller type rather than being cut at the picture's edge.
+    const QString purpose[] = {uiText(txt::SplashPurpose1), uiText(txt::SplashPurpose2)};
+    const qreal room = area.width() - 193 - 12;
+    while (subtitle.pixelSize() > 9 &&
+           std::max(QFontMetricsF(subtitle).horizontalAdvance(purpose[0]),
+                    QFontMetricsF(subtitle).horizontalAdvance(purpose[1])) > room) {
+        subtitle.setPixelSize(subtitle.pixelSize() - 1);
+    }
     painter.setFont(subtitle);
     painter.setPen(QColor(0x4f, 0x58, 0x66));
-    painter.drawText(QPointF(193, 188), QStringLiteral("Integrity reports of Melvadex,"));
-    painter.drawText(QPointF(193, 208), QStringLiteral("shown like a disk in a file manager"));
+    painter.drawText(QPointF(193, 188), purpose[0]);
+    painter.drawText(QPointF(193, 208), purpose[1]);
 
     QFont foot = subtitle;
     foot.setPixelSize(12);

@@ -125,7 +125,7 @@ bool ReportTreeModel::hasChildren(const QModelIndex& parent) const {
 
 QVariant ReportTreeModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation == Qt::Horizontal && section == 0 && role == Qt::DisplayRole) {
-        return QStringLiteral("Problem kinds");
+        return uiText(txt::ProblemKinds);
     }
     return QAbstractItemModel::headerData(section, orientation, role);
 }

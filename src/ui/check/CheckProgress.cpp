@@ -1,9 +1,9 @@
 #include "CheckProgress.h"
 
 #include "settings/Texts.h"
+#include "ui/common/ElidedLabel.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QShortcut>
@@ -12,13 +12,12 @@ namespace zentoria {
 
 CheckProgress::CheckProgress(QWidget* parent)
     : QFrame(parent)
-    , lblCheckCounts(new QLabel(this))
+    , lblCheckCounts(new ElidedLabel(this))
     , prgCheck(new QProgressBar(this))
     , cmdCancelCheck(new QPushButton(uiText(txt::CancelCheck), this)) {
     setObjectName(QStringLiteral("fraCheckProgress"));
     setAutoFillBackground(true);
     lblCheckCounts->setObjectName(QStringLiteral("lblCheckCounts"));
-    lblCheckCounts->setTextFormat(Qt::PlainText);
     prgCheck->setObjectName(QStringLiteral("prgCheck"));
     prgCheck->setAccessibleName(uiText(txt::CheckProgress));
     prgCheck->setMaximumWidth(220);
@@ -38,7 +37,7 @@ CheckProgress::CheckProgress(QWidget* parent)
 }
 
 void CheckProgress::start() {
-    lblCheckCounts->setText(uiText(txt::CheckStarting));
+    lblCheckCounts->setFullText(uiText(txt::CheckStarting));
     // Busy until the walk has found files to count against.
     prgCheck->setRange(0, 0);
     m_counts = {};
@@ -55,8 +54,7 @@ void CheckProgress::showCounts(const scan::ScanCounts& counts) {
                              .arg(counts.perKind.of(ProblemKind::ID3v1))
                              .arg(counts.perKind.of(ProblemKind::ID3v2))
                              .arg(counts.perKind.of(ProblemKind::ID3v0));
-    lblCheckCounts->setText(line);
-    lblCheckCounts->setToolTip(line);
+    lblCheckCounts->setFullText(line);
     prgCheck->setAccessibleDescription(line);
     // A share of what is found so far would run ahead of the truth: busy until the total is known.
     if (!counts.allFound) {

@@ -4,11 +4,12 @@
 
 #include <QFrame>
 
-class QLabel;
 class QProgressBar;
 class QPushButton;
 
 namespace zentoria {
+
+class ElidedLabel;
 
 // What the status bar shows while the collection is checked: the counts, a progress bar (which a
 // screen reader announces as it moves) and a Cancel button.
@@ -31,7 +32,7 @@ Q_SIGNALS:
     void ended(const QString& summary);
 
 private:
-    QLabel* lblCheckCounts;
+    ElidedLabel* lblCheckCounts;
     QProgressBar* prgCheck;
     QPushButton* cmdCancelCheck;
     scan::ScanCounts m_counts;

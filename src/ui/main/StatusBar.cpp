@@ -1,5 +1,6 @@
 #include "StatusBar.h"
 
+#include "ui/common/ElidedLabel.h"
 #include "ui/common/Twips.h"
 
 #include <QEvent>
@@ -10,13 +11,12 @@ namespace zentoria {
 
 StatusBar::StatusBar(QWidget* parent)
     : QFrame(parent)
-    , m_message(new QLabel(this))
+    , m_message(new ElidedLabel(this))
     , m_messageTimer(new QTimer(this)) {
     if (parent) {
         parent->installEventFilter(this);
     }
     m_message->setObjectName(QStringLiteral("lblStatusMessage"));
-    m_message->setTextFormat(Qt::PlainText);
     m_message->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     m_message->setContentsMargins(2, 0, 2, 0);
     m_message->setAutoFillBackground(true);
@@ -27,10 +27,7 @@ StatusBar::StatusBar(QWidget* parent)
 }
 
 void StatusBar::showMessage(const QString& text) {
-    // Cut to the bar with an ellipsis where the window is narrow; the tooltip and a screen reader have
-    // it whole.
-    m_message->setToolTip(text);
-    m_message->setAccessibleName(text);
+    m_message->setFullText(text);
     m_message->show();
     placePanels();
     m_messageTimer->start();
@@ -100,8 +97,6 @@ void StatusBar::placePanels() {
         left += p.width;
     }
     m_message->setGeometry(rect());
-    m_message->setText(m_message->fontMetrics().elidedText(m_message->toolTip(), Qt::ElideRight,
-                                                           m_message->contentsRect().width()));
     m_message->raise();
     if (m_work) {
         m_work->setGeometry(rect());

@@ -8,6 +8,8 @@ class QTimer;
 
 namespace zentoria {
 
+class ElidedLabel;
+
 // A status bar of keyed panels laid side by side from the left, each as wide as it is told (in twips);
 // nothing stretches on its own, the window's layout sets every width. It keeps to the bottom of its
 // container at the container's full width, whatever its size, as status bars do.
@@ -28,7 +30,7 @@ public:
     // the bar. The bar takes it as its child.
     void setWorkWidget(QWidget* widget);
     // A line over every panel for a while (what a long work found when it ended), until work starts
-    // again or the time is up.
+    // again or the time is up; cut to the bar, whole in its tooltip.
     void showMessage(const QString& text);
     static constexpr int kMessageMs = 20'000;
 
@@ -46,7 +48,7 @@ private:
     };
     QList<Panel> m_panels;
     QWidget* m_work = nullptr;
-    QLabel* m_message;
+    ElidedLabel* m_message;
     QTimer* m_messageTimer;
 };
 

@@ -125,11 +125,18 @@ private Q_SLOTS:
         w.open(dataFile("export.vzt"));
         w.open(quoted);
         QVERIFY(w.window.windowTitle().startsWith("my \"best\" report.vzt"));
-        // Typed into the open dialog's name box, too.
+        // Typed into the open dialog's name box, which has the keyboard when the dialog opens.
         w.open(dataFile("export.vzt"));
         w.child<CommonDialog>("CMDlg")->setChooser({});
         QTimer::singleShot(0, [&quoted] {
-            auto* edit = QApplication::activeModalWidget()->findChild<QLineEdit*>("fileNameEdit");
+            QLineEdit* edit = nullptr;
+            const bool typing = QTest::qWaitFor([&edit] {
+                return (edit = qobject_cast<QLineEdit*>(QApplication::focusWidget())) != nullptr;
+            });
+            if (!typing) {
+                QApplication::activeModalWidget()->close();
+                QFAIL("the open dialog starts with the keyboard in its name box");
+            }
             edit->setText(quoted);
             // Whatever stays open (Qt's "File not found") is closed, and the title below tells.
             QTimer::singleShot(1000, [] {

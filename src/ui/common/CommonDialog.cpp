@@ -2,10 +2,13 @@
 
 #include "PathMapDialog.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLineEdit>
+#include <QPointer>
 #include <QScreen>
 #include <QStringList>
 #include <QUrl>
@@ -19,14 +22,23 @@ namespace {
 // it stands is taken as it stands; anything else goes to Qt's reading.
 class OpenFileDialog : public QFileDialog {
 public:
-    using QFileDialog::QFileDialog;
+    OpenFileDialog(QWidget* parent, const QString& caption, const QString& folder, const QString& filter)
+        : QFileDialog(parent, caption, folder, filter) {
+        // Qt gives no access to its name box. The line edit of this dialog that last had the keyboard is
+        // the one the user typed into; an item view's rename editor is not a name.
+        connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+            auto* edit = qobject_cast<QLineEdit*>(now);
+            if (edit && isAncestorOf(edit) && !insideItemView(edit)) {
+                m_nameBox = edit;
+            }
+        });
+    }
 
     QString chosen() const { return m_typed.isEmpty() ? selectedFiles().value(0) : m_typed; }
 
     void accept() override {
-        const auto* edit = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        if (edit && edit->text().contains(u'"')) {
-            const QFileInfo typed(directory(), edit->text());
+        if (m_nameBox && m_nameBox->text().contains(u'"')) {
+            const QFileInfo typed(directory(), m_nameBox->text());
             if (typed.isFile()) {
                 m_typed = typed.absoluteFilePath();
                 QDialog::accept();
@@ -37,6 +49,16 @@ public:
     }
 
 private:
+    bool insideItemView(const QWidget* widget) const {
+        for (const QWidget* up = widget->parentWidget(); up && up != this; up = up->parentWidget()) {
+            if (qobject_cast<const QAbstractItemView*>(up)) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    QPointer<QLineEdit> m_nameBox;
     QString m_typed;
 };
 

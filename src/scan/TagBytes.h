@@ -33,7 +33,8 @@ std::optional<Id3v2Header> id3v2Header(QByteArrayView bytes);
 // tag of another version than 2.3 or 2.4, a 2.3 tag unsynchronised as a whole, or too few bytes.
 // Two well-formed kinds of tag that TagLib 1.13 reads as frameless are read as tag editors read them:
 // a 2.3 extended header is skipped by its real size (4 bytes more than TagLib skips), and a 2.4 footer
-// is not taken off the frame data a second time (TagLib loses a frame that starts in the last 20 bytes).
+// is not taken off the frame data a second time (TagLib loses a frame that starts in the last 20 bytes),
+// nor is a 2.4 extended header (TagLib loses the frame that ends a tag without padding).
 std::optional<bool> id3v2HasFrame(const Id3v2Header& header, QByteArrayView data, qint64 dataLength);
 
 // Whether the 128 bytes of an ID3v1 tag ("TAG" ...) tell something: a text field with more than blanks

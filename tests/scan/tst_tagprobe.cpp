@@ -95,7 +95,8 @@ private Q_SLOTS:
         row("2.3 with a title", tag(3, title(3), 0, 100) + kAudio);
         row("2.2, as old iTunes wrote", tag(2, title(2), 0, 100) + kAudio);
         row("2.3 unsynchronised", tag(3, title(3, "\xFF\x00\xE0 x"), char(0x80), 20) + kAudio);
-        row("2.4 extended header", tag(4, bigEndian(6, true) + "\x01\x00" + title(4), 0x40, 20) + kAudio);
+        row("2.4 extended header",
+            tag(4, bigEndian(6, true) + QByteArray("\x01\x00", 2) + title(4), 0x40, 20) + kAudio);
         row("2.4 footer after padding", tag(4, title(4), 0x10, 40) + kAudio);
         row("padding alone", tag(4, {}, 0, 500) + kAudio + kTitle);
         row("10 MB of padding", tag(3, title(3), 0, 10 << 20) + kAudio);
@@ -128,6 +129,10 @@ private Q_SLOTS:
             "1 0 1");
         row("2.4 footer, a short frame last", tag(4, title(4, "Waterloo!"), 0x10) + kAudio, "tag editors",
             "1 0 1");
+        // It takes a 2.4 extended header off the frame data twice: a tiny tag's last frame is lost.
+        row("2.4 extended header, no padding",
+            tag(4, bigEndian(6, true) + QByteArray("\x01\x00", 2) + title(4, "Abba"), 0x40) + kAudio,
+            "tag editors", "1 0 1");
         row("ID3v1 of blanks", kAudio + v1(QByteArray(30, ' '), "    ", QByteArray(30, ' ')), "tag editors",
             "1 0 0");
         row("64 MB of something else", QByteArray(64 << 20, 'x'), "tag editors", "0 0 0");

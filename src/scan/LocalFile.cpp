@@ -11,11 +11,14 @@
 
 namespace zentoria::scan {
 
-int openBytes(const QByteArray& path, int flags) {
+int openBytesAt(int start, const QByteArray& path, int flags) {
     if (path.size() < PATH_MAX) {
-        return ::open(path.constData(), flags | O_CLOEXEC);
+        return ::openat(start, path.constData(), flags | O_CLOEXEC);
     }
-    int folder = path.startsWith('/') ? ::open("/", O_RDONLY | O_DIRECTORY | O_CLOEXEC) : AT_FDCWD;
+    int folder = path.startsWith('/') ? ::open("/", O_RDONLY | O_DIRECTORY | O_CLOEXEC) : start;
+    if (folder < 0 && folder != AT_FDCWD) {
+        return -1;
+    }
     const QList<QByteArray> parts = path.split('/');
     for (qsizetype i = 0; i < parts.size(); ++i) {
         const QByteArray& part = parts.at(i);
@@ -26,7 +29,7 @@ int openBytes(const QByteArray& path, int flags) {
         const int next = ::openat(folder, part.isEmpty() ? "." : part.constData(),
                                   last ? flags | O_CLOEXEC : O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         const int error = errno;
-        if (folder != AT_FDCWD) {
+        if (folder != start) {
             ::close(folder);
         }
         errno = error;
@@ -36,6 +39,10 @@ int openBytes(const QByteArray& path, int flags) {
         folder = next;
     }
     return -1;
+}
+
+int openBytes(const QByteArray& path, int flags) {
+    return openBytesAt(AT_FDCWD, path, flags);
 }
 
 int openLocal(const QString& shownPath, int flags) {

@@ -12,6 +12,8 @@ int openLocal(const QString& shownPath, int flags);
 
 // The same, for a path's bytes as they are.
 int openBytes(const QByteArray& path, int flags);
+// The same, for a path's bytes under an open folder (unless absolute): one name, or several.
+int openBytesAt(int folder, const QByteArray& path, int flags);
 
 // Whether the path, named as reports show it, is a regular file here (a link to one included). Only
 // an absolute path can be, and a report's Windows paths are not, so thousands of them cost no look at

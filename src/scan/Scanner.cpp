@@ -1,7 +1,9 @@
 #include "Scanner.h"
 
+#include "DescriptorBudget.h"
 #include "LocalFile.h"
 #include "TagProbe.h"
+#include "WorkerPool.h"
 #include "report/CaseInsensitiveOrder.h"
 #include "report/FileNameForm.h"
 #include "report/ReportReader.h"
@@ -11,7 +13,6 @@
 #include <QMutex>
 #include <QSemaphore>
 #include <QSet>
-#include <QThreadPool>
 
 #include <algorithm>
 #include <cerrno>
@@ -37,23 +38,38 @@ bool isMp3Name(const char* name) {
     return length >= 4 && strncasecmp(name + length - 4, ".mp3", 4) == 0;
 }
 
-// An open folder, closed when the last file or folder found in it has been looked at.
+constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NONBLOCK;
+
+// An open folder, closed when the last file or folder found in it has been looked at; counted, so that
+// the walk keeps no more open than its budget.
 struct OpenFolder {
     int descriptor;
-    explicit OpenFolder(int d)
-        : descriptor(d) {}
-    ~OpenFolder() { ::close(descriptor); }
+    std::atomic<int>& open;
+    OpenFolder(int d, std::atomic<int>& count)
+        : descriptor(d)
+        , open(count) {
+        ++open;
+    }
+    ~OpenFolder() {
+        ::close(descriptor);
+        --open;
+    }
     OpenFolder(const OpenFolder&) = delete;
     OpenFolder& operator=(const OpenFolder&) = delete;
 };
 using FolderHandle = std::shared_ptr<const OpenFolder>;
 
-// A file or folder by its name in an open folder, and by the path a person reads.
+// A file or folder by its name under an open folder, and by the path a person reads. The name leads
+// through the folders between where those were not kept open; with no folder, the path is opened.
 struct Found {
     FolderHandle in;
     QByteArray name;
     QString path;
 };
+
+bool outOfDescriptors(int error) {
+    return error == EMFILE || error == ENFILE;
+}
 
 QString childPath(const QString& folder, const QByteArray& name) {
     const QString shown = shownFileName(name);
@@ -74,11 +90,13 @@ void sortAsListed(QList<FoundProblem>& problems) {
 // One check: the pool, the counts and what was found so far.
 class Scanner::Run {
 public:
+    // The pool's threads all start here, before the walk opens anything.
     Run(Scanner& scanner, const Progress& progress)
         : m_scanner(scanner)
         , m_progress(progress)
-        , m_slots(4 * scanner.m_jobs) {
-        m_pool.setMaxThreadCount(scanner.m_jobs);
+        , m_budget(descriptorBudgetHere(scanner.m_jobs))
+        , m_slots(4 * m_budget.jobs)
+        , m_pool(m_budget.jobs) {
         m_clock.start();
     }
 
@@ -111,8 +129,21 @@ public:
         }
     }
 
-    // Lists the open folder: its files go to the pool, its folders to `pending`.
-    void walkFolder(const FolderHandle& folder, const QString& path, std::vector<Found>& pending);
+    // Opens the folder and lists it: its files go to the pool, its folders to `pending`.
+    void walk(const Found& folder, QSet<std::pair<dev_t, ino_t>>& walked, std::vector<Found>& pending);
+
+    // An open that found no descriptor free tries again once the probes have given theirs back.
+    template <typename Open>
+    int opening(const Open& open) {
+        int descriptor = open();
+        if (descriptor < 0 && outOfDescriptors(errno)) {
+            while (!m_pool.waitForDone(kWaitMs)) {
+                tick();
+            }
+            descriptor = open();
+        }
+        return descriptor;
+    }
 
     void fail(const QString& path, Obstacle obstacle, int error = 0) {
         ++m_failed;
@@ -186,9 +217,13 @@ private:
         return counts;
     }
 
+    // Lists the open folder `descriptor`, whose entries are named under `under`.
+    void list(int descriptor, const Found& under, std::vector<Found>& pending);
+
     Scanner& m_scanner;
     const Progress& m_progress;
-    QThreadPool m_pool;
+    const DescriptorBudget m_budget;
+    std::atomic<int> m_openFolders = 0;
     QSemaphore m_slots;
     QElapsedTimer m_clock;
     QMutex m_mutex;
@@ -200,6 +235,8 @@ private:
     std::atomic<qint64> m_unreadable = 0;
     std::atomic<qint64> m_failed = 0;
     std::atomic<qint64> m_perKind[3] = {0, 0, 0};
+    // Last: its threads end before what they use goes.
+    WorkerPool m_pool;
 };
 
 Scanner::Scanner(int jobs, int progressMs)
@@ -211,43 +248,64 @@ ScanResult Scanner::scanFolders(const QStringList& folders, const Progress& prog
     // Folders already walked, by device and inode: a link back up, or a second link, is not followed.
     QSet<std::pair<dev_t, ino_t>> walked;
     // One folder after the other, in the order given: a folder reached from two of them counts as the
-    // first one's. A folder waiting to be walked keeps the folder it was found in open.
+    // first one's.
     std::vector<Found> pending;
     for (const QString& root : folders) {
         pending.push_back({nullptr, {}, QDir::cleanPath(QDir(root).absolutePath())});
         while (!pending.empty() && !isCancelled()) {
             const Found folder = std::move(pending.back());
             pending.pop_back();
-            const int descriptor = folder.in ? ::openat(folder.in->descriptor, folder.name.constData(),
-                                                        O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK)
-                                             : openLocal(folder.path, O_RDONLY | O_DIRECTORY | O_NONBLOCK);
-            if (descriptor < 0) {
-                run.fail(folder.path, errno == ENOENT ? Obstacle::Vanished : Obstacle::CannotEnter, errno);
-                continue;
-            }
-            auto open = std::make_shared<const OpenFolder>(descriptor);
-            struct stat status = {};
-            if (::fstat(descriptor, &status) != 0 || walked.contains({status.st_dev, status.st_ino})) {
-                continue;
-            }
-            walked.insert({status.st_dev, status.st_ino});
-            run.walkFolder(open, folder.path, pending);
+            run.walk(folder, walked, pending);
         }
     }
     return run.finish();
 }
 
-void Scanner::Run::walkFolder(const FolderHandle& folder, const QString& path, std::vector<Found>& pending) {
+void Scanner::Run::walk(const Found& folder, QSet<std::pair<dev_t, ino_t>>& walked,
+                        std::vector<Found>& pending) {
+    const int descriptor = opening([&folder] {
+        return folder.in ? openBytesAt(folder.in->descriptor, folder.name, kFolderFlags)
+                         : openLocal(folder.path, kFolderFlags);
+    });
+    if (descriptor < 0) {
+        const int error = errno;
+        fail(folder.path, error == ENOENT ? Obstacle::Vanished : Obstacle::CannotEnter, error);
+        return;
+    }
+    const auto open = std::make_shared<const OpenFolder>(descriptor, m_openFolders);
+    struct stat status = {};
+    if (::fstat(descriptor, &status) != 0 || walked.contains({status.st_dev, status.st_ino})) {
+        return;
+    }
+    walked.insert({status.st_dev, status.st_ino});
+    // A folder stays open for what it holds while the budget allows. Past it, what it holds is named
+    // from the folder this one was opened from, and this one closes once listed: a waiting folder keeps
+    // no descriptor of its own, so no depth holds more than the budget.
+    const bool keep = !folder.in || m_openFolders <= m_budget.folders;
+    list(descriptor, keep ? Found{open, {}, folder.path} : Found{folder.in, folder.name + '/', folder.path},
+         pending);
+}
+
+void Scanner::Run::list(int descriptor, const Found& under, std::vector<Found>& pending) {
+    const QString& path = under.path;
+    const auto found = [&under](const char* name) {
+        return Found{under.in, under.name + name, childPath(under.path, name)};
+    };
     // A folder that can be listed but not searched shows its names and hides its files: say so once,
     // for the folder, instead of failing every file in it.
     struct stat self = {};
-    if (::fstatat(folder->descriptor, ".", &self, 0) != 0) {
+    if (::fstatat(descriptor, ".", &self, 0) != 0) {
         fail(path, Obstacle::CannotEnter, errno);
         return;
     }
-    DIR* listing = ::fdopendir(::dup(folder->descriptor));
+    const int listed = opening([descriptor] { return ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0); });
+    DIR* listing = listed >= 0 ? ::fdopendir(listed) : nullptr;
     if (!listing) {
-        fail(path, Obstacle::CannotList, errno);
+        const int error = errno;
+        if (listed >= 0) {
+            ::close(listed);
+        }
+        fail(path, Obstacle::CannotList, error);
         return;
     }
     std::vector<std::pair<ino_t, Found>> files;
@@ -268,13 +326,13 @@ void Scanner::Run::walkFolder(const FolderHandle& folder, const QString& path, s
         bool isFile = entry->d_type == DT_REG;
         if (!isFolder && !isFile) {
             struct stat status = {};
-            if (::fstatat(folder->descriptor, entry->d_name, &status, 0) != 0) {
+            if (::fstatat(descriptor, entry->d_name, &status, 0) != 0) {
                 const int error = errno;
                 // A link that leads nowhere is no file that was missed, unless it is named as one.
                 if (error != ENOENT || mp3) {
                     struct stat link = {};
-                    const bool dangling = error == ENOENT && ::fstatat(folder->descriptor, entry->d_name,
-                                                                       &link, AT_SYMLINK_NOFOLLOW) == 0;
+                    const bool dangling = error == ENOENT && ::fstatat(descriptor, entry->d_name, &link,
+                                                                       AT_SYMLINK_NOFOLLOW) == 0;
                     fail(childPath(path, entry->d_name),
                          dangling          ? Obstacle::DanglingLink
                          : error == ENOENT ? Obstacle::Vanished
@@ -291,19 +349,19 @@ void Scanner::Run::walkFolder(const FolderHandle& folder, const QString& path, s
             }
         }
         if (isFolder) {
-            pending.push_back({folder, entry->d_name, childPath(path, entry->d_name)});
+            pending.push_back(found(entry->d_name));
         } else if (isFile && mp3) {
-            files.emplace_back(entry->d_ino, Found{folder, entry->d_name, childPath(path, entry->d_name)});
+            files.emplace_back(entry->d_ino, found(entry->d_name));
         }
     }
     ::closedir(listing);
     std::sort(files.begin(), files.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    std::vector<Found> found;
-    found.reserve(files.size());
+    std::vector<Found> batch;
+    batch.reserve(files.size());
     for (auto& [inode, file] : files) {
-        found.push_back(std::move(file));
+        batch.push_back(std::move(file));
     }
-    submit(std::move(found));
+    submit(std::move(batch));
 }
 
 ScanResult Scanner::probeFiles(const QStringList& files, const Progress& progress) {

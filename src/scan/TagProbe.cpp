@@ -280,7 +280,7 @@ TagProbe probeTags(const QString& path) {
 }
 
 TagProbe probeTagsAt(int folder, const QByteArray& name) {
-    const int descriptor = ::openat(folder, name.constData(), kProbeFlags);
+    const int descriptor = openBytesAt(folder, name, kProbeFlags);
     return descriptor < 0 ? openFailed(errno) : probeDescriptor(descriptor);
 }
 

@@ -36,7 +36,7 @@ struct TagProbe {
 // FileNameForm); a device or a named pipe is "not a regular file".
 TagProbe probeTags(const QString& path);
 // The same for the file of this name in an open folder, as a walk finds it: no path to build, however
-// deep the folder lies.
+// deep the folder lies. The name may lead through folders below it.
 TagProbe probeTagsAt(int folder, const QByteArray& name);
 
 // The kind a report files the probed file under: only an ID3v2 tag lacks ID3v1 (kind 1), only an

@@ -137,6 +137,40 @@ private Q_SLOTS:
         }
     }
 
+    void fewDescriptorsWalkAnyDepth() {
+        // 1,200 nested folders, each beside a folder and a file: a walk that kept each waiting folder's
+        // parent open would need more than a thousand descriptors.
+        QTemporaryDir music;
+        QVERIFY(writeMp3(music.filePath("a.mp3"), NoTag));
+        const QByteArray mp3 = QFile::encodeName(music.filePath("a.mp3"));
+        int folder = ::open(QFile::encodeName(music.path()).constData(), O_RDONLY | O_DIRECTORY);
+        for (int level = 0; level < 1200; ++level) {
+            QVERIFY(::mkdirat(folder, "d", 0755) == 0 && ::mkdirat(folder, "s", 0755) == 0);
+            QVERIFY(::linkat(AT_FDCWD, mp3, folder, "s/x.mp3", 0) == 0 &&
+                    ::linkat(AT_FDCWD, mp3, folder, "y.mp3", 0) == 0);
+            const int inner = ::openat(folder, "d", O_RDONLY | O_DIRECTORY);
+            ::close(folder);
+            folder = inner;
+        }
+        ::close(folder);
+        QVERIFY(::unlink(mp3) == 0);
+        const auto limited = [](int most) {
+            return QStringList{"sh", "-c", QStringLiteral("ulimit -n %1 && exec \"$0\" \"$@\"").arg(most)};
+        };
+        for (const char* jobs : {"1", "16"}) {
+            const Run run = runTool({"scan", "--jobs", jobs, music.path()}, m_dir.path(), 60, limited(64));
+            QCOMPARE(run.err, QByteArray());
+            QCOMPARE(run.exitCode, 1);
+            QCOMPARE(entries(run.out).size(), 2400);
+        }
+        // With next to none, what could not be opened is named by its cause.
+        const Run run = runTool({"scan", "--jobs", "16", music.path()}, m_dir.path(), 60, limited(6));
+        QCOMPARE(run.exitCode, 2);
+        for (const QByteArray& line : run.err.trimmed().split('\n')) {
+            QVERIFY2(line.endsWith(": Too many open files") || line.endsWith("could not be checked"), line);
+        }
+    }
+
     void reportsAreWrittenWholeOrNotAtAll() {
         QTemporaryDir music;
         QVERIFY(writeMp3(music.filePath("first.mp3"), NoTag));

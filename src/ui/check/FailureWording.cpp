@@ -31,6 +31,7 @@ scan::FailureWording failureWording() {
         {EACCES, uiText(txt::PermissionDenied)},
         {EIO, uiText(txt::InputOutputError)},
         {ELOOP, uiText(txt::TooManyLinks)},
+        {EMFILE, uiText(txt::TooManyOpenFiles)},
     };
     return wording;
 }

@@ -120,9 +120,15 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     for (const scan::Failure& failure : failures) {
         name(err, failure.path, describe(failure));
     }
+    if (result.failuresLeftOut > 0) {
+        err.write(QStringLiteral("zentoria-report: … and %1 more not named here\n")
+                      .arg(result.failuresLeftOut)
+                      .toUtf8());
+    }
+    const qsizetype notChecked = failures.size() + result.failuresLeftOut;
     scan::ReportOrigin made = origin(QStringLiteral("scan"), checked);
     made.leftOut = leftOut;
-    made.notChecked = failures.size();
+    made.notChecked = notChecked;
     if (!deliver(scan::reportBytes(made, entries), request.output, out, err)) {
         return kExitUnreadable;
     }
@@ -135,9 +141,9 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
                 .arg(leftOut)
                 .toUtf8());
     }
-    if (!failures.isEmpty()) {
+    if (notChecked > 0) {
         err.write(QStringLiteral("zentoria-report: %1 files or folders could not be checked\n")
-                      .arg(failures.size())
+                      .arg(notChecked)
                       .toUtf8());
         return kExitUnreadable;
     }

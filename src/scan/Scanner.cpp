@@ -19,6 +19,7 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <limits>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -91,9 +92,10 @@ void sortAsListed(QList<FoundProblem>& problems) {
 class Scanner::Run {
 public:
     // The pool's threads all start here, before the walk opens anything.
-    Run(Scanner& scanner, const Progress& progress)
+    Run(Scanner& scanner, const Progress& progress, qsizetype mostFailures)
         : m_scanner(scanner)
         , m_progress(progress)
+        , m_mostFailures(mostFailures)
         , m_budget(descriptorBudgetHere(scanner.m_jobs))
         , m_slots(4 * m_budget.jobs)
         , m_pool(m_budget.jobs) {
@@ -145,10 +147,21 @@ public:
         return descriptor;
     }
 
+    // Kept as the problems are, the first in path order: a heap whose top is the last kept.
     void fail(const QString& path, Obstacle obstacle, int error = 0) {
         ++m_failed;
         const QMutexLocker lock(&m_mutex);
-        m_result.failures.append({path, obstacle, error});
+        QList<Failure>& kept = m_result.failures;
+        if (kept.size() == m_mostFailures) {
+            ++m_result.failuresLeftOut;
+            if (!(path < kept.front().path)) {
+                return;
+            }
+            std::pop_heap(kept.begin(), kept.end(), byPath);
+            kept.removeLast();
+        }
+        kept.append({path, obstacle, error});
+        std::push_heap(kept.begin(), kept.end(), byPath);
     }
 
     // Waits for the pool, and gives the result in its one order.
@@ -162,8 +175,7 @@ public:
         std::sort_heap(m_kept.begin(), m_kept.end(), listedBefore);
         m_result.problems = QList<FoundProblem>(std::make_move_iterator(m_kept.begin()),
                                                 std::make_move_iterator(m_kept.end()));
-        std::sort(m_result.failures.begin(), m_result.failures.end(),
-                  [](const Failure& a, const Failure& b) { return a.path < b.path; });
+        std::sort(m_result.failures.begin(), m_result.failures.end(), byPath);
         if (m_progress) {
             m_progress(m_result.counts);
         }
@@ -220,8 +232,11 @@ private:
     // Lists the open folder `descriptor`, whose entries are named under `under`.
     void list(int descriptor, const Found& under, std::vector<Found>& pending);
 
+    static bool byPath(const Failure& a, const Failure& b) { return a.path < b.path; }
+
     Scanner& m_scanner;
     const Progress& m_progress;
+    const qsizetype m_mostFailures;
     const DescriptorBudget m_budget;
     std::atomic<int> m_openFolders = 0;
     QSemaphore m_slots;
@@ -244,7 +259,7 @@ Scanner::Scanner(int jobs, int progressMs)
     , m_progressMs(std::max(0, progressMs)) {}
 
 ScanResult Scanner::scanFolders(const QStringList& folders, const Progress& progress) {
-    Run run(*this, progress);
+    Run run(*this, progress, kMostFailuresNamed);
     // Folders already walked, by device and inode: a link back up, or a second link, is not followed.
     QSet<std::pair<dev_t, ino_t>> walked;
     // One folder after the other, in the order given: a folder reached from two of them counts as the
@@ -365,7 +380,7 @@ void Scanner::Run::list(int descriptor, const Found& under, std::vector<Found>& 
 }
 
 ScanResult Scanner::probeFiles(const QStringList& files, const Progress& progress) {
-    Run run(*this, progress);
+    Run run(*this, progress, std::numeric_limits<qsizetype>::max());
     std::vector<Found> named;
     named.reserve(std::size_t(files.size()));
     for (const QString& file : files) {

@@ -34,14 +34,21 @@ struct ScanCounts {
     qint64 problems() const { return perKind.total(); }
 };
 
+// What a walk names of what it could not check: more than a person reads, few enough to hold.
+inline constexpr qsizetype kMostFailuresNamed = 10000;
+
 struct ScanResult {
     // In the order the file list sorts them: by path, letter case aside; no more than a report holds,
     // the first in that order, so that memory does not grow with the collection.
     QList<FoundProblem> problems;
     // The problem files found beyond those, counted.
     qsizetype leftOut = 0;
-    // Files that are no MP3 audio or cannot be read, and folders that cannot be listed, by path.
+    // Files that are no MP3 audio or cannot be read, and folders that cannot be listed, by path. A walk
+    // keeps the first kMostFailuresNamed in that order, so that memory does not grow with a collection
+    // that cannot be read; the given files are all kept, each one named by the caller.
     QList<Failure> failures;
+    // The failures found beyond those, counted.
+    qsizetype failuresLeftOut = 0;
     ScanCounts counts;
     bool cancelled = false;
 };

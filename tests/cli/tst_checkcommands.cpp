@@ -137,6 +137,27 @@ private Q_SLOTS:
         }
     }
 
+    void failuresAreCountedBeyondThoseNamed() {
+        // Memory and standard error do not grow with a collection that cannot be read; the count is exact.
+        QTemporaryDir music;
+        QVERIFY(writeFile(music.filePath("junk"), "no audio"));
+        const QByteArray junk = QFile::encodeName(music.filePath("junk"));
+        for (int i = 0; i < 10003; ++i) {
+            const QByteArray name =
+                QFile::encodeName(music.filePath(QStringLiteral("%1.mp3").arg(i, 5, 10, QChar(u'0'))));
+            QVERIFY(::link(junk, name) == 0);
+        }
+        const Run run = runTool({"scan", music.path()}, m_dir.path(), 60);
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY(run.out.contains("\r\n  Not checked: 10003 files or folders\r\n"));
+        const QList<QByteArray> lines = run.err.trimmed().split('\n');
+        QCOMPARE(lines.size(), 10002);
+        QVERIFY2(lines.at(9999).contains("/09999.mp3: no MPEG audio found"), lines.at(9999));
+        QCOMPARE(lines.mid(10000),
+                 (QList<QByteArray>{"zentoria-report: … and 3 more not named here",
+                                    "zentoria-report: 10003 files or folders could not be checked"}));
+    }
+
     void fewDescriptorsWalkAnyDepth() {
         // 1,200 nested folders, each beside a folder and a file: a walk that kept each waiting folder's
         // parent open would need more than a thousand descriptors.

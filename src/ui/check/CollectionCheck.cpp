@@ -27,16 +27,20 @@ scan::ReportOrigin madeHere(const QStringList& checked) {
     return {QStringLiteral("Zentoria"), QStringLiteral(ZENTORIA_VERSION), checked};
 }
 
-// The first few of the files named in the message itself, all of them in its details.
-void nameFailures(QStringList& lines, QString& details, const QList<scan::Failure>& failures) {
+// The first few of the files named in the message itself, all that the check kept in its details.
+void nameFailures(QStringList& lines, QString& details, const QList<scan::Failure>& failures,
+                  qsizetype notKept) {
     const scan::FailureWording wording = failureWording();
     QStringList all;
     for (const scan::Failure& failure : failures) {
         all << failure.path + QStringLiteral(": ") + describe(failure, wording);
     }
     lines << all.first(std::min<qsizetype>(kNamedFailures, all.size()));
-    if (all.size() > kNamedFailures) {
-        lines << uiText(txt::AndMore).arg(all.size() - kNamedFailures);
+    if (all.size() + notKept > kNamedFailures) {
+        lines << uiText(txt::AndMore).arg(all.size() + notKept - kNamedFailures);
+    }
+    if (notKept > 0) {
+        all << uiText(txt::AndMore).arg(notKept);
     }
     details = all.join(u'\n');
 }
@@ -194,24 +198,25 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
     }
     scan::ReportOrigin made = madeHere(checked);
     made.leftOut = leftOut;
-    made.notChecked = failures.size();
+    const qsizetype notChecked = failures.size() + result.failuresLeftOut;
+    made.notChecked = notChecked;
     m_window.document->showResult(std::move(entries),
                                   uiText(txt::CheckName).arg(checked.join(QStringLiteral("; "))),
                                   std::move(made), ReportDocument::Source::Check);
 
     QStringList lines;
-    if (result.counts.found == 0 && failures.isEmpty()) {
+    if (result.counts.found == 0 && notChecked == 0) {
         lines << uiText(txt::NoMp3Found).arg(folders.join(QStringLiteral("\", \"")));
-    } else if (shown == 0 && failures.isEmpty()) {
+    } else if (shown == 0 && notChecked == 0) {
         lines << uiText(txt::NoneLacking).arg(result.counts.probed);
     }
     if (leftOut > 0) {
         lines << uiText(txt::LeftOut).arg(shown + leftOut).arg(shown).arg(leftOut);
     }
     QString details;
-    if (!failures.isEmpty()) {
-        lines << uiText(txt::NotChecked).arg(failures.size());
-        nameFailures(lines, details, failures);
+    if (notChecked > 0) {
+        lines << uiText(txt::NotChecked).arg(notChecked);
+        nameFailures(lines, details, failures, result.failuresLeftOut);
     }
     if (!lines.isEmpty()) {
         m_window.tellInDetail(lines.join(u'\n'), details);

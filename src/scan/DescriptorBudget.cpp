@@ -11,8 +11,8 @@ namespace {
 
 // Left for the rest of the program while a check runs: the window, a report being saved.
 constexpr qint64 kReserve = 8;
-// A probe's file and TagLib's own descriptor of it.
-constexpr qint64 kPerProbe = 2;
+// A probe's file (TagLib reads it through the probe's descriptor).
+constexpr qint64 kPerProbe = 1;
 // The walk's folder being opened and its listing, besides the folders it keeps.
 constexpr qint64 kWalking = 2;
 // More open folders gain a walk nothing: they only spare it reopening by longer names.

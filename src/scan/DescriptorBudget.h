@@ -7,7 +7,7 @@ namespace zentoria::scan {
 // How many descriptors a check may hold at once, so that no depth of folders and no number of
 // threads runs the program out of them.
 struct DescriptorBudget {
-    // Probes at once: each holds a file, and TagLib a second descriptor of it.
+    // Probes at once: each holds its file open.
     int jobs = 1;
     // Folders the walk keeps open for what they hold.
     int folders = 1;

@@ -13,6 +13,7 @@ enum class Obstacle {
     NoSuchFile,
     CannotRead,     // with the system's error
     NotMpeg,        // no MPEG audio after the tag: another format, or cut short
+    CutShort,       // it ended before the length it had when opened
     NotRegularFile, // a device or a named pipe named ".mp3"
     DanglingLink,
     Vanished,        // gone between being listed and being looked at
@@ -42,6 +43,7 @@ struct FailureWording {
         QStringLiteral("no such file"),
         QStringLiteral("cannot be read: %1"),
         QStringLiteral("no MPEG audio found: not an MP3 file, or cut short"),
+        QStringLiteral("cut short while it was read: it holds fewer bytes than its size says"),
         QStringLiteral("not a regular file"),
         QStringLiteral("a link that leads nowhere"),
         QStringLiteral("vanished before it could be checked"),

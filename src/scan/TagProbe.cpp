@@ -1,6 +1,7 @@
 #include "TagProbe.h"
 
 #include "LocalFile.h"
+#include "ReadOnlyStream.h"
 #include "TagBytes.h"
 
 #include <algorithm>
@@ -11,7 +12,6 @@
 #include <taglib/id3v2tag.h>
 #include <taglib/tdebuglistener.h>
 #include <taglib/tfile.h>
-#include <taglib/tfilestream.h>
 #include <unistd.h>
 
 namespace zentoria::scan {
@@ -34,20 +34,20 @@ constexpr qint64 kSearchStep = 1024 * 1024;
 // 160 kbit/s at 8 kHz, padded: 2,881 bytes) and the next header's four bytes.
 constexpr qint64 kLookahead = 2881 + 4;
 
-// A regular file of known length, read by offset with pread. Its first block is kept, and the last
-// other block read, since a probe asks several small questions in one place (where the tag ends, the
-// three ends of an ID3v1 tag): each place costs one read.
+// A regular file of known length, read by offset. Its first block is kept, and the last other block
+// read, since a probe asks several small questions in one place (where the tag ends, the three ends of
+// an ID3v1 tag): each place costs one read.
 class FileBytes {
 public:
-    FileBytes(int descriptor, qint64 length)
-        : m_descriptor(descriptor)
-        , m_length(length) {
-        fill(m_head, 0, std::min(length, kHeadBlock));
+    explicit FileBytes(ReadOnlyStream& stream)
+        : m_stream(stream)
+        , m_length(stream.length()) {
+        fill(m_head, 0, std::min(m_length, kHeadBlock));
     }
 
     qint64 length() const { return m_length; }
-    // The errno of the first read that failed; 0 when none did.
-    int error() const { return m_error; }
+    // Whether a read failed or the file ended early: what was not read is not there to look at.
+    bool failed() const { return m_stream.error() != 0 || m_stream.cutShort(); }
 
     // Up to `count` bytes from `offset`, fewer at the end of the file; valid until the next read.
     QByteArrayView read(qint64 offset, qint64 count) {
@@ -64,8 +64,9 @@ public:
             m_windowStart = tail ? std::max<qint64>(0, std::min(offset, m_length - kTail)) : offset;
             fill(m_window, m_windowStart, std::max(count, tail ? kTail : kWindow));
         }
-        return QByteArrayView(m_window).sliced(
-            offset - m_windowStart, std::min<qint64>(count, m_window.size() - (offset - m_windowStart)));
+        // A file that ended early gave fewer bytes than asked for, maybe none from here on.
+        const qint64 at = std::min<qint64>(offset - m_windowStart, m_window.size());
+        return QByteArrayView(m_window).sliced(at, std::min<qint64>(count, m_window.size() - at));
     }
 
 private:
@@ -73,32 +74,15 @@ private:
     static constexpr qint64 kTail = kLastBlock;
 
     void fill(QByteArray& into, qint64 offset, qint64 count) {
-        count = std::clamp<qint64>(m_length - offset, 0, count);
-        into.resize(count);
-        qint64 done = 0;
-        while (done < count) {
-            const ssize_t got =
-                ::pread(m_descriptor, into.data() + done, std::size_t(count - done), off_t(offset + done));
-            if (got < 0 && errno == EINTR) {
-                continue;
-            }
-            if (got <= 0) {
-                if (got < 0 && m_error == 0) {
-                    m_error = errno;
-                }
-                break;
-            }
-            done += got;
-        }
-        into.resize(done);
+        into.resize(std::clamp<qint64>(m_length - offset, 0, count));
+        into.resize(m_stream.read(into.data(), into.size(), offset));
     }
 
-    int m_descriptor;
+    ReadOnlyStream& m_stream;
     qint64 m_length;
     QByteArray m_head;
     QByteArray m_window;
     qint64 m_windowStart = -1;
-    int m_error = 0;
 };
 
 // Whether an MPEG frame TagLib accepts starts at `at`: a valid header, and one of the same stream
@@ -130,7 +114,7 @@ std::pair<qint64, qint64> scanFrom(FileBytes& file, qint64 from, bool lookForTag
                 return {-1, start + i};
             }
         }
-        if (file.error() != 0) {
+        if (file.failed()) {
             break;
         }
     }
@@ -161,14 +145,9 @@ public:
 };
 
 // The tags the fixed bytes cannot settle (a 2.2 tag, a 2.3 tag unsynchronised as a whole), read by
-// TagLib itself, read-only.
-bool taglibHasFrame(int descriptor, qint64 at) {
+// TagLib itself, read-only; what fails while it reads stays in the stream.
+bool taglibHasFrame(ReadOnlyStream& stream, qint64 at) {
     silenceTagLib();
-    // The stream closes what it is given.
-    TagLib::FileStream stream(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0), true);
-    if (!stream.isOpen()) {
-        return false;
-    }
     TagOnlyFile file(&stream);
     const TagLib::ID3v2::Tag tag(&file, long(at));
     return !tag.frameList().isEmpty();
@@ -183,14 +162,14 @@ TagProbe failed(TagProbe::Outcome outcome, Obstacle obstacle, int error = 0) {
 }
 
 // Whether the ID3v2 tag at `at` lists a frame; where the tag ends goes to `end`.
-bool id3v2Frames(FileBytes& file, int descriptor, qint64 at, qint64* end) {
+bool id3v2Frames(FileBytes& file, ReadOnlyStream& stream, qint64 at, qint64* end) {
     const Id3v2Header header = id3v2Header(file.read(at, 10)).value_or(Id3v2Header{});
     const qint64 dataStart = at + 10;
     const qint64 dataLength = std::clamp<qint64>(file.length() - dataStart, 0, header.tagSize);
     std::optional<bool> frames =
         id3v2HasFrame(header, file.read(dataStart, std::min<qint64>(dataLength, kTagStart)), dataLength);
     *end = at + header.completeSize();
-    return frames ? *frames : taglibHasFrame(descriptor, at);
+    return frames ? *frames : taglibHasFrame(stream, at);
 }
 
 // Whether MPEG audio follows the tag that ends at `tagEnd`. First in the file's last block, which the
@@ -214,14 +193,16 @@ bool audioAfter(FileBytes& file, qint64 tagEnd) {
     return scanFrom(file, audio, false).first >= 0;
 }
 
-// Probes the open regular file of this length.
-TagProbe probeBytes(int descriptor, qint64 length) {
-    FileBytes file(descriptor, length);
+} // namespace
+
+TagProbe probeStream(ReadOnlyStream& stream) {
+    FileBytes file(stream);
+    const qint64 length = file.length();
     TagProbe probe;
     bool audio = false;
     if (id3v2Header(file.read(0, 10))) {
         qint64 end = 0;
-        probe.hasID3v2 = id3v2Frames(file, descriptor, 0, &end);
+        probe.hasID3v2 = id3v2Frames(file, stream, 0, &end);
         audio = audioAfter(file, end);
     } else {
         // As TagLib, an ID3v2 tag is looked for until the first frame.
@@ -229,7 +210,7 @@ TagProbe probeBytes(int descriptor, qint64 length) {
         audio = frame >= 0;
         if (tag >= 0) {
             qint64 end = 0;
-            probe.hasID3v2 = id3v2Frames(file, descriptor, tag, &end);
+            probe.hasID3v2 = id3v2Frames(file, stream, tag, &end);
             audio = audioAfter(file, end);
         }
     }
@@ -238,8 +219,11 @@ TagProbe probeBytes(int descriptor, qint64 length) {
         !(length >= 131 && file.read(length - 131, 8) == "APETAGEX")) {
         probe.hasID3v1 = id3v1TellsSomething(file.read(length - 128, 128));
     }
-    if (file.error() != 0) {
-        return failed(TagProbe::Outcome::Unreadable, Obstacle::CannotRead, file.error());
+    if (stream.error() != 0) {
+        return failed(TagProbe::Outcome::Unreadable, Obstacle::CannotRead, stream.error());
+    }
+    if (stream.cutShort()) {
+        return failed(TagProbe::Outcome::Unreadable, Obstacle::CutShort);
     }
     if (!audio) {
         return failed(TagProbe::Outcome::NotMpeg, Obstacle::NotMpeg);
@@ -247,6 +231,8 @@ TagProbe probeBytes(int descriptor, qint64 length) {
     probe.outcome = TagProbe::Outcome::Probed;
     return probe;
 }
+
+namespace {
 
 // Probes the open file and closes it.
 TagProbe probeDescriptor(int descriptor) {
@@ -258,7 +244,8 @@ TagProbe probeDescriptor(int descriptor) {
         // A device or a named pipe named ".mp3" holds no file to check: /dev/zero would read forever.
         probe = failed(TagProbe::Outcome::Unreadable, Obstacle::NotRegularFile);
     } else {
-        probe = probeBytes(descriptor, qint64(status.st_size));
+        ReadOnlyStream stream(descriptor, qint64(status.st_size));
+        probe = probeStream(stream);
     }
     ::close(descriptor);
     return probe;

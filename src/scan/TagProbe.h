@@ -10,6 +10,8 @@
 
 namespace zentoria::scan {
 
+class ReadOnlyStream;
+
 // What one look at a file's tags found.
 struct TagProbe {
     enum class Outcome {
@@ -38,6 +40,10 @@ TagProbe probeTags(const QString& path);
 // The same for the file of this name in an open folder, as a walk finds it: no path to build, however
 // deep the folder lies. The name may lead through folders below it.
 TagProbe probeTagsAt(int folder, const QByteArray& name);
+
+// The same for a regular file's bytes, as the stream gives them: a read that fails, or a file that ends
+// before its length, fails the probe, wherever it happens (TagLib's reads included).
+TagProbe probeStream(ReadOnlyStream& stream);
 
 // The kind a report files the probed file under: only an ID3v2 tag lacks ID3v1 (kind 1), only an
 // ID3v1 tag lacks ID3v2 (kind 2), neither lacks any information (kind 0); none for a file with both,

@@ -1,7 +1,9 @@
 #include "Mp3Files.h"
+#include "scan/ReadOnlyStream.h"
 #include "scan/TagProbe.h"
 
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 
@@ -77,6 +79,55 @@ constexpr int kLongestMs = 3000;
 #endif
 const QByteArray kTitle = v1("Waterloo", "1974");
 
+// A file that fails from `failAt` on: with the error, or (none given) by ending there.
+class FailingStream : public ReadOnlyStream {
+public:
+    FailingStream(int descriptor, qint64 length, qint64 failAt, int error)
+        : ReadOnlyStream(descriptor, length)
+        , m_failAt(failAt)
+        , m_error(error) {}
+
+protected:
+    ssize_t readAt(char* into, std::size_t count, qint64 offset) override {
+        if (offset < m_failAt) {
+            return ReadOnlyStream::readAt(
+                into, std::size_t(std::min<qint64>(qint64(count), m_failAt - offset)), offset);
+        }
+        errno = m_error;
+        return m_error ? -1 : 0;
+    }
+
+private:
+    qint64 m_failAt;
+    int m_error;
+};
+
+bool succeeds(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    return process.waitForFinished(30000) && process.exitStatus() == QProcess::NormalExit &&
+           process.exitCode() == 0;
+}
+
+// A btrfs file system in a file, mounted at `mounted`, holding `bytes` as "a.mp3" with one 4 KB block
+// from `failAt` changed underneath: its checksum fails, so reading it gives an I/O error.
+bool onFailingDisk(const QTemporaryDir& dir, const QString& mounted, const QByteArray& bytes, qint64 failAt) {
+    const QString image = dir.filePath("disk");
+    QFile disk(image);
+    if (!disk.open(QIODevice::ReadWrite) || !disk.resize(32 << 20) ||
+        !succeeds("mkfs.btrfs", {"-q", "-M", image}) || !QDir().mkpath(mounted) ||
+        !succeeds("mount", {"-o", "loop", image, mounted})) {
+        return false;
+    }
+    const bool written = writeFile(mounted + "/a.mp3", bytes);
+    if (!succeeds("umount", {mounted}) || !written) {
+        return false;
+    }
+    const qint64 at = disk.readAll().indexOf(bytes.mid(failAt, 4096));
+    return at >= 0 && disk.seek(at) && disk.write("!") == 1 && disk.flush() &&
+           succeeds("mount", {"-o", "loop,ro", image, mounted});
+}
+
 } // namespace
 
 class tst_TagProbe : public QObject {
@@ -149,6 +200,71 @@ private Q_SLOTS:
         const QString probed = probeReads(path);
         QVERIFY2(clock.elapsed() < kLongestMs, qPrintable(QString::number(clock.elapsed())));
         QCOMPARE(probed, reader == "TagLib" ? taglibReads(path) : editors);
+    }
+
+    void readFailuresAreNamed_data() {
+        // Tags that TagLib reads, 20 KB long: the probe's own reads, at the file's ends, see no failure.
+        // Letters at random, so that each 4 KB block of the file is found on the disk once.
+        QRandomGenerator random(36);
+        QByteArray text(20000, '\0');
+        for (char& letter : text) {
+            letter = char('a' + random.bounded(26));
+        }
+        const QByteArray v22 = tag(2, title(2, text)) + kAudio;
+        const QByteArray v23 = tag(3, title(3, text), char(0x80)) + kAudio;
+        addColumns<QByteArray, QString, qint64, int, QString>("bytes", "where", "failAt", "error", "named");
+        const QString eio = "cannot be read: " + QString::fromLocal8Bit(std::strerror(EIO));
+        const QString cut = "cut short while it was read: it holds fewer bytes than its size says";
+        addRow("2.2, an I/O error in the tag", v22, QString("stream"), qint64(8192), EIO, eio);
+        addRow("2.3 unsynchronised, an I/O error in the tag", v23, QString("stream"), qint64(8192), EIO, eio);
+        addRow("2.2, cut short in the tag", v22, QString("stream"), qint64(8192), 0, cut);
+        addRow("cut short in the first block", tag(4, title(4)) + kAudio, QString("stream"), qint64(3000), 0,
+               cut);
+        addRow("read to its end", v23, QString("stream"), qint64(v23.size()), EIO, QString());
+        addRow("a file of the system, shorter than its size", QByteArray(),
+               QString("/sys/devices/system/cpu/online"), qint64(0), 0, cut);
+        addRow("2.2 on a disk that fails", v22, QString("disk"), qint64(8192), EIO, eio);
+        addRow("2.3 unsynchronised on a disk that fails", v23, QString("disk"), qint64(8192), EIO, eio);
+    }
+
+    void readFailuresAreNamed() {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, where);
+        QFETCH(qint64, failAt);
+        QFETCH(int, error);
+        QFETCH(QString, named);
+        TagProbe probe;
+        if (where == "disk") {
+            const QTemporaryDir dir;
+            const QString mounted = dir.filePath("mounted");
+            const bool mounts = onFailingDisk(dir, mounted, bytes, failAt);
+            if (mounts) {
+                probe = probeTags(mounted + "/a.mp3");
+            }
+            succeeds("umount", {mounted});
+            if (!mounts) {
+                QSKIP("no btrfs file system can be made and mounted here to fail a read");
+            }
+        } else if (where.startsWith(u'/')) {
+            if (!QFileInfo(where).isReadable()) {
+                QSKIP("no /sys here");
+            }
+            probe = probeTags(where);
+        } else {
+            const QString path = m_dir.filePath("a.mp3");
+            QVERIFY(writeFile(path, bytes));
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            FailingStream stream(file.handle(), file.size(), failAt, error);
+            probe = probeStream(stream);
+        }
+        if (named.isEmpty()) {
+            QCOMPARE(probe.outcome, TagProbe::Outcome::Probed);
+            QVERIFY(probe.hasID3v2);
+        } else {
+            QCOMPARE(probe.outcome, TagProbe::Outcome::Unreadable);
+            QCOMPARE(describe({{}, probe.obstacle, probe.error}), named);
+        }
     }
 
     void sameAsTagLibOnDamagedTags() {

@@ -12,6 +12,7 @@ scan::FailureWording failureWording() {
         {Obstacle::NoSuchFile, txt::NoSuchFile},
         {Obstacle::CannotRead, txt::CannotRead},
         {Obstacle::NotMpeg, txt::NotMpeg},
+        {Obstacle::CutShort, txt::CutShort},
         {Obstacle::NotRegularFile, txt::NotRegularFile},
         {Obstacle::DanglingLink, txt::DanglingLink},
         {Obstacle::Vanished, txt::Vanished},

@@ -29,7 +29,7 @@ scan::ReportOrigin madeHere(const QStringList& checked) {
 
 // The first few of the files named in the message itself, all that the check kept in its details.
 void nameFailures(QStringList& lines, QString& details, const QList<scan::Failure>& failures,
-                  qsizetype notKept) {
+                  qsizetype notKept = 0) {
     const scan::FailureWording wording = failureWording();
     QStringList all;
     for (const scan::Failure& failure : failures) {

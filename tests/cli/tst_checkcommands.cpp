@@ -178,8 +178,9 @@ private Q_SLOTS:
         const auto limited = [](int most) {
             return QStringList{"sh", "-c", QStringLiteral("ulimit -n %1 && exec \"$0\" \"$@\"").arg(most)};
         };
-        for (const char* jobs : {"1", "16"}) {
-            const Run run = runTool({"scan", "--jobs", jobs, music.path()}, m_dir.path(), 60, limited(64));
+        // At 18, sixteen threads used to abort the tool as they started (no descriptor for their wakeup).
+        for (const auto& [most, jobs] : {std::pair(64, "1"), {64, "16"}, {18, "16"}}) {
+            const Run run = runTool({"scan", "--jobs", jobs, music.path()}, m_dir.path(), 60, limited(most));
             QCOMPARE(run.err, QByteArray());
             QCOMPARE(run.exitCode, 1);
             QCOMPARE(entries(run.out).size(), 2400);

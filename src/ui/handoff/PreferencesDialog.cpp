@@ -134,8 +134,8 @@ void PreferencesDialog::accept() {
         if (windows.isEmpty() && local.isEmpty()) {
             continue;
         }
-        const std::optional<PathMapping> mapping = PathMapping::parse(windows + u'=' + local);
-        if (!mapping || mapping->isEmpty()) {
+        const std::optional<PathMapping> mapping = PathMapping::fromFolders(windows, local);
+        if (!mapping) {
             m_tell(uiText(txt::NoMapping).arg(windows, local));
             return;
         }

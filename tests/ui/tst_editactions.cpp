@@ -170,47 +170,57 @@ private Q_SLOTS:
     }
 
     void pathMapAskedOnce() {
+        // Asked with the report's common root, not the album's folder; then about a folder outside it.
         Editing e;
-        e.makeLocalFiles({"Abba/Waterloo.mp3"});
+        e.makeLocalFiles({"Abba/Waterloo.mp3", "Elsewhere/Track01.mp3"});
         e.activate("ID3v2");
-        e.select({kWaterloo, kLive});
-        QStringList titles;
+        e.select({kWaterloo});
+        QStringList asked;
         e.dialogs->setChooser([&](const CommonDialog& request) {
-            titles << request.DialogTitle;
-            return request.DialogTitle == "PathMap" ? QStringLiteral("c:/music=") + e.music
-                                                    : e.home.filePath("a.txt");
+            const bool map = request.DialogTitle == "PathMap";
+            asked << (map ? request.InitDir : request.DialogTitle);
+            return !map                               ? e.home.filePath("a.txt")
+                   : request.InitDir.startsWith("D:") ? "d:/elsewhere=" + e.music + "/Elsewhere"
+                                                      : "c:/music=" + e.music;
         });
         e.trigger("submnuExport");
-        QCOMPARE(titles, (QStringList{"PathMap", "Export"}));
         QCOMPARE(read(settings::PathMap), QStringLiteral("c:\\music=") + e.music);
+        QCOMPARE(contentsOf(e.home.filePath("a.txt")), (e.music + "/Abba/Waterloo.mp3\n").toUtf8());
+        e.select({kWaterloo, kTrack});
+        e.trigger("submnuExport");
         QCOMPARE(contentsOf(e.home.filePath("a.txt")),
-                 (e.music + "/Abba/Waterloo.mp3\n" + e.music + "/Queen/\"Live\" at Wembley.mp3\n").toUtf8());
-
+                 (e.music + "/Abba/Waterloo.mp3\n" + e.music + "/Elsewhere/Track01.mp3\n").toUtf8());
         // Remembered: the next export does not ask.
         e.trigger("submnuExport");
-        QCOMPARE(titles, (QStringList{"PathMap", "Export", "Export"}));
+        // export.vzt's files share only "C:\\" ("C:\\Musical" among them).
+        QCOMPARE(asked, (QStringList{"C:\\", "Export", "D:\\Elsewhere", "Export", "Export"}));
     }
 
     void tagEditor_data() {
         // The arguments are relative to the music folder; the message is its start, or empty.
-        addColumns<QStringList, QStringList, QString>("selected", "arguments", "message");
+        // A file outside the mapping is asked about (answered: where it is, or as it stands).
+        addColumns<QStringList, QString, QStringList, QString>("selected", "answer", "arguments", "message");
 
-        addRow("one missing", QStringList{kWaterloo, kTrack}, QStringList{"Abba/Waterloo.mp3"},
+        addRow("asked, not missing", QStringList{kWaterloo, kTrack}, "D:\\Elsewhere=%1/Elsewhere",
+               QStringList{"Abba/Waterloo.mp3", "Elsewhere/Track01.mp3"}, "");
+        addRow("one missing", QStringList{kWaterloo, kTrack}, "", QStringList{"Abba/Waterloo.mp3"},
                "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
                "editor starts with the other file.");
-        addRow("none here", QStringList{kTrack}, QStringList(),
+        addRow("none here", QStringList{kTrack}, "", QStringList(),
                "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
                "editor was not started.");
     }
 
     void tagEditor() {
         QFETCH(QStringList, selected);
+        QFETCH(QString, answer);
         QFETCH(QStringList, arguments);
         QFETCH(QString, message);
 
         Editing e;
-        e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
+        e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3", "Elsewhere/Track01.mp3"});
         e.mapToMusic();
+        e.dialogs->setChooser([&](const CommonDialog&) { return QString(answer).replace("%1", e.music); });
         e.activate("ID3v2");
         e.select(selected);
         const QString record = e.openInFakeEditor();
@@ -325,8 +335,9 @@ private Q_SLOTS:
 
     void preferences() {
         Editing e;
-        const QString a = e.home.filePath("a");
-        const QString b = e.home.filePath("b");
+        // Folder names that once broke the stored list: "|" joined the mappings, "=/" split one.
+        const QString a = e.home.filePath("a|b");
+        const QString b = e.home.filePath("x=/y & \"z\"");
         const QString c = e.home.filePath("c");
         QVERIFY(QDir().mkpath(a) && QDir().mkpath(b) && QDir().mkpath(c));
         // Fills in the mappings given (a Windows folder and where it is), tests a tag editor that is not
@@ -367,18 +378,17 @@ private Q_SLOTS:
         };
         QStringList shown;
         bool open = true;
-        fill({{"C:\\Music", a}, {"D:\\Rips", b}, {"F:\\Old", c}}, &shown, &open);
+        fill({{"C:\\Music", a}, {"D:\\Rips", b}, {"F:\\Old=New", c}}, &shown, &open);
         e.trigger("submnuPreferences");
         QVERIFY(!open);
-        const QString three = "C:\\Music=" + a + "|D:\\Rips=" + b + "|F:\\Old=" + c;
-        QCOMPARE(read(settings::PathMap), three);
+        const QString three = read(settings::PathMap);
         QCOMPARE(read(settings::TagEditor), QStringLiteral("kid3 %F"));
 
         // Opened again, it shows both; a folder that is not here is refused with a warning.
         fill({{"E:\\Gone", e.home.filePath("gone")}}, &shown, &open);
         e.trigger("submnuPreferences");
         QCOMPARE(shown, (QStringList{"zentoria-no-editor is not on this computer.", "C:\\Music=" + a,
-                                     "D:\\Rips=" + b, "F:\\Old=" + c,
+                                     "D:\\Rips=" + b, "F:\\Old=New=" + c,
                                      "zentoria-no-editor is not on this computer."}));
         QVERIFY(open);
         QCOMPARE(e.messages,

@@ -205,6 +205,8 @@ bool ReportDocument::maySetAside() {
     case QMessageBox::Save:
         return saveAs();
     case QMessageBox::Discard:
+        // Gone from the screen as well: a check cancelled after this must not leave it shown as if kept.
+        clear();
         return true;
     default:
         return false;

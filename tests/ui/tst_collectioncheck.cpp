@@ -117,6 +117,13 @@ private Q_SLOTS:
         });
         c.trigger("submnuCheckFolder");
         QCOMPARE(startedAt, c.music);
+
+        // A check that found nothing loses nothing: quitting asks nothing (an answerer would say no).
+        QVERIFY(QDir().mkpath(c.home.filePath("empty")));
+        c.answer(c.home.filePath("empty"));
+        c.trigger("submnuCheckFolder");
+        QTRY_VERIFY(!c.progress->isVisible());
+        QVERIFY(c.window.close());
     }
 
     // Under a German language file, what could not be checked is said in German, the system's error
@@ -237,6 +244,9 @@ private Q_SLOTS:
                  "0 fixed, 0 still, 4 not found, 0 changed kind\nNone of the report's files was found on "
                  "this computer: the folder where the report's files are is probably set wrong. They are "
                  "listed with their earlier kind.\nOpen Tools > Preferences to correct it?");
+        // Which files were looked for is one click away.
+        QCOMPARE(c.window.messageBoxes().lastDetails().split(u'\n').size(), 4);
+        QVERIFY(c.window.messageBoxes().lastDetails().contains("C:\\Music\\Gone.mp3: no such file"));
         QCOMPARE(c.listed("ID3v1"), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});
     }
 

@@ -17,6 +17,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -121,8 +122,9 @@ private Q_SLOTS:
         e.tree->setFocus();
         QTest::keyClick(&e.window, Qt::Key_A, Qt::ControlModifier);
         QCOMPARE(e.selectedTexts(), (QStringList{kWaterloo, kLive, kTrack}));
-        QTRY_VERIFY(
-            e.child<CaptionLabel>("WebItemType")->caption().startsWith("3 id3v2 not founds selected."));
+        QTRY_VERIFY(e.child<CaptionLabel>("WebItemType")
+                        ->caption()
+                        .startsWith("3 files selected (ID3v2 Not found)."));
     }
 
     void copy() {
@@ -167,6 +169,8 @@ private Q_SLOTS:
         QVERIFY(filters.first().contains("*.m3u8") && filters.first().contains("*.csv"));
         QCOMPARE(contentsOf(e.home.filePath("out.txt")),
                  QFile::encodeName(e.music) + "/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
+        QCOMPARE(e.child<QLabel>("lblStatusMessage")->accessibleName(),
+                 "1 file exported to \"" + e.home.filePath("out.txt") + "\".");
     }
 
     void pathMapAskedOnce() {
@@ -301,16 +305,29 @@ private Q_SLOTS:
         }
     }
 
-    void germanTexts() {
-        globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/Deutsch.ini");
+    void languageTexts_data() {
+        addColumns<QString, QString, QString, QString>("file", "countLine", "matchingTitle", "shown");
+
+        addRow("Deutsch", "Deutsch.ini", "2 Dateien ausgewählt (ID3v2 Not found).", "Passende auswählen",
+               "Angezeigt: ");
+        addRow("English", "English.ini", "2 files selected (ID3v2 Not found).", "Select Matching", "Shown: ");
+    }
+
+    void languageTexts() {
+        QFETCH(QString, file);
+        QFETCH(QString, countLine);
+        QFETCH(QString, matchingTitle);
+        QFETCH(QString, shown);
+        globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/") + file;
+        const auto english = qScopeGuard([] { globals().LanguageFile.clear(); });
         Editing e;
         e.activate("ID3v2");
         e.select({kWaterloo, kTrack});
         // The count line reads with its blanks, though the language file's texts lose theirs at the ends.
-        QTRY_VERIFY2(e.child<CaptionLabel>("WebItemType")
-                         ->caption()
-                         .startsWith("2 id3v2 not found-Dateien ausgewählt."),
+        QTRY_VERIFY2(e.child<CaptionLabel>("WebItemType")->caption().startsWith(countLine),
                      qPrintable(e.child<CaptionLabel>("WebItemType")->caption()));
+        // A screen reader hears what the panel's title is in the language too.
+        QVERIFY(e.child<CaptionLabel>("lblWebFolder")->accessibleName().startsWith(shown));
         QString title;
         QTimer::singleShot(0, [&title] {
             QWidget* dialog = QApplication::activeModalWidget();
@@ -318,15 +335,14 @@ private Q_SLOTS:
             dialog->close();
         });
         e.trigger("submnuSelectMatching");
-        globals().LanguageFile.clear();
-        QCOMPARE(title, QStringLiteral("Passende auswählen"));
-        QCOMPARE(e.child<QAction>("submnuRecheck")->text(),
-                 QStringLiteral("Aufgelistete Dateien erneut &prüfen"));
-        // No two items of a menu share an access key.
+        QCOMPARE(title, matchingTitle);
+        // No two items of a menu share an access key, and each has one.
         for (const QMenu* menu : e.window.findChildren<QMenu*>()) {
             QString keys;
             for (const QAction* action : menu->actions()) {
                 const QString key = action->text().section(u'&', 1).left(1).toLower();
+                QVERIFY2(action->isSeparator() || menu->objectName() == u"mnuRecent" || !key.isEmpty(),
+                         qPrintable(action->text()));
                 QVERIFY2(key.isEmpty() || !keys.contains(key), qPrintable(action->text()));
                 keys += key;
             }
@@ -351,13 +367,15 @@ private Q_SLOTS:
                 for (int row = 0; row < table->rowCount(); ++row) {
                     *shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();
                 }
-                // Typed as a user does: Add, the Windows folder, Tab, the local folder, Return.
+                // Typed as a user does: Add, the Windows folder, Tab, the local folder, Tab out to Add.
+                auto* add = dialog->findChild<QPushButton*>("cmdAddMapping");
                 for (const auto& [windows, local] : added) {
-                    dialog->findChild<QPushButton*>("cmdAddMapping")->click();
+                    add->click();
                     QTest::keyClicks(dialog->focusWidget(), windows);
                     QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
                     QTest::keyClicks(dialog->focusWidget(), local);
-                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+                    QCOMPARE(dialog->focusWidget(), add);
                 }
                 auto* editor = dialog->findChild<QLineEdit*>("txtTagEditor");
                 // Its label gives it an access key and a name a screen reader says.
@@ -366,6 +384,7 @@ private Q_SLOTS:
                 QVERIFY(std::any_of(labels.begin(), labels.end(), [editor](const QLabel* label) {
                     return label->buddy() == editor && label->text() == "&Tag editor:";
                 }));
+                QCOMPARE(dialog->findChild<QPushButton*>("cmdTestTagEditor")->text(), "Te&st");
                 editor->setText("zentoria-no-editor %F");
                 dialog->findChild<QPushButton*>("cmdTestTagEditor")->click();
                 *shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();

@@ -1,6 +1,7 @@
 #include "MainWindowFixture.h"
 #include "ui/common/CaptionLabel.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -188,6 +189,17 @@ private Q_SLOTS:
         QCOMPARE(box->buttons().size(), 1);
         QCOMPARE(box->standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
         QCOMPARE(box->textFormat(), Qt::PlainText);
+        // A short message under a long title shows the title whole; a question's buttons have keys.
+        const QString title = "a damaged report of the whole collection.vzt — Zentoria";
+        const auto titled = MessageBoxes::create(nullptr, "The file is corrupted", title);
+        titled->show();
+        QVERIFY(titled->width() > titled->fontMetrics().horizontalAdvance(title));
+        QStringList buttons;
+        for (const QAbstractButton* button : MessageBoxes::createSaveQuestion(nullptr, "?")->buttons()) {
+            buttons << button->text();
+        }
+        buttons.sort();
+        QCOMPARE(buttons, (QStringList{"&Cancel", "&Discard", "&Save"}));
 
         // "&&" shows one ampersand, a lone "&" marks the access key, markup is text.
         const QList<std::pair<QString, QString>> captions{

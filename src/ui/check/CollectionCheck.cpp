@@ -245,7 +245,8 @@ void CollectionCheck::folderChecked(const FolderResult& result, const QStringLis
     }
     QString details;
     if (!failures.isEmpty()) {
-        lines << uiText(txt::NotChecked).arg(failures.size());
+        lines << (failures.size() == 1 ? uiText(txt::NotCheckedOne)
+                                       : uiText(txt::NotChecked).arg(failures.size()));
         nameFailures(lines, details, failures);
     }
     if (!lines.isEmpty()) {
@@ -266,7 +267,11 @@ void CollectionCheck::rechecked(const scan::RecheckResult& result, qsizetype lis
     // Not seen is not fixed: a wrong folder mapping must not pass for a collection put right.
     if (result.notFound.size() == listed) {
         lines << uiText(txt::NoneFound) << uiText(txt::OfferPreferences);
-        if (m_window.ask(lines.join(u'\n')) && m_window.preferences) {
+        // Which files were looked for, and where, is what shows the folder to be wrong.
+        QStringList ignored;
+        QString details;
+        nameFailures(ignored, details, result.notFound);
+        if (m_window.ask(lines.join(u'\n'), details) && m_window.preferences) {
             m_window.preferences->trigger();
         }
         return;

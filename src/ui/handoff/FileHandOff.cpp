@@ -205,6 +205,9 @@ void FileHandOff::submnuExport_Click() {
             writer.add(*file);
         }
         if (out.commit()) {
+            m_window.note(files.size() == 1
+                              ? uiText(txt::OneExported).arg(fileName)
+                              : uiText(txt::Exported).arg(QString::number(files.size()), fileName));
             return;
         }
     }

@@ -298,7 +298,7 @@ private Q_SLOTS:
         QCOMPARE(c.window.isVisible(), !quit || answer == QMessageBox::Cancel);
         QCOMPARE(contentsOf(saved).contains(QFile::encodeName(c.music + "/Abba/Fernando.mp3")),
                  answer == QMessageBox::Save);
-        // Shown after Cancel, Discard and Save; empty: nothing. Check Folder is given no folder here.
+        // Shown after Cancel, Discard and Save (the title alone: nothing). Check Folder gets no folder.
         const QString again = ", checked again (not saved) — " + kTitle;
         const QMap<QString, QStringList> shown{
             {"quit", {unsaved, kTitle, "kept.vzt — " + kTitle}},

@@ -223,11 +223,15 @@ private Q_SLOTS:
         QCOMPARE(c.listed("ID3v0"), QStringList{"C:\\Music\\Gone.mp3"});
         QVERIFY(c.child<QAction>("submnuSaveAs")->isEnabled());
 
-        // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered.
-        write(settings::PathMap, "C:\\Music=" + c.home.filePath("elsewhere"));
-        // The result shown is not saved: opening the report again asks first.
+        // Its result checked again (and discarded, since not saved): "checked again" once, not twice.
         c.window.messageBoxes().setChooser(
             [](const QString&, QMessageBox::StandardButtons) { return QMessageBox::Discard; });
+        c.trigger("submnuRecheck");
+        QTRY_VERIFY(!c.progress->isVisible());
+        QCOMPARE(c.window.windowTitle(), "music.vzt, checked again (not saved) — " + kTitle);
+
+        // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered.
+        write(settings::PathMap, "C:\\Music=" + c.home.filePath("elsewhere"));
         c.open(report);
         c.messages.clear();
         QSignalSpy preferences(c.child<QAction>("submnuPreferences"), &QAction::triggered);

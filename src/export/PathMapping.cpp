@@ -28,7 +28,35 @@ bool holdsLocal(const QString& folder, const QString& path) {
     return path.startsWith(folder) && (path.size() == folder.size() || path.at(folder.size()) == u'/');
 }
 
+constexpr QLatin1StringView kEscapedForm("%|");
+
+QString escaped(const QString& folder) {
+    return QString(folder)
+        .replace(u'%', QStringLiteral("%25"))
+        .replace(u'|', QStringLiteral("%7C"))
+        .replace(u'=', QStringLiteral("%3D"));
+}
+
+QString unescaped(const QString& text) {
+    return QString::fromUtf8(QByteArray::fromPercentEncoding(text.toUtf8()));
+}
+
 } // namespace
+
+std::optional<PathMapping> PathMapping::fromFolders(const QString& windowsFolder,
+                                                    const QString& localFolder) {
+    PathMapping mapping;
+    mapping.windowsFolder = windowsSeparators(windowsFolder);
+    mapping.localFolder = localFolder;
+    while (mapping.localFolder.size() > 1 && mapping.localFolder.endsWith(u'/')) {
+        mapping.localFolder.chop(1);
+    }
+    if (mapping.windowsFolder.isEmpty() || mapping.windowsFolder == u"\\" ||
+        !mapping.localFolder.startsWith(u'/')) {
+        return std::nullopt;
+    }
+    return mapping;
+}
 
 std::optional<PathMapping> PathMapping::parse(const QString& text) {
     const QString trimmed = text.trimmed();
@@ -39,16 +67,7 @@ std::optional<PathMapping> PathMapping::parse(const QString& text) {
     if (split <= 0) {
         return std::nullopt;
     }
-    PathMapping mapping;
-    mapping.windowsFolder = windowsSeparators(trimmed.left(split).trimmed());
-    mapping.localFolder = trimmed.mid(split + 1);
-    while (mapping.localFolder.size() > 1 && mapping.localFolder.endsWith(u'/')) {
-        mapping.localFolder.chop(1);
-    }
-    if (mapping.windowsFolder.isEmpty() || mapping.windowsFolder == u"\\") {
-        return std::nullopt;
-    }
-    return mapping;
+    return fromFolders(trimmed.left(split).trimmed(), trimmed.mid(split + 1));
 }
 
 QString PathMapping::toText() const {
@@ -124,6 +143,19 @@ std::optional<QString> PathMappings::reversibleWindowsPath(const QString& localP
 
 std::optional<PathMappings> PathMappings::parse(const QString& text) {
     PathMappings mappings;
+    if (text.startsWith(kEscapedForm)) {
+        for (const QString& part : text.sliced(kEscapedForm.size()).split(u'|', Qt::SkipEmptyParts)) {
+            const QStringList folders = part.split(u'=');
+            const std::optional<PathMapping> one =
+                folders.size() == 2 ? PathMapping::fromFolders(unescaped(folders[0]), unescaped(folders[1]))
+                                    : std::nullopt;
+            if (!one) {
+                return std::nullopt;
+            }
+            mappings.list << *one;
+        }
+        return mappings;
+    }
     for (const QString& part : text.split(u'|')) {
         const std::optional<PathMapping> one = PathMapping::parse(part);
         if (!one) {
@@ -138,10 +170,17 @@ std::optional<PathMappings> PathMappings::parse(const QString& text) {
 
 QString PathMappings::toText() const {
     QStringList texts;
+    QStringList escapedTexts;
     for (const PathMapping& one : list) {
         texts << one.toText();
+        escapedTexts << escaped(one.windowsFolder) + u'=' + escaped(one.localFolder);
     }
-    return texts.join(u'|');
+    // The plain form while it reads back the same: older versions read it, and people edit it by hand.
+    const QString plain = texts.join(u'|');
+    if (const std::optional<PathMappings> back = parse(plain); back && back->list == list) {
+        return plain;
+    }
+    return kEscapedForm + escapedTexts.join(u'|');
 }
 
 QString windowsPathKey(const QString& path) {

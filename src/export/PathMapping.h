@@ -25,6 +25,11 @@ struct PathMapping {
     // that way, or names no Windows folder, is refused.
     static std::optional<PathMapping> parse(const QString& text);
     QString toText() const;
+    // The mapping of a Windows folder to a local one, given apart (as Preferences' table has them), so
+    // that neither needs to be told from the other in one text; none when it is no mapping.
+    static std::optional<PathMapping> fromFolders(const QString& windowsFolder, const QString& localFolder);
+
+    friend bool operator==(const PathMapping&, const PathMapping&) = default;
 
     // The path on this computer: the Windows folder, compared without regard to letter case, replaced by
     // the local folder, and the backslashes of the rest made slashes; blanks around the path are left out.
@@ -60,8 +65,11 @@ struct PathMappings {
     // take it for a folder, and map() would never lead back to the file.
     std::optional<QString> reversibleWindowsPath(const QString& localPath) const;
 
-    // The mappings' texts joined by "|", which no Windows path holds: "C:\Music=/media/music|D:\=/mnt/d".
-    // Empty texts between are passed over; a part that is no mapping refuses the whole.
+    // The mappings' texts joined by "|": "C:\Music=/media/music|D:\=/mnt/d". Empty texts between are
+    // passed over; a part that is no mapping refuses the whole. Where a folder's name would not read
+    // back from that (a "|" in a local folder, blanks at its ends), the text starts with "%|" and each
+    // folder has its "%", "|" and "=" written as "%25", "%7C" and "%3D"; no text of the plain form
+    // starts so, since "%" alone is no mapping.
     static std::optional<PathMappings> parse(const QString& text);
     QString toText() const;
 };

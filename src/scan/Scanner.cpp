@@ -4,8 +4,8 @@
 #include "LocalFile.h"
 #include "TagProbe.h"
 #include "WorkerPool.h"
-#include "report/CaseInsensitiveOrder.h"
 #include "report/FileNameForm.h"
+#include "report/ListOrder.h"
 #include "report/ReportReader.h"
 
 #include <QDir>
@@ -80,8 +80,10 @@ QString childPath(const QString& folder, const QByteArray& name) {
 } // namespace
 
 bool listedBefore(const FoundProblem& a, const FoundProblem& b) {
-    const int folded = compareCaseInsensitive(a.path, b.path);
-    return folded != 0 ? folded < 0 : a.path < b.path;
+    // A collator is no object for threads to share: each of the pool's threads keeps its own.
+    thread_local const ListOrder order;
+    const int collated = order.compare(a.path, b.path);
+    return collated != 0 ? collated < 0 : a.path < b.path;
 }
 
 void sortAsListed(QList<FoundProblem>& problems) {

@@ -38,7 +38,7 @@ struct ScanCounts {
 inline constexpr qsizetype kMostFailuresNamed = 10000;
 
 struct ScanResult {
-    // In the order the file list sorts them: by path, letter case aside; no more than a report holds,
+    // In the order the file list sorts them (ListOrder); no more than a report holds,
     // the first in that order, so that memory does not grow with the collection.
     QList<FoundProblem> problems;
     // The problem files found beyond those, counted.
@@ -53,8 +53,8 @@ struct ScanResult {
     bool cancelled = false;
 };
 
-// The order of the file list: by path, letter case aside (then exactly, so that the order is one
-// whatever order the threads found the files in).
+// The order of the file list (ListOrder: by path as the locale collates, letter case aside), then
+// exactly, so that the order is one whatever order the threads found the files in.
 bool listedBefore(const FoundProblem& a, const FoundProblem& b);
 void sortAsListed(QList<FoundProblem>& problems);
 

@@ -48,8 +48,9 @@ QString readPathText(const Setting& setting) {
     const QString parsed = read(setting);
     const QString raw = readIniString(settingsFilePath(applicationOf(setting)), setting.section, setting.key,
                                       setting.defaultValue, std::numeric_limits<int>::max());
-    // What this program wrote has its backslashes doubled; a single one was typed by hand.
-    return raw.contains(QStringLiteral("\\\\")) ? parsed : raw;
+    // What this program wrote has its backslashes doubled and its quotes escaped (no Windows folder
+    // holds a quote); a single backslash was typed by hand.
+    return raw.contains(QStringLiteral("\\\\")) || raw.contains(QStringLiteral("\\\"")) ? parsed : raw;
 }
 
 bool isStored(const Setting& setting) {

@@ -90,6 +90,29 @@ private Q_SLOTS:
         QCOMPARE(commonWindowsFolder(paths), folder);
     }
 
+    void mappingsText_data() {
+        // The folders, Windows and local in turn; none when the text is refused. Each text is the one
+        // its mappings are stored as.
+        addColumns<QString, QStringList>("text", "folders");
+
+        addRow("plain", "C:\\Music=/m|D:=/mnt/d", QStringList{"C:\\Music", "/m", "D:", "/mnt/d"});
+        addRow("escaped where a name needs it", "%|C:\\A%3DB=/a%7Cb|D:\\x=/100%25 & \"q\" ",
+               QStringList{"C:\\A=B", "/a|b", "D:\\x", "/100% & \"q\" "});
+        addRow("escaped, but split wrong", "%|C:\\A=/b=/c", QStringList());
+    }
+
+    void mappingsText() {
+        QFETCH(QString, text);
+        QFETCH(QStringList, folders);
+        const PathMappings read = PathMappings::parse(text).value_or(PathMappings{});
+        QStringList found;
+        for (const PathMapping& one : read.list) {
+            found << one.windowsFolder << one.localFolder;
+        }
+        QCOMPARE(found, folders);
+        QCOMPARE(read.toText(), folders.isEmpty() ? QString() : text);
+    }
+
     void distinctPaths() {
         // One file, however its paths write it, is handed on once, as first written.
         QCOMPARE(

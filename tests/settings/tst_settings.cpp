@@ -175,6 +175,7 @@ private Q_SLOTS:
         addRow("written by the program", QByteArray(), "C:\\Music=/media/music");
         addRow("typed by hand", QByteArray("PathMap=C:\\Music=/media/music"), "C:\\Music=/media/music");
         addRow("typed by hand, doubled", QByteArray("PathMap=C:\\\\Music=/m"), "C:\\Music=/m");
+        addRow("written, quotes and no backslash", QByteArray(), "%|D:=/a%7Cb \"q\" ; x, y ");
     }
 
     void pathTextKeepsBackslashes() {

@@ -7,6 +7,7 @@
 
 #include <QAccessible>
 #include <QLabel>
+#include <QMap>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
@@ -60,6 +61,8 @@ private Q_SLOTS:
     void checkFolderThenSave() {
         Checking c;
         QVERIFY(!c.child<QAction>("submnuSaveAs")->isEnabled());
+        // Found without tags, but no report can name it: not checked, in every count.
+        QVERIFY(writeMp3(c.music + "/Abba/Line\nbreak.mp3", NoTag));
         c.answer(c.music);
         c.trigger("submnuCheckFolder");
         // While it runs: its progress in the status bar, and no second check.
@@ -67,8 +70,9 @@ private Q_SLOTS:
         QVERIFY(!c.child<QAction>("submnuCheckFolder")->isEnabled());
         QTRY_VERIFY(!c.progress->isVisible());
         QCOMPARE(c.child<QLabel>("lblStatusMessage")->accessibleName(),
-                 "Check done: 4 files checked: 1 without ID3v1, 1 without ID3v2, 1 without tags; 2 files or "
+                 "Check done: 4 files checked: 1 without ID3v1, 1 without ID3v2, 1 without tags; 3 files or "
                  "folders could not be checked.");
+        QCOMPARE(indexOfKey(c.tree, "ID3v0").data(Qt::ToolTipRole), "1 file");
 
         QCOMPARE(c.listed("ID3v1"), QStringList{c.music + "/Abba/Waterloo.mp3"});
         QCOMPARE(c.listed("ID3v2"), QStringList{c.music + "/Björk/Jóga.mp3"});
@@ -76,12 +80,13 @@ private Q_SLOTS:
         QCOMPARE(c.window.windowTitle(), "Check of " + c.music + " (not saved) — " + kTitle);
         // What it could not check is counted and named, each one in the details.
         QCOMPARE(c.messages.size(), 1);
-        QVERIFY2(c.messages.first().startsWith("2 files or folders could not be checked"),
+        QVERIFY2(c.messages.first().startsWith("3 files or folders could not be checked"),
                  qPrintable(c.messages.first()));
-        QCOMPARE(c.window.messageBoxes().lastDetails(), c.music +
-                                                            "/junk.mp3: no MPEG audio found: not an MP3 "
-                                                            "file, or cut short\n" +
-                                                            c.music + "/pipe.mp3: not a regular file");
+        QCOMPARE(c.window.messageBoxes().lastDetails(),
+                 c.music + "/junk.mp3: no MPEG audio found: not an MP3 file, or cut short\n" + c.music +
+                     "/pipe.mp3: not a regular file\n" + c.music +
+                     "/Abba/Line\nbreak.mp3: a report cannot name it: its name holds a line break or the "
+                     "report's closing words");
         QCOMPARE(read(settings::LastCheckedFolder), c.music);
 
         // Saved, it reads back as the same report, and is a report like any other.
@@ -99,7 +104,7 @@ private Q_SLOTS:
         const ReportReadResult read = ReadReport(source);
         QCOMPARE(read.Outcome, Outcome::Loaded);
         QCOMPARE(read.Entries.size(), 3);
-        QVERIFY(contentsOf(saved).contains("\r\n  Not checked: 2 files or folders\r\n"));
+        QVERIFY(contentsOf(saved).contains("\r\n  Not checked: 3 files or folders\r\n"));
         QCOMPARE(read.Entries.at(0).Path, c.music + "/Abba/Fernando.mp3");
         QCOMPARE(c.window.windowTitle(), "music.vzt — " + kTitle);
         QVERIFY(!c.child<QAction>("submnuSaveAs")->isEnabled());
@@ -112,6 +117,13 @@ private Q_SLOTS:
         });
         c.trigger("submnuCheckFolder");
         QCOMPARE(startedAt, c.music);
+
+        // A check that found nothing loses nothing: quitting asks nothing (an answerer would say no).
+        QVERIFY(QDir().mkpath(c.home.filePath("empty")));
+        c.answer(c.home.filePath("empty"));
+        c.trigger("submnuCheckFolder");
+        QTRY_VERIFY(!c.progress->isVisible());
+        QVERIFY(c.window.close());
     }
 
     // Under a German language file, what could not be checked is said in German, the system's error
@@ -211,11 +223,15 @@ private Q_SLOTS:
         QCOMPARE(c.listed("ID3v0"), QStringList{"C:\\Music\\Gone.mp3"});
         QVERIFY(c.child<QAction>("submnuSaveAs")->isEnabled());
 
-        // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered.
-        write(settings::PathMap, "C:\\Music=" + c.home.filePath("elsewhere"));
-        // The result shown is not saved: opening the report again asks first.
+        // Its result checked again (and discarded, since not saved): "checked again" once, not twice.
         c.window.messageBoxes().setChooser(
             [](const QString&, QMessageBox::StandardButtons) { return QMessageBox::Discard; });
+        c.trigger("submnuRecheck");
+        QTRY_VERIFY(!c.progress->isVisible());
+        QCOMPARE(c.window.windowTitle(), "music.vzt, checked again (not saved) — " + kTitle);
+
+        // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered.
+        write(settings::PathMap, "C:\\Music=" + c.home.filePath("elsewhere"));
         c.open(report);
         c.messages.clear();
         QSignalSpy preferences(c.child<QAction>("submnuPreferences"), &QAction::triggered);
@@ -232,14 +248,18 @@ private Q_SLOTS:
                  "0 fixed, 0 still, 4 not found, 0 changed kind\nNone of the report's files was found on "
                  "this computer: the folder where the report's files are is probably set wrong. They are "
                  "listed with their earlier kind.\nOpen Tools > Preferences to correct it?");
+        // Which files were looked for is one click away.
+        QCOMPARE(c.window.messageBoxes().lastDetails().split(u'\n').size(), 4);
+        QVERIFY(c.window.messageBoxes().lastDetails().contains("C:\\Music\\Gone.mp3: no such file"));
         QCOMPARE(c.listed("ID3v1"), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});
     }
 
-    // A check's result is on screen and in no file: File > Open, File > Recent, a drop and Quit ask first.
+    // A check's result is on screen and in no file: File > Open, File > Recent, a drop, Quit, Check Listed
+    // Files Again and Check Folder ask first; a discarded result leaves the screen.
     void unsavedResultIsAskedAbout_data() {
         QTest::addColumn<QString>("route");
         QTest::addColumn<QMessageBox::StandardButton>("answer");
-        for (const char* route : {"open", "recent", "drop", "quit"}) {
+        for (const char* route : {"open", "recent", "drop", "quit", "recheck", "check"}) {
             for (const auto& [name, answer] : {std::pair{"cancel", QMessageBox::Cancel},
                                                {"discard", QMessageBox::Discard},
                                                {"save", QMessageBox::Save}}) {
@@ -271,18 +291,26 @@ private Q_SLOTS:
             QCOMPARE(c.window.close(), answer != QMessageBox::Cancel);
         } else if (route == u"drop") {
             c.drop(dropped);
+        } else if (route.contains(u"check")) {
+            c.trigger(route == u"check" ? "submnuCheckFolder" : "submnuRecheck");
         } else {
             c.trigger(route == u"open" ? "submnuOpen" : "submnuRecent1");
         }
+        QTRY_VERIFY(!c.progress->isVisible());
         QVERIFY2(asked.size() == 1 && asked.first().startsWith("Save the check's result?"),
                  qPrintable(asked.join('|')));
         QCOMPARE(c.window.isVisible(), !quit || answer == QMessageBox::Cancel);
         QCOMPARE(contentsOf(saved).contains(QFile::encodeName(c.music + "/Abba/Fernando.mp3")),
                  answer == QMessageBox::Save);
-        const QString shownNow = !quit && answer != QMessageBox::Cancel ? "mixed.vzt"
-                                 : quit && answer == QMessageBox::Save  ? "kept.vzt"
-                                                                        : "";
-        QCOMPARE(c.window.windowTitle(), shownNow.isEmpty() ? unsaved : shownNow + " — " + kTitle);
+        // Shown after Cancel, Discard and Save (the title alone: nothing). Check Folder gets no folder.
+        const QString again = ", checked again (not saved) — " + kTitle;
+        const QMap<QString, QStringList> shown{
+            {"quit", {unsaved, kTitle, "kept.vzt — " + kTitle}},
+            {"recheck", {unsaved, "Check of " + c.music + again, "kept.vzt" + again}},
+            {"check", {unsaved, kTitle, "kept.vzt — " + kTitle}}};
+        const int answered = answer == QMessageBox::Cancel ? 0 : answer == QMessageBox::Discard ? 1 : 2;
+        QCOMPARE(c.window.windowTitle(),
+                 shown.value(route, {unsaved, "mixed.vzt — " + kTitle, "mixed.vzt — " + kTitle})[answered]);
     }
 
     void progressSpeaksItsValue() {

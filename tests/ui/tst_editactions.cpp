@@ -17,6 +17,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -121,8 +122,9 @@ private Q_SLOTS:
         e.tree->setFocus();
         QTest::keyClick(&e.window, Qt::Key_A, Qt::ControlModifier);
         QCOMPARE(e.selectedTexts(), (QStringList{kWaterloo, kLive, kTrack}));
-        QTRY_VERIFY(
-            e.child<CaptionLabel>("WebItemType")->caption().startsWith("3 id3v2 not founds selected."));
+        QTRY_VERIFY(e.child<CaptionLabel>("WebItemType")
+                        ->caption()
+                        .startsWith("3 files selected (ID3v2 Not found)."));
     }
 
     void copy() {
@@ -167,50 +169,62 @@ private Q_SLOTS:
         QVERIFY(filters.first().contains("*.m3u8") && filters.first().contains("*.csv"));
         QCOMPARE(contentsOf(e.home.filePath("out.txt")),
                  QFile::encodeName(e.music) + "/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
+        QCOMPARE(e.child<QLabel>("lblStatusMessage")->accessibleName(),
+                 "1 file exported to \"" + e.home.filePath("out.txt") + "\".");
     }
 
     void pathMapAskedOnce() {
+        // Asked with the report's common root, not the album's folder; then about a folder outside it.
         Editing e;
-        e.makeLocalFiles({"Abba/Waterloo.mp3"});
+        e.makeLocalFiles({"Abba/Waterloo.mp3", "Elsewhere/Track01.mp3"});
         e.activate("ID3v2");
-        e.select({kWaterloo, kLive});
-        QStringList titles;
+        e.select({kWaterloo});
+        QStringList asked;
         e.dialogs->setChooser([&](const CommonDialog& request) {
-            titles << request.DialogTitle;
-            return request.DialogTitle == "PathMap" ? QStringLiteral("c:/music=") + e.music
-                                                    : e.home.filePath("a.txt");
+            const bool map = request.DialogTitle == "PathMap";
+            asked << (map ? request.InitDir : request.DialogTitle);
+            return !map                               ? e.home.filePath("a.txt")
+                   : request.InitDir.startsWith("D:") ? "d:/elsewhere=" + e.music + "/Elsewhere"
+                                                      : "c:/music=" + e.music;
         });
         e.trigger("submnuExport");
-        QCOMPARE(titles, (QStringList{"PathMap", "Export"}));
         QCOMPARE(read(settings::PathMap), QStringLiteral("c:\\music=") + e.music);
+        QCOMPARE(contentsOf(e.home.filePath("a.txt")), (e.music + "/Abba/Waterloo.mp3\n").toUtf8());
+        e.select({kWaterloo, kTrack});
+        e.trigger("submnuExport");
         QCOMPARE(contentsOf(e.home.filePath("a.txt")),
-                 (e.music + "/Abba/Waterloo.mp3\n" + e.music + "/Queen/\"Live\" at Wembley.mp3\n").toUtf8());
-
+                 (e.music + "/Abba/Waterloo.mp3\n" + e.music + "/Elsewhere/Track01.mp3\n").toUtf8());
         // Remembered: the next export does not ask.
         e.trigger("submnuExport");
-        QCOMPARE(titles, (QStringList{"PathMap", "Export", "Export"}));
+        // export.vzt's files share only "C:\\" ("C:\\Musical" among them).
+        QCOMPARE(asked, (QStringList{"C:\\", "Export", "D:\\Elsewhere", "Export", "Export"}));
     }
 
     void tagEditor_data() {
         // The arguments are relative to the music folder; the message is its start, or empty.
-        addColumns<QStringList, QStringList, QString>("selected", "arguments", "message");
+        // A file outside the mapping is asked about (answered: where it is, or as it stands).
+        addColumns<QStringList, QString, QStringList, QString>("selected", "answer", "arguments", "message");
 
-        addRow("one missing", QStringList{kWaterloo, kTrack}, QStringList{"Abba/Waterloo.mp3"},
+        addRow("asked, not missing", QStringList{kWaterloo, kTrack}, "D:\\Elsewhere=%1/Elsewhere",
+               QStringList{"Abba/Waterloo.mp3", "Elsewhere/Track01.mp3"}, "");
+        addRow("one missing", QStringList{kWaterloo, kTrack}, "", QStringList{"Abba/Waterloo.mp3"},
                "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
                "editor starts with the other file.");
-        addRow("none here", QStringList{kTrack}, QStringList(),
+        addRow("none here", QStringList{kTrack}, "", QStringList(),
                "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
                "editor was not started.");
     }
 
     void tagEditor() {
         QFETCH(QStringList, selected);
+        QFETCH(QString, answer);
         QFETCH(QStringList, arguments);
         QFETCH(QString, message);
 
         Editing e;
-        e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
+        e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3", "Elsewhere/Track01.mp3"});
         e.mapToMusic();
+        e.dialogs->setChooser([&](const CommonDialog&) { return QString(answer).replace("%1", e.music); });
         e.activate("ID3v2");
         e.select(selected);
         const QString record = e.openInFakeEditor();
@@ -291,16 +305,29 @@ private Q_SLOTS:
         }
     }
 
-    void germanTexts() {
-        globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/Deutsch.ini");
+    void languageTexts_data() {
+        addColumns<QString, QString, QString, QString>("file", "countLine", "matchingTitle", "shown");
+
+        addRow("Deutsch", "Deutsch.ini", "2 Dateien ausgewählt (ID3v2 Not found).", "Passende auswählen",
+               "Angezeigt: ");
+        addRow("English", "English.ini", "2 files selected (ID3v2 Not found).", "Select Matching", "Shown: ");
+    }
+
+    void languageTexts() {
+        QFETCH(QString, file);
+        QFETCH(QString, countLine);
+        QFETCH(QString, matchingTitle);
+        QFETCH(QString, shown);
+        globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/") + file;
+        const auto english = qScopeGuard([] { globals().LanguageFile.clear(); });
         Editing e;
         e.activate("ID3v2");
         e.select({kWaterloo, kTrack});
         // The count line reads with its blanks, though the language file's texts lose theirs at the ends.
-        QTRY_VERIFY2(e.child<CaptionLabel>("WebItemType")
-                         ->caption()
-                         .startsWith("2 id3v2 not found-Dateien ausgewählt."),
+        QTRY_VERIFY2(e.child<CaptionLabel>("WebItemType")->caption().startsWith(countLine),
                      qPrintable(e.child<CaptionLabel>("WebItemType")->caption()));
+        // A screen reader hears what the panel's title is in the language too.
+        QVERIFY(e.child<CaptionLabel>("lblWebFolder")->accessibleName().startsWith(shown));
         QString title;
         QTimer::singleShot(0, [&title] {
             QWidget* dialog = QApplication::activeModalWidget();
@@ -308,15 +335,14 @@ private Q_SLOTS:
             dialog->close();
         });
         e.trigger("submnuSelectMatching");
-        globals().LanguageFile.clear();
-        QCOMPARE(title, QStringLiteral("Passende auswählen"));
-        QCOMPARE(e.child<QAction>("submnuRecheck")->text(),
-                 QStringLiteral("Aufgelistete Dateien erneut &prüfen"));
-        // No two items of a menu share an access key.
+        QCOMPARE(title, matchingTitle);
+        // No two items of a menu share an access key, and each has one.
         for (const QMenu* menu : e.window.findChildren<QMenu*>()) {
             QString keys;
             for (const QAction* action : menu->actions()) {
                 const QString key = action->text().section(u'&', 1).left(1).toLower();
+                QVERIFY2(action->isSeparator() || menu->objectName() == u"mnuRecent" || !key.isEmpty(),
+                         qPrintable(action->text()));
                 QVERIFY2(key.isEmpty() || !keys.contains(key), qPrintable(action->text()));
                 keys += key;
             }
@@ -325,8 +351,9 @@ private Q_SLOTS:
 
     void preferences() {
         Editing e;
-        const QString a = e.home.filePath("a");
-        const QString b = e.home.filePath("b");
+        // Folder names that once broke the stored list: "|" joined the mappings, "=/" split one.
+        const QString a = e.home.filePath("a|b");
+        const QString b = e.home.filePath("x=/y & \"z\"");
         const QString c = e.home.filePath("c");
         QVERIFY(QDir().mkpath(a) && QDir().mkpath(b) && QDir().mkpath(c));
         // Fills in the mappings given (a Windows folder and where it is), tests a tag editor that is not
@@ -340,13 +367,15 @@ private Q_SLOTS:
                 for (int row = 0; row < table->rowCount(); ++row) {
                     *shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();
                 }
-                // Typed as a user does: Add, the Windows folder, Tab, the local folder, Return.
+                // Typed as a user does: Add, the Windows folder, Tab, the local folder, Tab out to Add.
+                auto* add = dialog->findChild<QPushButton*>("cmdAddMapping");
                 for (const auto& [windows, local] : added) {
-                    dialog->findChild<QPushButton*>("cmdAddMapping")->click();
+                    add->click();
                     QTest::keyClicks(dialog->focusWidget(), windows);
                     QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
                     QTest::keyClicks(dialog->focusWidget(), local);
-                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
+                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+                    QCOMPARE(dialog->focusWidget(), add);
                 }
                 auto* editor = dialog->findChild<QLineEdit*>("txtTagEditor");
                 // Its label gives it an access key and a name a screen reader says.
@@ -355,6 +384,7 @@ private Q_SLOTS:
                 QVERIFY(std::any_of(labels.begin(), labels.end(), [editor](const QLabel* label) {
                     return label->buddy() == editor && label->text() == "&Tag editor:";
                 }));
+                QCOMPARE(dialog->findChild<QPushButton*>("cmdTestTagEditor")->text(), "Te&st");
                 editor->setText("zentoria-no-editor %F");
                 dialog->findChild<QPushButton*>("cmdTestTagEditor")->click();
                 *shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();
@@ -367,18 +397,17 @@ private Q_SLOTS:
         };
         QStringList shown;
         bool open = true;
-        fill({{"C:\\Music", a}, {"D:\\Rips", b}, {"F:\\Old", c}}, &shown, &open);
+        fill({{"C:\\Music", a}, {"D:\\Rips", b}, {"F:\\Old=New", c}}, &shown, &open);
         e.trigger("submnuPreferences");
         QVERIFY(!open);
-        const QString three = "C:\\Music=" + a + "|D:\\Rips=" + b + "|F:\\Old=" + c;
-        QCOMPARE(read(settings::PathMap), three);
+        const QString three = read(settings::PathMap);
         QCOMPARE(read(settings::TagEditor), QStringLiteral("kid3 %F"));
 
         // Opened again, it shows both; a folder that is not here is refused with a warning.
         fill({{"E:\\Gone", e.home.filePath("gone")}}, &shown, &open);
         e.trigger("submnuPreferences");
         QCOMPARE(shown, (QStringList{"zentoria-no-editor is not on this computer.", "C:\\Music=" + a,
-                                     "D:\\Rips=" + b, "F:\\Old=" + c,
+                                     "D:\\Rips=" + b, "F:\\Old=New=" + c,
                                      "zentoria-no-editor is not on this computer."}));
         QVERIFY(open);
         QCOMPARE(e.messages,

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -188,6 +189,15 @@ private Q_SLOTS:
         QCOMPARE(box->buttons().size(), 1);
         QCOMPARE(box->standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
         QCOMPARE(box->textFormat(), Qt::PlainText);
+        // A short message under a long title shows the title whole; a question's buttons have keys.
+        const QString title = "a damaged report of the whole collection.vzt — Zentoria";
+        const auto titled = MessageBoxes::create(nullptr, "The file is corrupted", title);
+        titled->show();
+        QVERIFY(titled->width() > titled->fontMetrics().horizontalAdvance(title));
+        const auto ask = MessageBoxes::createSaveQuestion(nullptr, "?");
+        QCOMPARE(ask->button(QMessageBox::Save)->text() + ask->button(QMessageBox::Discard)->text() +
+                     ask->button(QMessageBox::Cancel)->text(),
+                 "&Save&Discard&Cancel");
 
         // "&&" shows one ampersand, a lone "&" marks the access key, markup is text.
         const QList<std::pair<QString, QString>> captions{

@@ -9,6 +9,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QStyleOptionHeader>
 #include <QTemporaryDir>
@@ -301,24 +302,37 @@ private Q_SLOTS:
     }
 
     void listSorting_data() {
-        addColumns<QStringList, QStringList, QStringList>("paths", "ascending", "descending");
+        addColumns<QStringList, QStringList, QStringList, QString>("paths", "ascending", "descending",
+                                                                   "locale");
 
         // Entries 1.. at positions 5.., all of kind ID3v1, listed with keys "ID3v1" + position.
         addRow("letter case aside, equal texts in tree order",
                QStringList{"b.mp3", "a.mp3", "  A.mp3", "B.MP3", "a.mp3"},
                QStringList{"ID3v16 a.mp3", "ID3v17 A.mp3", "ID3v19 a.mp3", "ID3v15 b.mp3", "ID3v18 B.MP3"},
-               QStringList{"ID3v15 b.mp3", "ID3v18 B.MP3", "ID3v16 a.mp3", "ID3v17 A.mp3", "ID3v19 a.mp3"});
+               QStringList{"ID3v15 b.mp3", "ID3v18 B.MP3", "ID3v16 a.mp3", "ID3v17 A.mp3", "ID3v19 a.mp3"},
+               "C");
         addRow("the text as listed, trimmed", QStringList{" c", "b ", "  a  "},
                QStringList{"ID3v17 a", "ID3v16 b", "ID3v15 c"},
-               QStringList{"ID3v15 c", "ID3v16 b", "ID3v17 a"});
+               QStringList{"ID3v15 c", "ID3v16 b", "ID3v17 a"}, "C");
         addRow("all equal", QStringList{"x", "X", "x"}, QStringList{"ID3v15 x", "ID3v16 X", "ID3v17 x"},
-               QStringList{"ID3v15 x", "ID3v16 X", "ID3v17 x"});
+               QStringList{"ID3v15 x", "ID3v16 X", "ID3v17 x"}, "C");
+        addRow("accents as the locale collates", QStringList{"Specials", "Sébastien", "Z", "Édith", "edith"},
+               QStringList{"ID3v19 edith", "ID3v18 Édith", "ID3v16 Sébastien", "ID3v15 Specials", "ID3v17 Z"},
+               QStringList{"ID3v17 Z", "ID3v15 Specials", "ID3v16 Sébastien", "ID3v18 Édith", "ID3v19 edith"},
+               "en_US");
+        addRow("letter case aside there too", QStringList{"b", "A", "a", "B"},
+               QStringList{"ID3v16 A", "ID3v17 a", "ID3v15 b", "ID3v18 B"},
+               QStringList{"ID3v15 b", "ID3v18 B", "ID3v16 A", "ID3v17 a"}, "de_DE");
     }
 
     void listSorting() {
         QFETCH(QStringList, paths);
         QFETCH(QStringList, ascending);
         QFETCH(QStringList, descending);
+        QFETCH(QString, locale);
+        const QLocale before;
+        QLocale::setDefault(QLocale(locale));
+        const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
 
         NodeCollection nodes;
         addFolders(nodes);

@@ -106,8 +106,9 @@ private Q_SLOTS:
         p.settle();
         QTest::qWait(2 * p.refresh->interval());
         QCOMPARE(ticks.size(), 1);
-        QCOMPARE(p.kind->caption(), "3 id3v1 not founds selected.\r\r\rC:\\Music\\Rock && Roll\\Track.mp3\r" +
-                                        kBold + '\r' + kPlain);
+        QCOMPARE(p.kind->caption(),
+                 "3 files selected (ID3v1 not found).\r\r\rC:\\Music\\Rock && Roll\\Track.mp3\r" + kBold +
+                     '\r' + kPlain);
         // Each carriage return is a line on screen: the count line, two empty ones, then a name a line.
         QVERIFY(p.kind->wrappedText().rows().size() >= 6);
         QCOMPARE(p.name->caption(), QString());
@@ -193,7 +194,7 @@ private Q_SLOTS:
         QTest::keyClick(p.list, Qt::Key_A, Qt::ControlModifier);
         p.settle();
         QVERIFY(p.kind->caption().startsWith(
-            "16383 id3v1 not founds selected.\r\r\rC:\\Music\\Artist 1\\1 - Track.mp3\r"));
+            "16383 files selected (ID3v1 not found).\r\r\rC:\\Music\\Artist 1\\1 - Track.mp3\r"));
         QVERIFY(p.kind->caption().endsWith("\rC:\\Music\\Artist 283\\16383 - Track.mp3"));
         QVERIFY(p.kind->wrappedText().rows().size() > 16383);
 
@@ -243,7 +244,7 @@ private Q_SLOTS:
         p.clickRow(0);
         p.clickRow(3, Qt::ShiftModifier);
         p.settle();
-        QVERIFY(p.kind->caption().startsWith("4 id3v1 not founds selected."));
+        QVERIFY(p.kind->caption().startsWith("4 files selected (ID3v1 not found)."));
         // A right click leaves one file selected: the panel names that one.
         clickIndex(p.list, rowIndex(p.list, 1), Qt::RightButton);
         p.settle();

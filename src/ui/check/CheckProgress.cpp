@@ -70,13 +70,16 @@ void CheckProgress::showCounts(const scan::ScanCounts& counts) {
 void CheckProgress::finish(bool cancelled) {
     hide();
     const scan::ScanCounts& counts = m_counts;
-    Q_EMIT ended(cancelled ? uiText(txt::CheckCancelled).arg(counts.probed)
-                           : uiText(txt::CheckEnded)
-                                 .arg(counts.probed - counts.unreadable)
-                                 .arg(counts.perKind.of(ProblemKind::ID3v1))
-                                 .arg(counts.perKind.of(ProblemKind::ID3v2))
-                                 .arg(counts.perKind.of(ProblemKind::ID3v0))
-                                 .arg(counts.failed));
+    if (cancelled) {
+        Q_EMIT ended(uiText(txt::CheckCancelled).arg(counts.probed));
+        return;
+    }
+    QString line = uiText(counts.failed == 1 ? txt::CheckEndedOneNotChecked : txt::CheckEnded)
+                       .arg(counts.probed - counts.unreadable)
+                       .arg(counts.perKind.of(ProblemKind::ID3v1))
+                       .arg(counts.perKind.of(ProblemKind::ID3v2))
+                       .arg(counts.perKind.of(ProblemKind::ID3v0));
+    Q_EMIT ended(counts.failed == 1 ? line : line.arg(counts.failed));
 }
 
 } // namespace zentoria

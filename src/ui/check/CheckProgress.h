@@ -23,6 +23,8 @@ public:
     void start();
     // Busy while files are still being found, the share checked once all are.
     void showCounts(const scan::ScanCounts& counts);
+    // The counts the end line says, once they are final.
+    void settle(const scan::ScanCounts& counts) { m_counts = counts; }
     // Hidden, saying through `ended` what the check found, or that it was cancelled.
     void finish(bool cancelled);
 

@@ -89,18 +89,57 @@ void CollectionCheck::submnuCheckFolder_Click() {
         return;
     }
     write(settings::LastCheckedFolder, folder);
-    auto result = std::make_shared<scan::ScanResult>();
+    auto result = std::make_shared<FolderResult>();
+    // Written as the user's Windows folders would name them, where Preferences says where those are.
     run(
-        [result, folder](scan::Scanner& scanner, const scan::Scanner::Progress& progress) {
-            *result = scanner.scanFolders({folder}, progress);
+        [result, folder, mapping = storedPathMappings()](scan::Scanner& scanner,
+                                                         const scan::Scanner::Progress& progress) {
+            *result = shownAsReport(scanner.scanFolders({folder}, progress), mapping);
         },
-        [this, result, folder] { folderChecked(*result, {folder}); });
+        [this, result, folder] { folderChecked(*result, {folder}); }, [result] { return result->counts; });
+}
+
+CollectionCheck::FolderResult CollectionCheck::shownAsReport(scan::ScanResult scanned,
+                                                             const PathMappings& mapping) {
+    FolderResult shown;
+    shown.failures = std::move(scanned.failures);
+    const qsizetype failed = shown.failures.size();
+    shown.entries = scan::reportEntries(
+        std::move(scanned.problems),
+        [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); }, &shown.failures);
+    shown.leftOut = scanned.leftOut;
+    shown.failuresLeftOut = scanned.failuresLeftOut;
+    // A file the report cannot name (a line break in its name) was probed, but is told as not checked:
+    // the end line, the message and the kinds' counts say one thing.
+    shown.counts = scanned.counts;
+    shown.counts.unreadable += shown.failures.size() - failed;
+    shown.counts.failed += shown.failures.size() - failed;
+    shown.counts.perKind = {};
+    for (const ReportEntry& entry : shown.entries) {
+        shown.counts.perKind.add(entry.Kind);
+    }
+    return shown;
 }
 
 void CollectionCheck::submnuRecheck_Click() {
-    const QList<ReportEntry>& listed = m_window.document->entries();
-    if (isRunning() || listed.isEmpty()) {
+    const ReportDocument& document = *m_window.document;
+    if (isRunning() || document.entries().isEmpty()) {
         return;
+    }
+    // Its result replaces the report shown; what it checks is that report, saved or discarded.
+    const QList<ReportEntry> listed = document.entries();
+    QString report =
+        document.path().isEmpty() ? document.origin().folders.join(QStringLiteral("; ")) : document.path();
+    // A re-check's result checked again keeps its name, rather than "checked again" twice.
+    QString name = document.source() == ReportDocument::Source::Recheck
+                       ? document.name()
+                       : uiText(txt::RecheckName).arg(document.name());
+    if (!m_window.document->maySetAside()) {
+        return;
+    }
+    if (document.source() == ReportDocument::Source::File && document.path() != report) {
+        report = document.path();
+        name = uiText(txt::RecheckName).arg(document.name());
     }
     QStringList paths;
     paths.reserve(listed.size());
@@ -108,14 +147,10 @@ void CollectionCheck::submnuRecheck_Click() {
         paths << entry.Path;
     }
     const std::optional<PathMappings> mapping =
-        pathMappingsFor(paths, *m_window.dialog, m_window.widget, m_window.tell);
+        pathMappingsFor(paths, paths, *m_window.dialog, m_window.widget, m_window.tell);
     if (!mapping) {
         return;
     }
-    const ReportDocument& document = *m_window.document;
-    const QString report =
-        document.path().isEmpty() ? document.origin().folders.join(QStringLiteral("; ")) : document.path();
-    const QString name = document.name();
     auto result = std::make_shared<scan::RecheckResult>();
     run(
         [result, entries = listed, mapping = *mapping](scan::Scanner& scanner,
@@ -127,15 +162,16 @@ void CollectionCheck::submnuRecheck_Click() {
             scan::ReportOrigin made = madeHere({report});
             made.recheck = true;
             made.notChecked = result->notFound.size();
-            m_window.document->showResult(result->now, uiText(txt::RecheckName).arg(name), std::move(made),
+            m_window.document->showResult(result->now, name, std::move(made),
                                           ReportDocument::Source::Recheck);
             rechecked(*result, listed);
         });
 }
 
-void CollectionCheck::run(Work work, std::function<void()> done) {
+void CollectionCheck::run(Work work, std::function<void()> done, std::function<scan::ScanCounts()> counted) {
     m_scanner = std::make_unique<scan::Scanner>();
     m_done = std::move(done);
+    m_counted = std::move(counted);
     // Counts reach the window a few times a second, by queued calls: never a signal per file.
     CheckProgress* progress = m_progress;
     const scan::Scanner::Progress tellProgress = [progress](const scan::ScanCounts& counts) {
@@ -165,6 +201,9 @@ void CollectionCheck::cleanUp() {
     m_thread = nullptr;
     const bool cancelled = m_scanner->isCancelled();
     m_scanner.reset();
+    if (const auto counted = std::exchange(m_counted, {}); counted && !cancelled) {
+        m_progress->settle(counted());
+    }
     m_progress->finish(cancelled);
     const std::function<void()> done = std::exchange(m_done, {});
     updateActions();
@@ -183,14 +222,11 @@ void CollectionCheck::cancelAndWait() {
     cleanUp();
 }
 
-void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStringList& folders) {
-    // Written as the user's Windows folders would name them, where Preferences says where those are.
+void CollectionCheck::folderChecked(const FolderResult& result, const QStringList& folders) {
     const PathMappings mapping = storedPathMappings();
-    QList<scan::Failure> failures = result.failures;
+    const QList<scan::Failure>& failures = result.failures;
     const qsizetype leftOut = result.leftOut;
-    QList<ReportEntry> entries = scan::reportEntries(
-        result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
-        &failures);
+    QList<ReportEntry> entries = result.entries;
     const qsizetype shown = entries.size();
     QStringList checked;
     for (const QString& folder : folders) {
@@ -215,7 +251,7 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
     }
     QString details;
     if (notChecked > 0) {
-        lines << uiText(txt::NotChecked).arg(notChecked);
+        lines << (notChecked == 1 ? uiText(txt::NotCheckedOne) : uiText(txt::NotChecked).arg(notChecked));
         nameFailures(lines, details, failures, result.failuresLeftOut);
     }
     if (!lines.isEmpty()) {
@@ -236,7 +272,11 @@ void CollectionCheck::rechecked(const scan::RecheckResult& result, qsizetype lis
     // Not seen is not fixed: a wrong folder mapping must not pass for a collection put right.
     if (result.notFound.size() == listed) {
         lines << uiText(txt::NoneFound) << uiText(txt::OfferPreferences);
-        if (m_window.ask(lines.join(u'\n')) && m_window.preferences) {
+        // Which files were looked for, and where, is what shows the folder to be wrong.
+        QStringList ignored;
+        QString details;
+        nameFailures(ignored, details, result.notFound);
+        if (m_window.ask(lines.join(u'\n'), details) && m_window.preferences) {
             m_window.preferences->trigger();
         }
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "export/PathMapping.h"
 #include "report/ReportEntry.h"
 #include "scan/Recheck.h"
 #include "scan/ReportWriter.h"
@@ -52,12 +53,24 @@ private:
     void submnuRecheck_Click();
     using Work = std::function<void(scan::Scanner& scanner, const scan::Scanner::Progress& progress)>;
     // Runs the work on a thread of its own; `done` runs on this thread when it ends, unless cancelled.
-    void run(Work work, std::function<void()> done);
+    // `counted`, when given, says what the end line counts: what is shown, not what the scanner saw.
+    void run(Work work, std::function<void()> done, std::function<scan::ScanCounts()> counted = {});
     // After the thread ended: the progress goes, and what it found is shown unless it was cancelled.
     void cleanUp();
     // Stops a running check and waits for its threads; nothing it found is shown.
     void cancelAndWait();
-    void folderChecked(const scan::ScanResult& result, const QStringList& folders);
+    // A folder's check as the report shows it: the files it can name, and those it could not check.
+    struct FolderResult {
+        QList<ReportEntry> entries;
+        QList<scan::Failure> failures;
+        // Failures beyond those kept by name, counted.
+        qsizetype failuresLeftOut = 0;
+        qsizetype leftOut = 0;
+        // The scanner's counts, made to agree with the entries and the failures.
+        scan::ScanCounts counts;
+    };
+    static FolderResult shownAsReport(scan::ScanResult scanned, const PathMappings& mapping);
+    void folderChecked(const FolderResult& result, const QStringList& folders);
     void rechecked(const scan::RecheckResult& result, qsizetype listed);
     void updateActions();
 
@@ -66,6 +79,7 @@ private:
     std::unique_ptr<scan::Scanner> m_scanner;
     QThread* m_thread = nullptr;
     std::function<void()> m_done;
+    std::function<scan::ScanCounts()> m_counted;
     // Counts the checks run, so that the end of a cancelled one is not taken for the next one's.
     int m_generation = 0;
     QAction* submnuCheckFolder;

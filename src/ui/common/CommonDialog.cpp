@@ -13,6 +13,8 @@
 #include <QStringList>
 #include <QUrl>
 
+#include <utility>
+
 namespace zentoria {
 
 namespace {
@@ -117,10 +119,12 @@ bool CommonDialog::ShowFolder(QWidget* parent) {
 std::optional<PathMapping> CommonDialog::ShowPathMap(QWidget* parent, const PathMapping& current,
                                                      const QString& guess) {
     if (m_chooser) {
-        const QString title = DialogTitle;
-        DialogTitle = QStringLiteral("PathMap");
+        // The chooser sees the guess where a folder dialog's start is.
+        const QString title = std::exchange(DialogTitle, QStringLiteral("PathMap"));
+        const QString start = std::exchange(InitDir, guess);
         const QString answer = m_chooser(*this);
         DialogTitle = title;
+        InitDir = start;
         return PathMapping::parse(answer).value_or(PathMapping{});
     }
     PathMapDialog dialog(current, guess, parent);

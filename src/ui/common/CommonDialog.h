@@ -44,8 +44,8 @@ public:
     bool ShowFolder(QWidget* parent);
     // Asks where the Windows folder of the files is on this computer, starting from the current
     // mapping or, without one, from the guessed folder. An empty mapping means the paths are used as
-    // they stand; none means the user cancelled. A chooser is asked too (with DialogTitle "PathMap")
-    // and answers "WINDOWS=LOCAL", or anything else for the paths as they stand.
+    // they stand; none means the user cancelled. A chooser is asked too (with DialogTitle "PathMap"
+    // and InitDir the guess) and answers "WINDOWS=LOCAL", or anything else for the paths as they stand.
     std::optional<PathMapping> ShowPathMap(QWidget* parent, const PathMapping& current, const QString& guess);
 
     void setChooser(Chooser chooser) { m_chooser = std::move(chooser); }

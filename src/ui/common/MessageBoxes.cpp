@@ -1,24 +1,44 @@
 #include "MessageBoxes.h"
 
+#include "settings/Texts.h"
+
+#include <QGuiApplication>
+#include <QLayout>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
+
+#include <algorithm>
 
 namespace zentoria {
 
-std::unique_ptr<QMessageBox> MessageBoxes::create(QWidget* parent, const QString& text) {
-    auto box = std::make_unique<QMessageBox>(QMessageBox::NoIcon, QStringLiteral("Zentoria"), text,
-                                             QMessageBox::Ok, parent);
+namespace {
+
+// Pixels a title bar gives its frame's icon and buttons, beside the title.
+constexpr int kTitleBarRoom = 160;
+
+} // namespace
+
+std::unique_ptr<QMessageBox> MessageBoxes::create(QWidget* parent, const QString& text,
+                                                  const QString& title) {
+    auto box = std::make_unique<QMessageBox>(QMessageBox::NoIcon, title, text, QMessageBox::Ok, parent);
     // Messages can carry file names, which are data, never markup.
     box->setTextFormat(Qt::PlainText);
+    // A box sizes itself to its text: a short text under a file's name would cut the title to "jun… oria".
+    // The frame's icon and buttons share the title bar, hence the room beside the text.
+    const QScreen* screen = parent ? parent->screen() : QGuiApplication::primaryScreen();
+    const int titleWidth = std::min(box->fontMetrics().horizontalAdvance(title) + kTitleBarRoom,
+                                    screen ? screen->availableGeometry().width() * 9 / 10 : 640);
+    if (box->layout()) {
+        box->layout()->addItem(new QSpacerItem(titleWidth, 0, QSizePolicy::Minimum, QSizePolicy::Fixed));
+    }
     // Before the window is shown (a report that fails at start-up) it has no place to centre on yet:
     // the message goes to the middle of the screen the window will open on, not to a corner.
-    if (parent && !parent->isVisible()) {
-        if (const QScreen* screen = parent->screen()) {
-            box->adjustSize();
-            QRect frame = box->frameGeometry();
-            frame.moveCenter(screen->availableGeometry().center());
-            box->move(frame.topLeft());
-        }
+    if (parent && !parent->isVisible() && screen) {
+        box->adjustSize();
+        QRect frame = box->frameGeometry();
+        frame.moveCenter(screen->availableGeometry().center());
+        box->move(frame.topLeft());
     }
     return box;
 }
@@ -46,14 +66,14 @@ void MessageBoxes::present(QWidget* parent, const QString& title, const QString&
         m_answerer(text);
         return;
     }
-    const std::unique_ptr<QMessageBox> box = create(parent, text);
-    box->setWindowTitle(title);
+    const std::unique_ptr<QMessageBox> box = create(parent, text, title);
     box->setDetailedText(details);
     box->exec();
 }
 
-bool MessageBoxes::ask(QWidget* parent, const QString& text) {
+bool MessageBoxes::ask(QWidget* parent, const QString& text, const QString& details) {
     beforeShowing();
+    m_lastDetails = details;
     if (m_questioner) {
         return m_questioner(text);
     }
@@ -62,6 +82,7 @@ bool MessageBoxes::ask(QWidget* parent, const QString& text) {
         return false;
     }
     const std::unique_ptr<QMessageBox> box = create(parent, text);
+    box->setDetailedText(details);
     box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box->setDefaultButton(QMessageBox::No);
     return box->exec() == QMessageBox::Yes;
@@ -79,11 +100,18 @@ QMessageBox::StandardButton MessageBoxes::askToSave(QWidget* parent, const QStri
         m_answerer(text);
         return QMessageBox::Cancel;
     }
-    const std::unique_ptr<QMessageBox> box = create(parent, text);
-    box->setStandardButtons(offered);
+    return QMessageBox::StandardButton(createSaveQuestion(parent, text)->exec());
+}
+
+std::unique_ptr<QMessageBox> MessageBoxes::createSaveQuestion(QWidget* parent, const QString& text) {
+    std::unique_ptr<QMessageBox> box = create(parent, text);
+    box->setStandardButtons(QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
     box->setDefaultButton(QMessageBox::Save);
     box->setEscapeButton(QMessageBox::Cancel);
-    return QMessageBox::StandardButton(box->exec());
+    box->button(QMessageBox::Save)->setText(uiText(txt::SaveButton));
+    box->button(QMessageBox::Discard)->setText(uiText(txt::DiscardButton));
+    box->button(QMessageBox::Cancel)->setText(uiText(txt::CancelButton));
+    return box;
 }
 
 } // namespace zentoria

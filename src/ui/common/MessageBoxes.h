@@ -28,7 +28,7 @@ public:
     void showTitled(QWidget* parent, const QString& title, const QString& text);
     // Asks with Yes and No buttons, No the default; true for Yes. With an answerer installed and no
     // questioner, the answerer reads the question and the answer is No, which changes nothing.
-    bool ask(QWidget* parent, const QString& text);
+    bool ask(QWidget* parent, const QString& text, const QString& details = {});
     // Asks whether to save what would otherwise be lost: Save (the default), Discard or Cancel (also
     // Escape). With an answerer installed and no chooser, the answerer reads the question and the
     // answer is Cancel, which loses nothing.
@@ -45,8 +45,11 @@ public:
     const QString& lastTitle() const { return m_lastTitle; }
 
     // The box show() would run, built but not shown; centred on the parent's screen while the parent
-    // is not shown yet.
-    static std::unique_ptr<QMessageBox> create(QWidget* parent, const QString& text);
+    // is not shown yet, and wide enough for its title.
+    static std::unique_ptr<QMessageBox> create(QWidget* parent, const QString& text,
+                                               const QString& title = QStringLiteral("Zentoria"));
+    // The box askToSave() would run: its buttons carry access keys in the language file's words.
+    static std::unique_ptr<QMessageBox> createSaveQuestion(QWidget* parent, const QString& text);
 
 private:
     void beforeShowing() const;

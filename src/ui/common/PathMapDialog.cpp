@@ -70,15 +70,15 @@ PathMapping PathMapDialog::mapping() const {
     if (m_answer != Answer::Mapped) {
         return {};
     }
-    return PathMapping::parse(txtWindowsFolder->text().trimmed() + u'=' + txtLocalFolder->text().trimmed())
+    return PathMapping::fromFolders(txtWindowsFolder->text().trimmed(), txtLocalFolder->text().trimmed())
         .value_or(PathMapping{});
 }
 
 void PathMapDialog::acceptMapping() {
     // OK with a folder left empty maps nothing.
     const std::optional<PathMapping> typed =
-        PathMapping::parse(txtWindowsFolder->text().trimmed() + u'=' + txtLocalFolder->text().trimmed());
-    m_answer = typed && !typed->isEmpty() ? Answer::Mapped : Answer::AsTheyStand;
+        PathMapping::fromFolders(txtWindowsFolder->text().trimmed(), txtLocalFolder->text().trimmed());
+    m_answer = typed ? Answer::Mapped : Answer::AsTheyStand;
     accept();
 }
 

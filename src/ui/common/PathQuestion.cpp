@@ -12,35 +12,43 @@ PathMappings storedPathMappings() {
     return PathMappings::parse(readPathText(settings::PathMap)).value_or(PathMappings{});
 }
 
-std::optional<PathMappings> pathMappingsFor(const QStringList& paths, CommonDialog& dialog, QWidget* parent,
+std::optional<PathMappings> pathMappingsFor(const QStringList& paths, const QStringList& reportPaths,
+                                            CommonDialog& dialog, QWidget* parent,
                                             const std::function<void(const QString&)>& tell) {
-    // Once the user has said where a folder is, the answers are kept and managed in Preferences.
-    PathMappings stored = storedPathMappings();
-    if (!stored.isEmpty()) {
-        return stored;
-    }
-    QStringList windowsPaths;
-    for (const QString& path : paths) {
-        if (isWindowsPath(path)) {
-            windowsPaths << path;
+    PathMappings mappings = storedPathMappings();
+    const auto unmapped = [&mappings](const QStringList& from) {
+        QStringList left;
+        for (const QString& path : from) {
+            if (isWindowsPath(path) && !mappings.covers(path)) {
+                left << path;
+            }
         }
+        return left;
+    };
+    // A file no mapping covers is asked about, never taken for missing: each answer may cover some of
+    // them, and an answer that covers none ends the questions for now.
+    for (QStringList asked = unmapped(paths); !asked.isEmpty();) {
+        const std::optional<PathMapping> answer = dialog.ShowPathMap(
+            parent, {}, commonWindowsFolder(QStringList{asked.first()} + unmapped(reportPaths)));
+        if (!answer) {
+            return std::nullopt;
+        }
+        if (answer->isEmpty()) {
+            break;
+        }
+        if (!QFileInfo(answer->localFolder).isDir()) {
+            tell(uiText(txt::FolderMissing).arg(answer->localFolder));
+            break;
+        }
+        mappings.list << *answer;
+        write(settings::PathMap, mappings.toText());
+        const QStringList left = unmapped(asked);
+        if (left.size() == asked.size()) {
+            break;
+        }
+        asked = left;
     }
-    if (windowsPaths.isEmpty()) {
-        return stored;
-    }
-    const std::optional<PathMapping> answer =
-        dialog.ShowPathMap(parent, {}, commonWindowsFolder(windowsPaths));
-    if (!answer) {
-        return std::nullopt;
-    }
-    if (!answer->isEmpty() && !QFileInfo(answer->localFolder).isDir()) {
-        tell(uiText(txt::FolderMissing).arg(answer->localFolder));
-        return stored;
-    }
-    if (!answer->isEmpty()) {
-        write(settings::PathMap, answer->toText());
-    }
-    return PathMappings(*answer);
+    return mappings;
 }
 
 } // namespace zentoria

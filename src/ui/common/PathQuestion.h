@@ -16,10 +16,13 @@ class CommonDialog;
 // Where the user said the report's folders are; none when nothing was said or it cannot be read.
 PathMappings storedPathMappings();
 
-// The path mappings to use for these report paths: the stored ones, or the user's answer when none is
-// stored and some path is a Windows path. Only an answer that names a folder here is kept; a slip is
-// told and asked about again next time. None when the user cancelled.
-std::optional<PathMappings> pathMappingsFor(const QStringList& paths, CommonDialog& dialog, QWidget* parent,
+// The path mappings to use for these paths of the report: the stored ones, and the user's answer for
+// each Windows folder of them that no mapping covers yet. The first guess at that folder is the one
+// the report's files not yet mapped share on that file's drive (its common root, "C:\Music", not one
+// album's folder). Only an answer that names a folder here is kept; a slip is told and asked about
+// again next time. None when the user cancelled.
+std::optional<PathMappings> pathMappingsFor(const QStringList& paths, const QStringList& reportPaths,
+                                            CommonDialog& dialog, QWidget* parent,
                                             const std::function<void(const QString&)>& tell);
 
 } // namespace zentoria

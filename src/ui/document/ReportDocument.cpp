@@ -44,7 +44,7 @@ ReportDocument::ReportDocument(QObject* parent)
     : QObject(parent)
     , m_model(new ReportTreeModel(this))
     , m_watcher(new QFileSystemWatcher(this))
-    , submnuReload(namedAction(this, "submnuReload", QStringLiteral("&Reload"), Qt::Key_F5))
+    , submnuReload(namedAction(this, "submnuReload", QStringLiteral("Re&load"), Qt::Key_F5))
     , submnuSaveAs(namedAction(this, "submnuSaveAs", QStringLiteral("Save Report &As…"),
                                Qt::CTRL | Qt::SHIFT | Qt::Key_S)) {
     setObjectName(QStringLiteral("ReportDocument"));
@@ -196,7 +196,8 @@ void ReportDocument::setSource(Source source, const QString& path, const QString
 }
 
 bool ReportDocument::maySetAside() {
-    if (isSaved() || m_ending) {
+    // A check that found nothing loses nothing.
+    if (isSaved() || m_ending || entries().isEmpty()) {
         return true;
     }
     const QString question = uiText(txt::SaveCheckQuestion) + QStringLiteral("\n\n") +
@@ -205,6 +206,8 @@ bool ReportDocument::maySetAside() {
     case QMessageBox::Save:
         return saveAs();
     case QMessageBox::Discard:
+        // Gone from the screen as well: a check cancelled after this must not leave it shown as if kept.
+        clear();
         return true;
     default:
         return false;

@@ -7,6 +7,7 @@
 #include "export/FileMatcher.h"
 #include "export/TagEditorCommand.h"
 #include "report/FileNameForm.h"
+#include "report/NodeCollection.h"
 #include "scan/LocalFile.h"
 #include "settings/Preferences.h"
 #include "settings/SettingsStore.h"
@@ -108,7 +109,11 @@ std::optional<PathMappings> FileHandOff::pathMappingFor(const QList<const Report
     for (const ReportEntry* file : files) {
         paths << file->Path;
     }
-    return pathMappingsFor(paths, *m_window.dialog, m_window.widget, m_window.tell);
+    QStringList reportPaths;
+    for (const ReportEntry& entry : m_window.files.nodes().entries()) {
+        reportPaths << entry.Path;
+    }
+    return pathMappingsFor(paths, reportPaths, *m_window.dialog, m_window.widget, m_window.tell);
 }
 
 void FileHandOff::submnuCopy_Click() {
@@ -200,6 +205,9 @@ void FileHandOff::submnuExport_Click() {
             writer.add(*file);
         }
         if (out.commit()) {
+            m_window.note(files.size() == 1
+                              ? uiText(txt::OneExported).arg(fileName)
+                              : uiText(txt::Exported).arg(QString::number(files.size()), fileName));
             return;
         }
     }

@@ -1,5 +1,6 @@
 #include "PreferencesDialog.h"
 
+#include "MappingTable.h"
 #include "export/PathMapping.h"
 #include "export/TagEditorCommand.h"
 #include "settings/Preferences.h"
@@ -34,7 +35,7 @@ QPushButton* button(QWidget* parent, const char* name, const QString& caption) {
 PreferencesDialog::PreferencesDialog(std::function<void(const QString&)> tell, QWidget* parent)
     : QDialog(parent)
     , m_tell(std::move(tell))
-    , tblPathMaps(new QTableWidget(0, 2, this))
+    , tblPathMaps(new MappingTable(0, 2, this))
     , txtTagEditor(new QLineEdit(this))
     , lblTagEditorTest(new QLabel(this)) {
     setObjectName(QStringLiteral("frmPreferences"));
@@ -93,6 +94,11 @@ PreferencesDialog::PreferencesDialog(std::function<void(const QString&)> tell, Q
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &PreferencesDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    // The keyboard's order is the one seen: the table, its buttons, then the tag editor.
+    setTabOrder(tblPathMaps, add);
+    setTabOrder(add, remove);
+    setTabOrder(remove, txtTagEditor);
+    setTabOrder(txtTagEditor, test);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addWidget(buttons);
@@ -134,8 +140,8 @@ void PreferencesDialog::accept() {
         if (windows.isEmpty() && local.isEmpty()) {
             continue;
         }
-        const std::optional<PathMapping> mapping = PathMapping::parse(windows + u'=' + local);
-        if (!mapping || mapping->isEmpty()) {
+        const std::optional<PathMapping> mapping = PathMapping::fromFolders(windows, local);
+        if (!mapping) {
             m_tell(uiText(txt::NoMapping).arg(windows, local));
             return;
         }

@@ -74,8 +74,12 @@ frmMain::frmMain(QWidget* parent)
     const auto tellInDetail = [this](const QString& text, const QString& details) {
         m_messages.show(this, text, details);
     };
-    const auto ask = [this](const QString& text) { return m_messages.ask(this, text); };
-    const ServedWindow served{this, ListedFiles(&m_document->nodes(), LV), CMDlg, tell, tellInDetail, ask};
+    const auto ask = [this](const QString& text, const QString& details) {
+        return m_messages.ask(this, text, details);
+    };
+    const auto note = [this](const QString& text) { SB->showMessage(text); };
+    const ServedWindow served{this, ListedFiles(&m_document->nodes(), LV), CMDlg, tell, tellInDetail, ask,
+                              note};
     m_handOff = new FileHandOff(served, this);
     m_check = new CollectionCheck({served, m_document, m_handOff->preferencesAction()}, this);
     SB->setWorkWidget(m_check->progressWidget());

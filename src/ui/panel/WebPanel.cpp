@@ -142,11 +142,11 @@ void WebPanel::createControls() {
     WebToolTip->setOpaqueColours(QPalette::ToolTipBase, QPalette::ToolTipText);
     WebItemName = wrappingLabel(this, "WebItemName", QStringLiteral("Item Name"), {170, 1200, 2100, 195});
     WebItemName->setFont(designBoldFont(8.25));
-    lblWebFolder->setAccessibleTitle(QStringLiteral("Shown"));
-    WebItemName->setAccessibleTitle(QStringLiteral("File"));
-    WebItemType->setAccessibleTitle(QStringLiteral("Problem"));
-    WebToolTip->setAccessibleTitle(QStringLiteral("Note"));
-    lblInfo->setAccessibleTitle(QStringLiteral("Details"));
+    lblWebFolder->setAccessibleTitle(uiText(txt::ShownTitle));
+    WebItemName->setAccessibleTitle(uiText(txt::FileTitle));
+    WebItemType->setAccessibleTitle(uiText(txt::ProblemTitle));
+    WebToolTip->setAccessibleTitle(uiText(txt::NoteTitle));
+    lblInfo->setAccessibleTitle(uiText(txt::Details));
     pctWebLine->setAccessibleName(uiText(txt::TitleLine));
 
     ImgIcon = named(new QLabel(this), "ImgIcon");
@@ -307,11 +307,13 @@ void WebPanel::ShowSelectionInfo() {
             names += u'\r' + doubleAmpersands(text);
         }
     }
-    // Files of different kinds: the count line names the kind of the last one.
-    const QString noun = ProblemKindText(cell(m_list, rows.last(), 0, kKeyRole)).toLower();
+    // Files of different kinds: the count line names the kind of the last one. A sentence of the
+    // language file's, not a noun with "s" glued on ("16383 id3v2 not founds selected.").
+    const QString kind = ProblemKindText(cell(m_list, rows.last(), 0, kKeyRole));
     WebToolTip->hide();
-    WebItemType->setCaption(QString::number(rows.size()) + u' ' + doubleAmpersands(noun) +
-                            uiText(txt::PluralSelected) + QStringLiteral("\r\r") + names);
+    WebItemType->setCaption(
+        doubleAmpersands(uiText(txt::SelectedFiles).arg(QString::number(rows.size()), kind)) +
+        QStringLiteral("\r\r") + names);
     // The details name each file's second column; a list without one has nothing to add, not a blank
     // line per file.
     QString details;

@@ -1,6 +1,6 @@
 #include "FileListModel.h"
 
-#include "report/CaseInsensitiveOrder.h"
+#include "report/ListOrder.h"
 #include "report/NodeCollection.h"
 
 #include <algorithm>
@@ -25,7 +25,7 @@ void FileListModel::setItems(const QString& parentKey, QList<int> positions, con
     m_rows = std::move(positions);
     m_largeIcon = largeIcon;
     if (m_sorted && m_sortColumn < columnCount()) {
-        m_rows = rowsInOrder(sortedCaseInsensitive(pathTexts(), m_rows, m_sortOrder));
+        m_rows = rowsInOrder(ListOrder().sorted(pathTexts(), m_rows, m_sortOrder));
     }
     endResetModel();
 }
@@ -101,7 +101,7 @@ void FileListModel::sort(int column, Qt::SortOrder order) {
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     // Tree order is the order of the positions, so they break ties between equal texts.
     const QList<QStringView> texts = pathTexts();
-    const QList<int> newOrder = onlyTurned ? turnedRound(texts) : sortedCaseInsensitive(texts, m_rows, order);
+    const QList<int> newOrder = onlyTurned ? turnedRound(texts) : ListOrder().sorted(texts, m_rows, order);
     QList<int> newRowOf(m_rows.size());
     for (int row = 0; row < newOrder.size(); ++row) {
         newRowOf[newOrder.at(row)] = row;
@@ -136,11 +136,12 @@ QList<QStringView> FileListModel::pathTexts() const {
 QList<int> FileListModel::turnedRound(const QList<QStringView>& texts) {
     // The rows in reverse, except that equal texts keep tree order, so each run of them is turned back.
     // Linear, where a new sort is not.
+    const ListOrder listOrder;
     QList<int> rows(texts.size());
     std::iota(rows.rbegin(), rows.rend(), 0);
     for (qsizetype first = 0; first < rows.size();) {
         qsizetype last = first + 1;
-        while (last < rows.size() && compareCaseInsensitive(texts[rows[first]], texts[rows[last]]) == 0) {
+        while (last < rows.size() && listOrder.compare(texts[rows[first]], texts[rows[last]]) == 0) {
             ++last;
         }
         std::reverse(rows.begin() + first, rows.begin() + last);

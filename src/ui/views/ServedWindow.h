@@ -21,8 +21,10 @@ struct ServedWindow {
     std::function<void(const QString& text)> tell;
     // A message whose long list of details is one click away.
     std::function<void(const QString& text, const QString& details)> tellInDetail;
-    // A yes-or-no question; true for yes.
-    std::function<bool(const QString& text)> ask;
+    // A yes-or-no question, its long list of details one click away; true for yes.
+    std::function<bool(const QString& text, const QString& details)> ask;
+    // A passing line in the status bar, for what went as asked.
+    std::function<void(const QString& text)> note;
 };
 
 } // namespace zentoria

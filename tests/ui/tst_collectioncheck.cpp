@@ -211,28 +211,36 @@ private Q_SLOTS:
         QCOMPARE(c.listed("ID3v0"), QStringList{"C:\\Music\\Gone.mp3"});
         QVERIFY(c.child<QAction>("submnuSaveAs")->isEnabled());
 
-        // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered.
-        write(settings::PathMap, "C:\\Music=" + c.home.filePath("elsewhere"));
-        // The result shown is not saved: opening the report again asks first.
-        c.window.messageBoxes().setChooser(
-            [](const QString&, QMessageBox::StandardButtons) { return QMessageBox::Discard; });
-        c.open(report);
-        c.messages.clear();
-        QSignalSpy preferences(c.child<QAction>("submnuPreferences"), &QAction::triggered);
-        QString asked;
-        c.window.messageBoxes().setQuestioner([&asked](const QString& text) {
-            asked = text;
-            // Preferences opens: the user closes it.
-            QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
-            return true;
-        });
-        c.trigger("submnuRecheck");
-        QTRY_COMPARE(preferences.size(), 1);
-        QCOMPARE(asked,
-                 "0 fixed, 0 still, 4 not found, 0 changed kind\nNone of the report's files was found on "
-                 "this computer: the folder where the report's files are is probably set wrong. They are "
-                 "listed with their earlier kind.\nOpen Tools > Preferences to correct it?");
-        QCOMPARE(c.listed("ID3v1"), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});
+        // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered;
+        // one that is missing (a share not mounted) is named as out of reach, its files not called gone.
+        const QString elsewhere = c.home.filePath("elsewhere");
+        for (const auto& [folder, said] :
+             {std::pair(c.home.path(), QString("0 fixed, 0 still, 4 not found, 0 changed kind\nNone of the "
+                                               "report's files was found on this computer: the folder where "
+                                               "the report's files are is probably set wrong. They are "
+                                               "listed with their earlier kind.")),
+              {elsewhere,
+               "0 fixed, 0 still, 0 not found, 0 changed kind\nThe folder \"" + elsewhere +
+                   "\" could not be reached: it is missing. Its 4 files were not checked; they are "
+                   "listed with their earlier kind."}}) {
+            write(settings::PathMap, "C:\\Music=" + folder);
+            // The result shown is not saved: opening the report again asks first.
+            c.window.messageBoxes().setChooser(
+                [](const QString&, QMessageBox::StandardButtons) { return QMessageBox::Discard; });
+            c.open(report);
+            QSignalSpy preferences(c.child<QAction>("submnuPreferences"), &QAction::triggered);
+            QString asked;
+            c.window.messageBoxes().setQuestioner([&asked](const QString& text) {
+                asked = text;
+                // Preferences opens: the user closes it.
+                QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+                return true;
+            });
+            c.trigger("submnuRecheck");
+            QTRY_COMPARE(preferences.size(), 1);
+            QCOMPARE(asked, said + "\nOpen Tools > Preferences to correct it?");
+            QCOMPARE(c.listed("ID3v1"), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});
+        }
     }
 
     // A check's result is on screen and in no file: File > Open, File > Recent, a drop and Quit ask first.

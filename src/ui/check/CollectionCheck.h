@@ -1,6 +1,7 @@
 #pragma once
 
 #include "report/ReportEntry.h"
+#include "report/ReportHeader.h"
 #include "scan/Recheck.h"
 #include "scan/ReportWriter.h"
 #include "ui/views/ServedWindow.h"
@@ -58,7 +59,9 @@ private:
     // Stops a running check and waits for its threads; nothing it found is shown.
     void cancelAndWait();
     void folderChecked(const scan::ScanResult& result, const QStringList& folders);
-    void rechecked(const scan::RecheckResult& result, qsizetype listed);
+    // Says what the re-check found, and what it could not look at: folders out of reach, and what the
+    // report itself lacks.
+    void rechecked(const scan::RecheckResult& result, const MissingRecords& missing);
     void updateActions();
 
     Window m_window;

@@ -33,6 +33,9 @@ enum class Listing {
     Summary, // one line of counts
 };
 
+// The help text: usage, commands, options and exit statuses.
+extern const char kUsage[];
+
 // Runs "zentoria-report" with the arguments after the program name and answers its exit status.
 int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& err);
 

@@ -88,7 +88,7 @@ QByteArray summary(const ReportReadResult& result, const KindCounts<qsizetype>& 
     if (written.notRead > 0 || written.endedEarly) {
         line += QStringLiteral(", not read by the re-check that wrote it: %1 records%2")
                     .arg(written.notRead)
-                    .arg(written.endedEarly ? QStringLiteral(" and the end") : QString());
+                    .arg(written.endedEarly ? QStringLiteral(" (its report ended early)") : QString());
     }
     return line.toUtf8() + '\n';
 }

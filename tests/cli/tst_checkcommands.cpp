@@ -115,6 +115,9 @@ private Q_SLOTS:
             const Run run = runTool({"recheck", "--json", "--map", map, file}, m_dir.path(), 30);
             const QJsonObject json = QJsonDocument::fromJson(run.out).object();
             QCOMPARE(run.exitCode, exitCode);
+            QCOMPARE(run.err.contains("so their files were not checked") ||
+                         run.err.contains("so they were not checked"),
+                     exitCode != 0);
             QCOMPARE(json.value("notRead").toInt(), notRead);
             QCOMPARE(json.value("endedEarly").toBool(), endedEarly);
             QCOMPARE(json.value("leftOut").toInt(), leftOut);

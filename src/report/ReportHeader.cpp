@@ -11,12 +11,17 @@ constexpr QByteArrayView kEndedEarly = " (it ends early: more may be missing)";
 
 } // namespace
 
-QByteArray problemFilesLine(qint64 files, qint64 leftOut) {
-    QByteArray line = kProblemFiles.toByteArray() + QByteArray::number(files);
-    if (leftOut > 0) {
-        line += " (" + QByteArray::number(leftOut) + " more left out)";
+QByteArray problemFilesLine(qint64 files, const MissingRecords& missing) {
+    QByteArrayList notes;
+    if (missing.leftOut > 0) {
+        notes << QByteArray::number(missing.leftOut) + " more left out";
     }
-    return line;
+    if (missing.notRead > 0 || missing.endedEarly) {
+        notes << "unknown for " + QByteArray::number(missing.notRead) + " unread records" +
+                     (missing.endedEarly ? " and a lost end" : "");
+    }
+    return kProblemFiles.toByteArray() + QByteArray::number(files) +
+           (notes.isEmpty() ? QByteArray() : " (" + notes.join("; ") + ')');
 }
 
 QByteArray notReadClause(const MissingRecords& missing) {
@@ -30,7 +35,7 @@ QByteArray notReadClause(const MissingRecords& missing) {
 void readHeaderLine(QByteArrayView line, MissingRecords& missing) {
     // Header lines are few and short, and only ours say this, in our words.
     static const QRegularExpression leftOut(
-        QStringLiteral("^  Problem files: \\d+ \\((\\d+) more left out\\)$"));
+        QStringLiteral("^  Problem files: \\d+ \\((\\d+) more left out[;)]"));
     static const QRegularExpression notRead(
         QStringLiteral("^  Not found: \\d+.*; not read: (\\d+) records of the report( \\(it ends early)?"));
     const QString text = QString::fromLatin1(line);

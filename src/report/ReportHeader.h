@@ -21,7 +21,9 @@ struct MissingRecords {
 };
 
 // The header lines this program writes about it; readHeaderLine reads back what they say.
-QByteArray problemFilesLine(qint64 files, qint64 leftOut);
+// "  Problem files: 0 (5 more left out; unknown for 3 unread records)": a count that leaves files out
+// never stands bare.
+QByteArray problemFilesLine(qint64 files, const MissingRecords& missing);
 // The end of a re-check's "Not found" line: nothing when nothing is missing.
 QByteArray notReadClause(const MissingRecords& missing);
 

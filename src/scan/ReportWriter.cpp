@@ -41,7 +41,7 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
     line({});
     line("  Written by " + oneLine(origin.program) + ' ' + oneLine(origin.version) + " on Linux");
     line("  Checked: " + oneLine(origin.folders.join(QStringLiteral("; "))));
-    line(problemFilesLine(entries.size(), origin.leftOut));
+    line(problemFilesLine(entries.size(), {origin.notRead, origin.endedEarly, origin.leftOut}));
     if (origin.recheck) {
         const QByteArray kept = " (listed with their earlier kind)";
         line("  Not found: " + QByteArray::number(origin.notChecked) + (origin.notChecked > 0 ? kept : "") +

@@ -78,10 +78,9 @@ private Q_SLOTS:
         row("closing at line 8", "#|D", "Loaded");
         // What the header of a report this program wrote says it lacks is read back.
         row("header: left out, not read, ended early",
-            QByteArray(kBanner.toByteArray() +
-                       "||  Written by zentoria-report recheck|  Checked: a.vzt|"
-                       "  Problem files: 1 (12 more left out)|  Not found: 0" +
-                       notReadClause({4, true, 0}) + "||a|V1||D"),
+            QByteArray(kBanner.toByteArray() + "||  Written by zentoria-report recheck|  Checked: a.vzt|" +
+                       problemFilesLine(1, {4, true, 12}) + "|  Not found: 0" + notReadClause({4, true, 0}) +
+                       "||a|V1||D"),
             "Loaded [1 1 a] written: left out 12, not read 4, ended early");
         row("header: not read only",
             QByteArray(kBanner.toByteArray() + "|||||  Not found: 2" + notReadClause({3, false, 0}) +

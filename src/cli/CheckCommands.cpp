@@ -98,6 +98,54 @@ QJsonObject recheckSummary(const scan::RecheckResult& result, const PathMappings
             {QStringLiteral("leftOut"), missing.leftOut}};
 }
 
+// Names on err, one line each, what the re-check did not look at: files not found, folders out of
+// reach, and what the report itself could not give.
+void nameNotChecked(QIODevice& err, const RecheckRequest& request, const scan::RecheckResult& result,
+                    const MissingRecords& missing) {
+    const PathMappings& mapping = request.mapping;
+    for (const scan::Failure& failure : result.notFound) {
+        name(err, failure.path,
+             QStringLiteral("not found here (%1: %2)").arg(mapping.map(failure.path), describe(failure)));
+    }
+    for (const scan::UnreachableFolder& folder : result.unreachable) {
+        name(err, mappingsTo(mapping, folder.folder),
+             QStringLiteral("unreachable: %1 %2; its %3 listed files were not checked (kept with their "
+                            "earlier kind)")
+                 .arg(folder.folder, describe(folder.reach))
+                 .arg(folder.files.size()));
+    }
+    if (missing.notRead > 0 || missing.endedEarly) {
+        name(err, request.report,
+             QStringLiteral("%1 records of the report could not be read%2, so their files were not checked")
+                 .arg(missing.notRead)
+                 .arg(missing.endedEarly ? QStringLiteral(" (it ends early: more may be missing)")
+                                         : QString()));
+    }
+    if (missing.leftOut > 0) {
+        name(err, request.report,
+             QStringLiteral("%1 more problem files were left out of the report, so they were not checked")
+                 .arg(missing.leftOut));
+    }
+}
+
+QString countsLine(const scan::RecheckResult& result, const MissingRecords& missing) {
+    QString counts = QStringLiteral("%1 fixed, %2 still, %3 not found, %4 changed kind")
+                         .arg(result.fixed.size())
+                         .arg(result.still.size())
+                         .arg(result.notFound.size())
+                         .arg(result.changed.size());
+    if (!result.unreachable.isEmpty()) {
+        counts += QStringLiteral(", %1 unreachable").arg(result.unreachableFiles());
+    }
+    if (missing.notRead > 0 || missing.endedEarly) {
+        counts += QStringLiteral(", %1 records not read").arg(missing.notRead);
+    }
+    if (missing.leftOut > 0) {
+        counts += QStringLiteral(", %1 left out").arg(missing.leftOut);
+    }
+    return counts;
+}
+
 } // namespace
 
 bool deliver(const QByteArray& bytes, const QString& outputFile, QIODevice& out, QIODevice& err) {
@@ -196,29 +244,7 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
         },
         scanner, progressOn(err, "checked again"));
     endProgress(err);
-    for (const scan::Failure& failure : result.notFound) {
-        name(err, failure.path,
-             QStringLiteral("not found here (%1: %2)").arg(mapping.map(failure.path), describe(failure)));
-    }
-    for (const scan::UnreachableFolder& folder : result.unreachable) {
-        name(err, mappingsTo(mapping, folder.folder),
-             QStringLiteral("unreachable: %1 %2; its %3 listed files were not checked (kept with their "
-                            "earlier kind)")
-                 .arg(folder.folder, describe(folder.reach))
-                 .arg(folder.files.size()));
-    }
-    if (missing.notRead > 0 || missing.endedEarly) {
-        name(err, request.report,
-             QStringLiteral("%1 records of the report could not be read%2, so their files were not checked")
-                 .arg(missing.notRead)
-                 .arg(missing.endedEarly ? QStringLiteral(" (it ends early: more may be missing)")
-                                         : QString()));
-    }
-    if (missing.leftOut > 0) {
-        name(err, request.report,
-             QStringLiteral("%1 more problem files were left out of the report, so they were not checked")
-                 .arg(missing.leftOut));
-    }
+    nameNotChecked(err, request, result, missing);
     QByteArray made;
     if (request.json) {
         made = QJsonDocument(recheckSummary(result, mapping, missing)).toJson(QJsonDocument::Compact) + '\n';
@@ -236,20 +262,7 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
     if (!deliver(made, request.output, out, err)) {
         return kExitUnreadable;
     }
-    QString counts = QStringLiteral("%1 fixed, %2 still, %3 not found, %4 changed kind")
-                         .arg(result.fixed.size())
-                         .arg(result.still.size())
-                         .arg(result.notFound.size())
-                         .arg(result.changed.size());
-    if (!result.unreachable.isEmpty()) {
-        counts += QStringLiteral(", %1 unreachable").arg(result.unreachableFiles());
-    }
-    if (missing.notRead > 0 || missing.endedEarly) {
-        counts += QStringLiteral(", %1 records not read").arg(missing.notRead);
-    }
-    if (missing.leftOut > 0) {
-        counts += QStringLiteral(", %1 left out").arg(missing.leftOut);
-    }
+    const QString counts = countsLine(result, missing);
     if (!result.notFound.isEmpty() || !result.unreachable.isEmpty() || missing.any()) {
         // Not seen is not fixed: a script must not take a wrong mapping for a clean collection.
         err.write("zentoria-report: " + counts.toUtf8() +

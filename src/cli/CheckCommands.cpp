@@ -64,6 +64,88 @@ QJsonArray pathArray(const QStringList& paths) {
     return array;
 }
 
+// The mappings that put files under a local folder, as --map gives them: "C:\\Music=/media/music".
+QString mappingsTo(const PathMappings& mapping, const QString& folder) {
+    QStringList texts;
+    for (const PathMapping& one : mapping.list) {
+        if (one.localFolder == folder) {
+            texts << one.toText();
+        }
+    }
+    return texts.join(QStringLiteral(", "));
+}
+
+QJsonObject recheckSummary(const scan::RecheckResult& result, const PathMappings& mapping,
+                           const MissingRecords& missing) {
+    QStringList notFound;
+    for (const scan::Failure& failure : result.notFound) {
+        notFound << failure.path;
+    }
+    QJsonArray unreachable;
+    for (const scan::UnreachableFolder& folder : result.unreachable) {
+        unreachable.append(QJsonObject{{QStringLiteral("mapping"), mappingsTo(mapping, folder.folder)},
+                                       {QStringLiteral("folder"), folder.folder},
+                                       {QStringLiteral("reason"), describe(folder.reach)},
+                                       {QStringLiteral("files"), pathArray(folder.files)}});
+    }
+    return {{QStringLiteral("fixed"), pathArray(result.fixed)},
+            {QStringLiteral("still"), pathArray(result.still)},
+            {QStringLiteral("changed"), pathArray(result.changed)},
+            {QStringLiteral("notFound"), pathArray(notFound)},
+            {QStringLiteral("unreachable"), unreachable},
+            {QStringLiteral("notRead"), missing.notRead},
+            {QStringLiteral("endedEarly"), missing.endedEarly},
+            {QStringLiteral("leftOut"), missing.leftOut}};
+}
+
+// Names on err, one line each, what the re-check did not look at: files not found, folders out of
+// reach, and what the report itself could not give.
+void nameNotChecked(QIODevice& err, const RecheckRequest& request, const scan::RecheckResult& result,
+                    const MissingRecords& missing) {
+    const PathMappings& mapping = request.mapping;
+    for (const scan::Failure& failure : result.notFound) {
+        name(err, failure.path,
+             QStringLiteral("not found here (%1: %2)").arg(mapping.map(failure.path), describe(failure)));
+    }
+    for (const scan::UnreachableFolder& folder : result.unreachable) {
+        name(err, mappingsTo(mapping, folder.folder),
+             QStringLiteral("unreachable: %1 %2; its %3 listed files were not checked (kept with their "
+                            "earlier kind)")
+                 .arg(folder.folder, describe(folder.reach))
+                 .arg(folder.files.size()));
+    }
+    if (missing.notRead > 0 || missing.endedEarly) {
+        name(err, request.report,
+             QStringLiteral("%1 records of the report could not be read%2, so their files were not checked")
+                 .arg(missing.notRead)
+                 .arg(missing.endedEarly ? QStringLiteral(" (it ends early: more may be missing)")
+                                         : QString()));
+    }
+    if (missing.leftOut > 0) {
+        name(err, request.report,
+             QStringLiteral("%1 more problem files were left out of the report, so they were not checked")
+                 .arg(missing.leftOut));
+    }
+}
+
+QString countsLine(const scan::RecheckResult& result, const MissingRecords& missing) {
+    QString counts = QStringLiteral("%1 fixed, %2 still, %3 not found, %4 changed kind")
+                         .arg(result.fixed.size())
+                         .arg(result.still.size())
+                         .arg(result.notFound.size())
+                         .arg(result.changed.size());
+    if (!result.unreachable.isEmpty()) {
+        counts += QStringLiteral(", %1 unreachable").arg(result.unreachableFiles());
+    }
+    if (missing.notRead > 0 || missing.endedEarly) {
+        counts += QStringLiteral(", %1 records not read").arg(missing.notRead);
+    }
+    if (missing.leftOut > 0) {
+        counts += QStringLiteral(", %1 left out").arg(missing.leftOut);
+    }
+    return counts;
+}
+
 } // namespace
 
 bool deliver(const QByteArray& bytes, const QString& outputFile, QIODevice& out, QIODevice& err) {
@@ -155,52 +237,51 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
     if (const std::optional<int> failed = readWholeReport(request.report, report, err)) {
         return *failed;
     }
+    // What the report could not give, now or when an earlier re-check read it: never checked, so never
+    // counted as fine.
+    const MissingRecords missing = report.missing();
     const PathMappings& mapping = request.mapping;
     scan::Scanner scanner(request.jobs > 0 ? request.jobs : scan::Scanner::kDefaultJobs);
     const scan::RecheckResult result = scan::recheckEntries(
-        report.Entries, [&mapping](const QString& path) { return mapping.map(path); }, scanner,
-        progressOn(err, "checked again"));
+        report.Entries,
+        [&mapping](const QString& path) {
+            const PathMapping* one = mapping.mappingFor(path);
+            return scan::LocalPlace{mapping.map(path), one ? one->localFolder : QString()};
+        },
+        scanner, progressOn(err, "checked again"));
     endProgress(err);
-    for (const scan::Failure& failure : result.notFound) {
-        name(err, failure.path,
-             QStringLiteral("not found here (%1: %2)").arg(mapping.map(failure.path), describe(failure)));
-    }
+    nameNotChecked(err, request, result, missing);
     QByteArray made;
     if (request.json) {
-        QStringList notFound;
-        for (const scan::Failure& failure : result.notFound) {
-            notFound << failure.path;
-        }
-        const QJsonObject summary{{QStringLiteral("fixed"), pathArray(result.fixed)},
-                                  {QStringLiteral("still"), pathArray(result.still)},
-                                  {QStringLiteral("changed"), pathArray(result.changed)},
-                                  {QStringLiteral("notFound"), pathArray(notFound)}};
-        made = QJsonDocument(summary).toJson(QJsonDocument::Compact) + '\n';
+        made = QJsonDocument(recheckSummary(result, mapping, missing)).toJson(QJsonDocument::Compact) + '\n';
     } else {
         // The files still broken are some of the report's, so they fit one report.
         scan::ReportOrigin again = origin(QStringLiteral("recheck"), {request.report});
         again.recheck = true;
         again.notChecked = result.notFound.size();
+        again.unreachable = result.unreachableFiles();
+        again.notRead = missing.notRead;
+        again.endedEarly = missing.endedEarly;
+        again.leftOut = missing.leftOut;
         made = scan::reportBytes(again, result.now);
     }
     if (!deliver(made, request.output, out, err)) {
         return kExitUnreadable;
     }
-    const QString counts = QStringLiteral("%1 fixed, %2 still, %3 not found, %4 changed kind")
-                               .arg(result.fixed.size())
-                               .arg(result.still.size())
-                               .arg(result.notFound.size())
-                               .arg(result.changed.size());
-    if (!result.notFound.isEmpty()) {
+    const QString counts = countsLine(result, missing);
+    if (!result.notFound.isEmpty() || !result.unreachable.isEmpty() || missing.any()) {
         // Not seen is not fixed: a script must not take a wrong mapping for a clean collection.
         err.write("zentoria-report: " + counts.toUtf8() +
-                  (result.notFound.size() == report.Entries.size()
+                  (result.noneFound()
                        ? QByteArray("; none of the report's files was found here: is --map right?\n")
                        : QByteArray("\n")));
     } else if (isTerminal(err)) {
         err.write(counts.toUtf8() + '\n');
     }
-    return result.now.isEmpty() ? kExitRead : kExitDamaged;
+    if (!result.unreachable.isEmpty() || missing.notRead > 0 || missing.endedEarly) {
+        return kExitUnreadable;
+    }
+    return result.now.isEmpty() && missing.leftOut == 0 ? kExitRead : kExitDamaged;
 }
 
 } // namespace zentoria::cli

@@ -17,54 +17,6 @@ namespace zentoria::cli {
 
 namespace {
 
-const char kUsage[] =
-    "Usage: zentoria-report list [--json] REPORT\n"
-    "       zentoria-report check REPORT\n"
-    "       zentoria-report diff [--json] OLD NEW\n"
-    "       zentoria-report export [--kind ID3v1|ID3v2|ID3v0] [--format m3u8|csv|txt]\n"
-    "                              [--map 'C:\\Music=/media/music']... REPORT\n"
-    "       zentoria-report scan [--as 'C:\\Music']... [--jobs N] [-o report.vzt] FOLDER...\n"
-    "       zentoria-report recheck [--json] [--jobs N] [--map 'C:\\Music=/media/music']...\n"
-    "                               [-o now.vzt] REPORT\n"
-    "\n"
-    "Reads a Melvadex integrity report (.vzt or .txt).\n"
-    "\n"
-    "  list      one line per problem file: ORDINAL<TAB>CODE<TAB>PATH\n"
-    "  --json    list as one JSON object instead\n"
-    "  check     one summary line: outcome, files per problem, skipped records\n"
-    "  diff      compares two reports: files fixed since OLD, new problems, and files still\n"
-    "            broken (with their kind now), one per line: fixed|new|still<TAB>CODE<TAB>PATH;\n"
-    "            paths match without regard to letter case, as Windows paths do\n"
-    "  export    the problem files as a playlist (m3u8, the default), as CSV (ordinal, kind code,\n"
-    "            problem, path) or as plain text (one path per line), in UTF-8\n"
-    "  --kind    export only the files with this problem\n"
-    "  --format  the form to export in\n"
-    "  --map     where a Windows folder of the report is on this computer: paths in it are\n"
-    "            exported with the local folder instead, with slashes; give it once a folder\n"
-    "  scan      checks the tags of every .mp3 file under the folders here and writes a report of\n"
-    "            the files that lack them; symbolic links are followed, each folder walked once;\n"
-    "            every file or folder it cannot check is named on stderr and counted in the report\n"
-    "            (a name that is no UTF-8 is written with %XX for each such byte, %25 for '%')\n"
-    "  --as      the Windows folder the paths of the next folder are written under, as Melvadex\n"
-    "            would have written them there; give it for every folder or for none\n"
-    "  --jobs    how many files are checked at once (default 16; a network share may want 32)\n"
-    "  -o, --output  writes the report (or the JSON) to this file, whole or not at all: an\n"
-    "            interruption or a full disk leaves the file as it was\n"
-    "  recheck   checks the files a report lists again (through --map) and writes their present\n"
-    "            state as a report with the same paths; files not found are named on stderr and\n"
-    "            kept with their earlier kind (not seen is not fixed);\n"
-    "            with --json: {\"fixed\": [...], \"still\": [...], \"changed\": [...], \"notFound\": [...]}\n"
-    "  --        ends the options: what follows is the report, even when it starts with '-'\n"
-    "\n"
-    "Exit status: 0 report read to its closing line, 1 report empty, no report, damaged or cut\n"
-    "short (for check, also when records were skipped), 2 usage error or a file that cannot be\n"
-    "opened or read; every command gives 1 for an empty file or no report, 2 for one it cannot\n"
-    "open or read. For diff: 0 when nothing is new, 1 when something is.\n"
-    "For scan: 0 when no file lacks a tag, 1 when one does, 2 when any file or folder could not\n"
-    "be checked, for a usage error, or when the report could not be written. For recheck: 0 when\n"
-    "every file was found and none is still broken, 1 when one is still broken or was not found,\n"
-    "2 for a usage error, a report that cannot be read, or a result that could not be written.\n";
-
 int usageError(QIODevice& err, const QString& message) {
     err.write("zentoria-report: " + message.toUtf8() + "\nTry 'zentoria-report --help'.\n");
     return kExitUnreadable;
@@ -127,6 +79,16 @@ QByteArray summary(const ReportReadResult& result, const KindCounts<qsizetype>& 
         line += QStringLiteral(", ended before line %1").arg(result.StopLine);
     } else if (result.Outcome == Outcome::TooManyRecords) {
         line += QStringLiteral(", stopped at line %1").arg(result.StopLine);
+    }
+    // What its header says its records lack: files its check left out, records a re-check could not read.
+    const MissingRecords& written = result.Written;
+    if (written.leftOut > 0) {
+        line += QStringLiteral(", left out: %1").arg(written.leftOut);
+    }
+    if (written.notRead > 0 || written.endedEarly) {
+        line += QStringLiteral(", not read by the re-check that wrote it: %1 records%2")
+                    .arg(written.notRead)
+                    .arg(written.endedEarly ? QStringLiteral(" (its report ended early)") : QString());
     }
     return line.toUtf8() + '\n';
 }
@@ -216,6 +178,18 @@ int writeListing(Listing listing, const ReportSource& report, const QString& nam
                          {QStringLiteral("skippedLines"), lineArray(result.SkippedLines)}};
         if (result.StopLine > 0) {
             rest.insert(QStringLiteral("stopLine"), result.StopLine);
+        }
+        // Files the report does not list although its check found them, records that could not be read
+        // (now, or by the re-check that wrote it): a script must not take the entries for all there is.
+        const MissingRecords missing = result.missing();
+        if (missing.leftOut > 0) {
+            rest.insert(QStringLiteral("leftOut"), missing.leftOut);
+        }
+        if (missing.notRead > 0 || missing.endedEarly) {
+            rest.insert(QStringLiteral("notRead"), missing.notRead);
+        }
+        if (missing.endedEarly) {
+            rest.insert(QStringLiteral("endedEarly"), true);
         }
         if (read.failure == ReportFailure::ReadFailed) {
             // What was printed stays; the outcome says it is not the whole report.

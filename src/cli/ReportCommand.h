@@ -33,6 +33,9 @@ enum class Listing {
     Summary, // one line of counts
 };
 
+// The help text: usage, commands, options and exit statuses.
+extern const char kUsage[];
+
 // Runs "zentoria-report" with the arguments after the program name and answers its exit status.
 int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& err);
 
@@ -73,8 +76,10 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err);
 
 // "recheck": the files a report lists checked again, found through the mapping; their present state
 // written to out (or to `output`) as a report with the same paths, or as a JSON summary. A file not
-// found keeps its earlier kind. Exit status 2 when the report cannot be read or the result written,
-// else 1 when a file is still broken or was not found, else 0.
+// found, or under a mapping whose folder is missing or empty (unreachable), keeps its earlier kind.
+// Records the report could not give (unread, or left out by its check) are counted, never taken for
+// fixed. Exit status 2 when the report cannot be read, the result written, a folder reached or a record
+// read, else 1 when a file is still broken or was not found or the report left files out, else 0.
 struct RecheckRequest {
     QString report;
     PathMappings mapping;

@@ -112,13 +112,18 @@ bool PathMappings::covers(const QString& path) const {
                        [&path](const PathMapping& one) { return one.covers(path); });
 }
 
-QString PathMappings::map(const QString& path) const {
+const PathMapping* PathMappings::mappingFor(const QString& path) const {
     const PathMapping* longest = nullptr;
     for (const PathMapping& one : list) {
         if (one.covers(path) && (!longest || one.windowsFolder.size() > longest->windowsFolder.size())) {
             longest = &one;
         }
     }
+    return longest;
+}
+
+QString PathMappings::map(const QString& path) const {
+    const PathMapping* longest = mappingFor(path);
     return longest ? longest->map(path) : path;
 }
 

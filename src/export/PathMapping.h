@@ -59,6 +59,8 @@ struct PathMappings {
     bool isEmpty() const { return list.isEmpty(); }
     QString map(const QString& path) const;
     bool covers(const QString& path) const;
+    // The mapping map() takes for the path; none outside them all.
+    const PathMapping* mappingFor(const QString& path) const;
     // Through the mapping of the longest local folder that holds the path.
     QString windowsPath(const QString& localPath) const;
     // The same, but none where a name under a mapped folder holds a backslash: the Windows path would

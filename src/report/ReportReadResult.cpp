@@ -37,6 +37,11 @@ QString lineList(const QList<qint64>& lines, const ProblemWording& wording) {
 
 } // namespace
 
+MissingRecords ReportReadResult::missing() const {
+    return {UnreadRecords + Written.notRead, Outcome == zentoria::Outcome::EndedEarly || Written.endedEarly,
+            Written.leftOut};
+}
+
 QString ReportReadResult::describeProblems(const ProblemWording& wording) const {
     return describeProblems(Entries.size(), wording);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ReportEntry.h"
+#include "ReportHeader.h"
 
 #include <QList>
 
@@ -45,6 +46,14 @@ struct ReportReadResult {
     // Loaded and NoProblems: what the closing line says after "Date of creation:", blanks trimmed
     // ("23.11.2026 21:14"). Empty otherwise.
     QString CreationDate;
+    // Records that gave no entry because they could not be read: skipped ones, one the file's end cut
+    // in two, and every one after the last a report can number (counted, not read).
+    qint64 UnreadRecords = 0;
+    // What the header says is missing, in a report this program wrote.
+    MissingRecords Written;
+
+    // All that the report lacks: this reading's and what its header carries.
+    MissingRecords missing() const;
 
     // Explains what went wrong beyond the report's own outcomes (EndedEarly, TooManyRecords, skipped
     // records), in sentences for a person; empty when nothing did.

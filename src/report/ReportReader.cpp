@@ -93,6 +93,9 @@ public:
             if (!read()) {
                 return endedEarly();
             }
+            if (!m_line.overlong) {
+                readHeaderLine(m_line.bytes, m_result.Written);
+            }
         }
         // Every entry needs a detail line of at least 46 bytes, which bounds their number.
         if (const qint64 size = m_source.sizeHint(); size > 0 && !m_sink) {
@@ -123,6 +126,7 @@ private:
             }
             if (record > kMaxRecords) {
                 m_result.StopLine = m_lineNumber;
+                countRecordsLeft();
                 return Outcome::TooManyRecords;
             }
             const bool pathFits =
@@ -134,12 +138,17 @@ private:
             keepPath(m_line.bytes);
 
             if (!read()) {
+                ++m_result.UnreadRecords; // a path without its detail line
                 return stopEarly();
             }
             // A line that is exactly a detail line cannot hold the marker, so it is classified first.
             ProblemKind kind{};
             const Detail detail = classify(m_line, kind);
-            if (detail != Detail::Kind && isClosingLine(m_line)) {
+            const bool closing = detail != Detail::Kind && isClosingLine(m_line);
+            if (!pathFits || (detail == Detail::Outside && !closing)) {
+                ++m_result.UnreadRecords;
+            }
+            if (closing) {
                 keepCreationDate();
                 return Outcome::NoProblems;
             }
@@ -153,6 +162,16 @@ private:
             // The separator line is never examined; at the end of the file the next path read says so.
             read();
         }
+    }
+
+    // The records after the last one a report can number are counted, not read: whoever reads the
+    // report can say how many files it did not see.
+    void countRecordsLeft() {
+        qint64 lines = 1; // the path line of the first of them, already read
+        while (read() && !isClosingLine(m_line)) {
+            ++lines;
+        }
+        m_result.UnreadRecords += (lines + 2) / 3;
     }
 
     // The path must be kept before the next line replaces it. ASCII reads the same in both encodings the

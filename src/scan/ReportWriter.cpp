@@ -41,12 +41,13 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
     line({});
     line("  Written by " + oneLine(origin.program) + ' ' + oneLine(origin.version) + " on Linux");
     line("  Checked: " + oneLine(origin.folders.join(QStringLiteral("; "))));
-    line(QByteArray("  Problem files: ") + QByteArray::number(entries.size()) +
-         (origin.leftOut > 0 ? QByteArray(" (") + QByteArray::number(origin.leftOut) + " more left out)"
-                             : QByteArray()));
+    line(problemFilesLine(entries.size(), {origin.notRead, origin.endedEarly, origin.leftOut}));
     if (origin.recheck) {
-        line("  Not found: " + QByteArray::number(origin.notChecked) +
-             (origin.notChecked > 0 ? " (listed with their earlier kind)" : ""));
+        const QByteArray kept = " (listed with their earlier kind)";
+        line("  Not found: " + QByteArray::number(origin.notChecked) + (origin.notChecked > 0 ? kept : "") +
+             (origin.unreachable > 0 ? "; unreachable: " + QByteArray::number(origin.unreachable) + kept
+                                     : QByteArray()) +
+             notReadClause({origin.notRead, origin.endedEarly, 0}));
     } else {
         line("  Not checked: " + QByteArray::number(origin.notChecked) + " files or folders");
     }

@@ -29,6 +29,11 @@ struct ReportOrigin {
     // keep their earlier kind).
     qsizetype notChecked = 0;
     bool recheck = false;
+    // A re-check's: the listed files under a folder it could not reach (kept with their earlier kind),
+    // and the records of the report it could not read, this time or any time before.
+    qsizetype unreachable = 0;
+    qint64 notRead = 0;
+    bool endedEarly = false;
 };
 
 // The bytes of a report that ReadReport reads back as "Loaded" with these entries, in this order and

@@ -1,7 +1,9 @@
 // zentoria-report's scan and recheck: what they write, what they name, and how they end.
+#include "../report/ReportBuilder.h"
 #include "../scan/Mp3Files.h"
 #include "ToolRun.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -41,7 +43,8 @@ private Q_SLOTS:
         QCOMPARE(run.exitCode, 1);
         QCOMPARE(QJsonDocument::fromJson(run.out),
                  QJsonDocument::fromJson(R"({"fixed": ["C:\\Music\\Abba\\Waterloo.mp3"], "changed": [],
-                     "still": ["C:\\Music\\Björk\\Jóga.mp3"], "notFound": ["C:\\Music\\Abba\\Fernando.mp3"]})"));
+                     "still": ["C:\\Music\\Björk\\Jóga.mp3"], "notFound": ["C:\\Music\\Abba\\Fernando.mp3"],
+                     "unreachable": [], "notRead": 0, "endedEarly": false, "leftOut": 0})"));
         QVERIFY2(run.err.contains("C:\\Music\\Abba\\Fernando.mp3"), run.err.constData());
         // Written over the report it reads.
         QVERIFY(QFile::copy(report, m_dir.filePath("before.vzt")));
@@ -55,8 +58,9 @@ private Q_SLOTS:
                           "still\tID3v0\tC:\\Music\\Abba\\Fernando.mp3\n"
                           "still\tID3v2\tC:\\Music\\Björk\\Jóga.mp3\n");
 
-        // A wrong mapping finds nothing, and says so: every file keeps its kind, none is fixed.
-        run = runTool({"recheck", "--map", "C:\\Music=/nowhere", "before.vzt"}, m_dir.path(), 20);
+        // A wrong mapping (to a folder that holds other things) finds nothing, and says so: every file
+        // keeps its kind, none is fixed.
+        run = runTool({"recheck", "--map", "C:\\Music=" + m_dir.path(), "before.vzt"}, m_dir.path(), 20);
         QCOMPARE(run.exitCode, 1);
         QCOMPARE(entries(run.out).size(), 3);
         QVERIFY(run.out.contains("\r\n  Not found: 3 (listed with their earlier kind)\r\n"));
@@ -69,6 +73,102 @@ private Q_SLOTS:
         run = runTool({"recheck", "--map", map, report}, m_dir.path(), 20);
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(entries(run.out), QStringList());
+    }
+
+    // A re-check of a report it could not read whole never passes for clean, nor does one of itself.
+    void honestRechecks_data() {
+        addColumns<QByteArray, int, int, bool, int, int>("report", "exitCode", "notRead", "endedEarly",
+                                                         "leftOut", "fixed");
+        const QByteArray fine = "C:\\M\\fine.mp3";
+        const auto report = [&fine](QByteArrayView problemFiles = "") {
+            ReportBuilder built;
+            built.banner().line("").line("  Written by zentoria-report scan").line("  Checked: C:\\M");
+            built.line(problemFiles).line("").line("").record(fine, zentoria::kDetailID3v1);
+            return built;
+        };
+        addRow("whole", report().closing().bytes(), 0, 0, false, 0, 1);
+        addRow("named twice", report().record(fine, zentoria::kDetailID3v2).closing().bytes(), 0, 0, false, 0,
+               1);
+        addRow("garbled", report().record("C:\\M\\b.mp3", "garbled").closing().bytes(), 2, 1, false, 0, 1);
+        addRow("cut", report().unterminated("C:\\M\\cut.mp3").bytes(), 2, 1, true, 0, 1);
+        addRow("capped", report("  Problem files: 1 (7 more left out)").closing().bytes(), 1, 0, false, 7, 1);
+        ReportBuilder overLong = report();
+        for (int i = 0; i < zentoria::kMaxRecords + 2; ++i) {
+            overLong.record(fine, zentoria::kDetailID3v1);
+        }
+        addRow("over-long", overLong.closing().bytes(), 2, 3, false, 0, 1);
+    }
+    void honestRechecks() {
+        QFETCH(QByteArray, report);
+        QFETCH(int, exitCode);
+        QFETCH(int, notRead);
+        QFETCH(bool, endedEarly);
+        QFETCH(int, leftOut);
+        QFETCH(int, fixed);
+        QTemporaryDir music;
+        QVERIFY(writeMp3(music.filePath("fine.mp3"), BothTags));
+        const QString file = m_dir.filePath("honest.vzt");
+        QVERIFY(writeFile(file, report));
+        const QString map = "C:\\M=" + music.path();
+        // Read as it came, then written over itself twice: what it lacks is said every time.
+        for (int round = 0; round < 3; ++round) {
+            const Run run = runTool({"recheck", "--json", "--map", map, file}, m_dir.path(), 30);
+            const QJsonObject json = QJsonDocument::fromJson(run.out).object();
+            QCOMPARE(run.exitCode, exitCode);
+            QCOMPARE(run.err.contains("so their files were not checked") ||
+                         run.err.contains("so they were not checked"),
+                     exitCode != 0);
+            QCOMPARE(json.value("notRead").toInt(), notRead);
+            QCOMPARE(json.value("endedEarly").toBool(), endedEarly);
+            QCOMPARE(json.value("leftOut").toInt(), leftOut);
+            QCOMPARE(int(json.value("fixed").toArray().size()), round == 0 ? fixed : 0);
+            QCOMPARE(runTool({"recheck", "--map", map, "-o", file, file}, m_dir.path(), 30).exitCode,
+                     exitCode);
+            QVERIFY(exitCode == 0 || !contentsOf(file).contains("  Problem files: 0\r\n"));
+            zentoria::MemoryLineSource written(contentsOf(file));
+            QVERIFY(zentoria::ReadReport(written).missing() ==
+                    (zentoria::MissingRecords{notRead, endedEarly, leftOut}));
+        }
+    }
+
+    // A mapping whose folder is gone or holds nothing (a share not mounted) is out of reach, not empty
+    // of files: it is named once, and its files keep their kinds.
+    void unreachableMappings_data() {
+        addColumns<bool, QString>("makeFolder", "why");
+        addRow("missing folder", false, "is missing");
+        addRow("empty mount point", true, "is empty (a share not mounted?)");
+    }
+    void unreachableMappings() {
+        QFETCH(bool, makeFolder);
+        QFETCH(QString, why);
+        QTemporaryDir music;
+        QVERIFY(writeMp3(music.filePath("a/here.mp3"), V1));
+        const QString share = music.filePath("share");
+        QVERIFY(!makeFolder || QDir().mkpath(share));
+        const QString file = m_dir.filePath("share.vzt");
+        QVERIFY(writeFile(file, ReportBuilder()
+                                    .start()
+                                    .record("C:\\A\\here.mp3", zentoria::kDetailID3v2)
+                                    .record("S:\\x.mp3", zentoria::kDetailID3v0)
+                                    .record("S:\\y\\z.mp3", zentoria::kDetailID3v2)
+                                    .closing()
+                                    .bytes()));
+        const QStringList maps{"--map", "C:\\A=" + music.filePath("a"), "--map", "S:\\=" + share};
+        Run run = runTool(QStringList{"recheck", "--json"} + maps + QStringList{file}, m_dir.path(), 20);
+        QCOMPARE(run.exitCode, 2);
+        const QJsonObject json = QJsonDocument::fromJson(run.out).object();
+        QCOMPARE(json.value("still").toArray().size(), 1);
+        QCOMPARE(json.value("notFound").toArray().size(), 0);
+        QCOMPARE(json.value("unreachable").toArray().at(0).toObject().value("files").toArray().size(), 2);
+        QCOMPARE(run.err.count("unreachable: "), 1);
+        QVERIFY2(run.err.contains(
+                     QString("S:=%1: unreachable: %1 %2; its 2 listed files").arg(share, why).toUtf8()),
+                 run.err.constData());
+        QVERIFY2(!run.err.contains("not found here"), run.err.constData());
+        run = runTool(QStringList{"recheck"} + maps + QStringList{file}, m_dir.path(), 20);
+        QCOMPARE(run.exitCode, 2);
+        QCOMPARE(entries(run.out).size(), 3);
+        QVERIFY(run.out.contains("\r\n  Not found: 0; unreachable: 2 (listed with their earlier kind)\r\n"));
     }
 
     void scanNamesWhatItCannotCheck() {

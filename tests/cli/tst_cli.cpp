@@ -1,3 +1,4 @@
+#include "../report/ReportBuilder.h"
 #include "ToolRun.h"
 
 #include <QJsonArray>
@@ -18,6 +19,18 @@ private Q_SLOTS:
         // A pipe that nobody writes to and an empty file, made once for every test that names them.
         QVERIFY(::mkfifo(QFile::encodeName(m_dir.filePath("pipe.vzt")).constData(), 0600) == 0);
         QVERIFY(writeFile(m_dir.filePath("empty.vzt"), {}));
+        // A scan's report that could not hold all it found.
+        QVERIFY(writeFile(m_dir.filePath("capped.vzt"), ReportBuilder()
+                                                            .banner()
+                                                            .line("")
+                                                            .line("")
+                                                            .line("")
+                                                            .line("  Problem files: 1 (7 more left out)")
+                                                            .line("")
+                                                            .line("")
+                                                            .record("a.mp3", zentoria::kDetailID3v1)
+                                                            .closing()
+                                                            .bytes()));
         // A report whose name starts with a dash, named relative to the working folder.
         QVERIFY(QFile::copy(dataFile("mixed.vzt"), m_dir.filePath("-mixed.vzt")));
         // 2 GiB without a line break, sparse, so it costs no disk space.
@@ -44,8 +57,13 @@ private Q_SLOTS:
         addRow("json", QStringList{"list", "--json", dataFile("skipped.vzt")}, 0,
                "{\"entries\":[{\"code\":\"ID3v1\",\"kind\":1,\"ordinal\":1,\"path\":\"C:\\\\Music\\\\One."
                "mp3\"}],"
-               "\"outcome\":\"Loaded\",\"skippedLines\":[15]}\n",
+               "\"notRead\":1,\"outcome\":\"Loaded\",\"skippedLines\":[15]}\n",
                "");
+        // Files a scan found but its report could not hold are no files fine.
+        addRow("check, files left out", QStringList{"check", m_dir.filePath("capped.vzt")}, 0,
+               "Loaded: 1 file (ID3v1 1, ID3v2 0, ID3v0 0), skipped records: 0, left out: 7\n", "");
+        addRow("json, files left out", QStringList{"list", "--json", m_dir.filePath("capped.vzt")}, 0,
+               "\"leftOut\":7,\"outcome\":\"Loaded\"", "");
         addRow("json, not a report", QStringList{"list", "--json", dataFile("corrupted.txt")}, 1,
                "{\"entries\":[],\"outcome\":\"Corrupted\",\"skippedLines\":[]}\n", "not a Melvadex report");
         // The first line alone decides: the 2 GiB are not read (the tool has 10 seconds).

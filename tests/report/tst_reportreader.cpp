@@ -76,13 +76,26 @@ private Q_SLOTS:
             QByteArray(kBanner.toByteArray() + "|Date of creation: 1.1.2001|x|Date of creation:||||a|V1||D"),
             "Loaded [1 1 a]");
         row("closing at line 8", "#|D", "Loaded");
+        // What the header of a report this program wrote says it lacks is read back.
+        row("header: left out, not read, ended early",
+            QByteArray(kBanner.toByteArray() + "||  Written by zentoria-report recheck|  Checked: a.vzt|" +
+                       problemFilesLine(1, {4, true, 12}) + "|  Not found: 0" + notReadClause({4, true, 0}) +
+                       "||a|V1||D"),
+            "Loaded [1 1 a] written: left out 12, not read 4, ended early");
+        row("header: not read only",
+            QByteArray(kBanner.toByteArray() + "|||||  Not found: 2" + notReadClause({3, false, 0}) +
+                       "||a|V1||D"),
+            "Loaded [1 1 a] written: left out 0, not read 3");
+        row("header: look-alikes in other words",
+            QByteArray(kBanner.toByteArray() + "||||  Problem files: 1 (12 more)|  Not read: 4||a|V1||D"),
+            "Loaded [1 1 a]");
         row("closing at line 9", "#||D", "NoProblems");
         row("closing at a detail position after entries", "#|a|V1||b|D", "NoProblems [1 1 a]");
         row("detail one blank short", "#|a| Melvadex could not get the ID3v1 information||b|V2||D",
-            "Loaded [2 2 b] skipped 9");
+            "Loaded [2 2 b] skipped 9 unread 1");
         row("detail trailing blank, unknown detail",
             "#|a|  Melvadex could not get the ID3v2 information ||b|V0||c|??||D",
-            "Loaded [2 0 b] skipped 9,15");
+            "Loaded [2 0 b] skipped 9,15 unread 2");
         row("empty detail in record 2 of 3", "#|a|V1||b|||c|V2||D", "Loaded [1 1 a] [3 2 c]");
         row("path blanks kept", "#|  C:\\x.mp3  |V1||D", "Loaded [1 1   C:\\x.mp3  ]");
         row("marker inside a path line", "#|a|V1||Report end - Date of creation: today|b|V2||D",
@@ -93,7 +106,7 @@ private Q_SLOTS:
         row("empty file", "", "Corrupted");
         row("only three lines", QByteArray(kBanner.toByteArray() + "||"), "EndedEarly stop 4");
         row("ends at a path position", "#|a|V1||b|V0|", "EndedEarly [1 1 a] [2 0 b] stop 14");
-        row("ends at a detail position", "#|a|V1||b", "EndedEarly [1 1 a] stop 12");
+        row("ends at a detail position", "#|a|V1||b", "EndedEarly [1 1 a] stop 12 unread 1");
         row("ends at a separator position", "#|a|V2~", "EndedEarly [1 2 a] stop 10");
         row("closing swallowed as the last separator", "#|a|V1|D", "EndedEarly [1 1 a] stop 11");
 
@@ -122,9 +135,10 @@ private Q_SLOTS:
         addRow("the longest path", withPath(longest), "Loaded [1 1 " + QString::fromLatin1(longest) + ']');
         addRow("a path one character too long",
                ReportBuilder().start().record(longest + "p", kV1).record("b", kV2).closing().bytes(),
-               "Loaded [2 2 b] skipped 8");
+               "Loaded [2 2 b] skipped 8 unread 1");
         addRow("one three-byte character too many",
-               withPath(QByteArray("\xE2\x82\xAC").repeated(kMaxPathLength) + "p"), "Loaded skipped 8");
+               withPath(QByteArray("\xE2\x82\xAC").repeated(kMaxPathLength) + "p"),
+               "Loaded skipped 8 unread 1");
         addRow("a detail line too long",
                ReportBuilder()
                    .start()
@@ -132,7 +146,7 @@ private Q_SLOTS:
                    .record("b", kV2)
                    .closing()
                    .bytes(),
-               "Loaded [2 2 b] skipped 9");
+               "Loaded [2 2 b] skipped 9 unread 1");
         addRow("byte order mark",
                QByteArray("\xEF\xBB\xBF" + ReportBuilder().start().record("a", kV1).closing().bytes()),
                "Loaded [1 1 a]");
@@ -157,6 +171,16 @@ private Q_SLOTS:
         if (result.StopLine > 0) {
             got += " stop " + QString::number(result.StopLine);
         }
+        if (result.UnreadRecords > 0) {
+            got += " unread " + QString::number(result.UnreadRecords);
+        }
+        const MissingRecords& written = result.Written;
+        if (written.any()) {
+            got += QStringLiteral(" written: left out %1, not read %2%3")
+                       .arg(written.leftOut)
+                       .arg(written.notRead)
+                       .arg(written.endedEarly ? ", ended early" : "");
+        }
         QCOMPARE(got, expected);
     }
 
@@ -165,6 +189,7 @@ private Q_SLOTS:
 
         addRow("32766 records", 32766, Outcome::Loaded, 32766);
         addRow("32767 records", 32767, Outcome::TooManyRecords, 32766);
+        addRow("32800 records", 32800, Outcome::TooManyRecords, 32766);
     }
 
     void recordLimit() {
@@ -188,6 +213,8 @@ private Q_SLOTS:
         if (outcome == Outcome::TooManyRecords) {
             QCOMPARE(result.StopLine, qint64(8 + 3 * 32766));
         }
+        // Those past the last are counted, not read; the empty ones before it are no damage.
+        QCOMPARE(result.UnreadRecords, qint64(records - entries));
     }
 
     void problemKindText_data() {

@@ -201,9 +201,12 @@ private Q_SLOTS:
                                       .record("C:\\Music\\Abba\\Fernando.mp3", kDetailID3v0)
                                       .record("C:\\Music\\Björk\\Jóga.mp3", kDetailID3v2)
                                       .record("C:\\Music\\Gone.mp3", kDetailID3v0)
+                                      .record("C:\\Music\\Garbled.mp3", "garbled")
                                       .closing()
                                       .bytes()));
         c.open(report);
+        QCOMPARE(c.messages.size(), 1); // the record it could not read
+        c.messages.clear();
         // The user fixes Waterloo, and gives Fernando an ID3v1 tag only.
         QVERIFY(setTags(c.music + "/Abba/Waterloo.mp3", BothTags));
         QVERIFY(setTags(c.music + "/Abba/Fernando.mp3", V1));
@@ -213,7 +216,8 @@ private Q_SLOTS:
         QTRY_VERIFY(!c.progress->isVisible());
         // Gone is not fixed: it keeps its kind, and the message names it.
         QCOMPARE(c.messages,
-                 QStringList{"1 fixed, 1 still, 1 not found, 1 changed kind\nThese files were not "
+                 QStringList{"1 fixed, 1 still, 1 not found, 1 changed kind\nRecords of the report that "
+                             "could not be read: 1. Their files were not checked.\nThese files were not "
                              "found; they are listed with their earlier kind:\nC:\\Music\\Gone.mp3: "
                              "no such file"});
         QCOMPARE(c.window.windowTitle(), "music.vzt, checked again (not saved) — " + kTitle);
@@ -230,28 +234,44 @@ private Q_SLOTS:
         QTRY_VERIFY(!c.progress->isVisible());
         QCOMPARE(c.window.windowTitle(), "music.vzt, checked again (not saved) — " + kTitle);
 
-        // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered.
-        write(settings::PathMap, "C:\\Music=" + c.home.filePath("elsewhere"));
-        c.open(report);
-        c.messages.clear();
-        QSignalSpy preferences(c.child<QAction>("submnuPreferences"), &QAction::triggered);
-        QString asked;
-        c.window.messageBoxes().setQuestioner([&asked](const QString& text) {
-            asked = text;
-            // Preferences opens: the user closes it.
-            QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
-            return true;
-        });
-        c.trigger("submnuRecheck");
-        QTRY_COMPARE(preferences.size(), 1);
-        QCOMPARE(asked,
-                 "0 fixed, 0 still, 4 not found, 0 changed kind\nNone of the report's files was found on "
-                 "this computer: the folder where the report's files are is probably set wrong. They are "
-                 "listed with their earlier kind.\nOpen Tools > Preferences to correct it?");
-        // Which files were looked for is one click away.
-        QCOMPARE(c.window.messageBoxes().lastDetails().split(u'\n').size(), 4);
-        QVERIFY(c.window.messageBoxes().lastDetails().contains("C:\\Music\\Gone.mp3: no such file"));
-        QCOMPARE(c.listed("ID3v1"), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});
+        // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered;
+        // one that is missing (a share not mounted) is named as out of reach, its files not called gone.
+        const QString elsewhere = c.home.filePath("elsewhere");
+        const QString unread =
+            "\nRecords of the report that could not be read: 1. Their files were not checked.";
+        for (const auto& [folder, said] :
+             {std::pair(c.home.path(),
+                        "0 fixed, 0 still, 4 not found, 0 changed kind" + unread +
+                            "\nNone of the report's files was found on this computer: the folder "
+                            "where the report's files are is probably set wrong. They are "
+                            "listed with their earlier kind."),
+              {elsewhere, "0 fixed, 0 still, 0 not found, 0 changed kind\nThe folder \"" + elsewhere +
+                              "\" could not be reached: it is missing. The report's files in it (4) were not "
+                              "checked; they are listed with their earlier kind." +
+                              unread}}) {
+            write(settings::PathMap, "C:\\Music=" + folder);
+            // The result shown is not saved: opening the report again asks first.
+            c.window.messageBoxes().setChooser(
+                [](const QString&, QMessageBox::StandardButtons) { return QMessageBox::Discard; });
+            c.open(report);
+            QSignalSpy preferences(c.child<QAction>("submnuPreferences"), &QAction::triggered);
+            QString asked;
+            c.window.messageBoxes().setQuestioner([&asked](const QString& text) {
+                asked = text;
+                // Preferences opens: the user closes it.
+                QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+                return true;
+            });
+            c.trigger("submnuRecheck");
+            QTRY_COMPARE(preferences.size(), 1);
+            QCOMPARE(asked, said + "\nOpen Tools > Preferences to correct it?");
+            QCOMPARE(c.listed("ID3v1"), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});
+            if (folder != elsewhere) {
+                // Which files were looked for is one click away.
+                QCOMPARE(c.window.messageBoxes().lastDetails().split(u'\n').size(), 4);
+                QVERIFY(c.window.messageBoxes().lastDetails().contains("C:\\Music\\Gone.mp3: no such file"));
+            }
+        }
     }
 
     // A check's result is on screen and in no file: File > Open, File > Recent, a drop, Quit, Check Listed

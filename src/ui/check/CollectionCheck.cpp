@@ -3,6 +3,7 @@
 #include "CheckProgress.h"
 #include "FailureWording.h"
 #include "Version.h"
+#include "scan/LocalFile.h"
 #include "settings/Preferences.h"
 #include "settings/Texts.h"
 #include "ui/common/CommonDialog.h"
@@ -43,6 +44,42 @@ void nameFailures(QStringList& lines, QString& details, const QList<scan::Failur
         all << uiText(txt::AndMore).arg(notKept);
     }
     details = all.join(u'\n');
+}
+
+// Why a folder the report's files are under could not be reached, in the language file's words.
+QString reachWords(const scan::FolderReach& reach) {
+    switch (reach.state) {
+    case scan::FolderReach::Reachable:
+    case scan::FolderReach::Missing:
+        break;
+    case scan::FolderReach::Empty:
+        return uiText(txt::ReachEmpty);
+    case scan::FolderReach::CannotOpen:
+        return uiText(txt::ReachCannotOpen)
+            .arg(failureWording().errors.value(reach.error, scan::systemError(reach.error)));
+    }
+    return uiText(txt::ReachMissing);
+}
+
+// What the re-check could not look at beyond the files it looked for: folders out of reach, and what
+// the report itself lacks.
+QStringList notLookedAt(const scan::RecheckResult& result, const MissingRecords& missing) {
+    QStringList lines;
+    for (const scan::UnreachableFolder& folder : result.unreachable) {
+        lines << uiText(txt::FolderUnreachable)
+                     .arg(folder.folder, reachWords(folder.reach))
+                     .arg(folder.files.size());
+    }
+    if (missing.notRead > 0) {
+        lines << uiText(txt::RecordsNotRead).arg(missing.notRead);
+    }
+    if (missing.endedEarly) {
+        lines << uiText(txt::EndedEarlyUnchecked);
+    }
+    if (missing.leftOut > 0) {
+        lines << uiText(txt::LeftOutUnchecked).arg(missing.leftOut);
+    }
+    return lines;
 }
 
 } // namespace
@@ -128,6 +165,9 @@ void CollectionCheck::submnuRecheck_Click() {
     }
     // Its result replaces the report shown; what it checks is that report, saved or discarded.
     const QList<ReportEntry> listed = document.entries();
+    // What the report lacks stays with its files checked again, so that no saved re-check drops it.
+    const scan::ReportOrigin& before = document.origin();
+    const MissingRecords missing{before.notRead, before.endedEarly, before.leftOut};
     QString report =
         document.path().isEmpty() ? document.origin().folders.join(QStringLiteral("; ")) : document.path();
     // A re-check's result checked again keeps its name, rather than "checked again" twice.
@@ -156,15 +196,24 @@ void CollectionCheck::submnuRecheck_Click() {
         [result, entries = listed, mapping = *mapping](scan::Scanner& scanner,
                                                        const scan::Scanner::Progress& progress) {
             *result = scan::recheckEntries(
-                entries, [&mapping](const QString& path) { return mapping.map(path); }, scanner, progress);
+                entries,
+                [&mapping](const QString& path) {
+                    const PathMapping* one = mapping.mappingFor(path);
+                    return scan::LocalPlace{mapping.map(path), one ? one->localFolder : QString()};
+                },
+                scanner, progress);
         },
-        [this, result, report, name, listed = listed.size()] {
+        [this, result, report, name, missing] {
             scan::ReportOrigin made = madeHere({report});
             made.recheck = true;
             made.notChecked = result->notFound.size();
+            made.unreachable = result->unreachableFiles();
+            made.notRead = missing.notRead;
+            made.endedEarly = missing.endedEarly;
+            made.leftOut = missing.leftOut;
             m_window.document->showResult(result->now, name, std::move(made),
                                           ReportDocument::Source::Recheck);
-            rechecked(*result, listed);
+            rechecked(*result, missing);
         });
 }
 
@@ -259,19 +308,20 @@ void CollectionCheck::folderChecked(const FolderResult& result, const QStringLis
     }
 }
 
-void CollectionCheck::rechecked(const scan::RecheckResult& result, qsizetype listed) {
+void CollectionCheck::rechecked(const scan::RecheckResult& result, const MissingRecords& missing) {
     QStringList lines{uiText(txt::RecheckDone)
                           .arg(result.fixed.size())
                           .arg(result.still.size())
                           .arg(result.notFound.size())
                           .arg(result.changed.size())};
-    if (result.notFound.isEmpty()) {
-        m_window.tell(lines.first());
-        return;
-    }
+    lines << notLookedAt(result, missing);
     // Not seen is not fixed: a wrong folder mapping must not pass for a collection put right.
-    if (result.notFound.size() == listed) {
-        lines << uiText(txt::NoneFound) << uiText(txt::OfferPreferences);
+    if (result.fixed.isEmpty() && result.still.isEmpty() && result.changed.isEmpty() &&
+        (!result.notFound.isEmpty() || !result.unreachable.isEmpty())) {
+        if (!result.notFound.isEmpty()) {
+            lines << uiText(txt::NoneFound);
+        }
+        lines << uiText(txt::OfferPreferences);
         // Which files were looked for, and where, is what shows the folder to be wrong.
         QStringList ignored;
         QString details;
@@ -279,6 +329,10 @@ void CollectionCheck::rechecked(const scan::RecheckResult& result, qsizetype lis
         if (m_window.ask(lines.join(u'\n'), details) && m_window.preferences) {
             m_window.preferences->trigger();
         }
+        return;
+    }
+    if (result.notFound.isEmpty()) {
+        m_window.tell(lines.join(u'\n'));
         return;
     }
     lines << uiText(txt::NotFoundKept);

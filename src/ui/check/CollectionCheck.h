@@ -2,6 +2,7 @@
 
 #include "export/PathMapping.h"
 #include "report/ReportEntry.h"
+#include "report/ReportHeader.h"
 #include "scan/Recheck.h"
 #include "scan/ReportWriter.h"
 #include "ui/views/ServedWindow.h"
@@ -71,7 +72,9 @@ private:
     };
     static FolderResult shownAsReport(scan::ScanResult scanned, const PathMappings& mapping);
     void folderChecked(const FolderResult& result, const QStringList& folders);
-    void rechecked(const scan::RecheckResult& result, qsizetype listed);
+    // Says what the re-check found, and what it could not look at: folders out of reach, and what the
+    // report itself lacks.
+    void rechecked(const scan::RecheckResult& result, const MissingRecords& missing);
     void updateActions();
 
     Window m_window;

@@ -38,6 +38,15 @@ QString droppedReport(const QMimeData* data) {
     return file.isFile() && (suffix == u"vzt" || suffix == u"txt") ? file.absoluteFilePath() : QString();
 }
 
+// Of where a report came from, only what it lacks: what a reader of the file finds in its header.
+scan::ReportOrigin lacking(const MissingRecords& missing) {
+    scan::ReportOrigin origin;
+    origin.notRead = missing.notRead;
+    origin.endedEarly = missing.endedEarly;
+    origin.leftOut = missing.leftOut;
+    return origin;
+}
+
 } // namespace
 
 ReportDocument::ReportDocument(QObject* parent)
@@ -127,8 +136,10 @@ void ReportDocument::open(const QString& file) {
         {uiText(txt::ReportEndedEarly), uiText(txt::OneFileReadBefore), uiText(txt::FilesReadBefore),
          uiText(txt::TooManyRecords), uiText(txt::OneLineSkipped), uiText(txt::LinesSkipped),
          uiText(txt::AndMoreLines)});
+    // What the report lacks goes with it into a re-check of its files.
+    const MissingRecords missing = result.missing();
     show(std::move(read.result.Entries), result.CreationDate);
-    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, {});
+    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, lacking(missing));
     if (result.Outcome == Outcome::NoProblems) {
         tellAbout(file, QStringLiteral("The are no MP3 file with \"problems\" in this report."));
     }
@@ -244,7 +255,8 @@ bool ReportDocument::saveAs() {
         tell(uiText(txt::SaveFailed).arg(file, error));
         return false;
     }
-    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, {});
+    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {},
+              lacking({m_origin.notRead, m_origin.endedEarly, m_origin.leftOut}));
     return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FileNameForm.h"
 #include "ReportEntry.h"
 
 #include <QList>
@@ -45,6 +46,9 @@ struct ReportReadResult {
     // Loaded and NoProblems: what the closing line says after "Date of creation:", blanks trimmed
     // ("23.11.2026 21:14"). Empty otherwise.
     QString CreationDate;
+    // How the paths lead back to files: escaped when the header says this program wrote the report,
+    // as text for any other.
+    NameReading Names = NameReading::AsText;
 
     // Explains what went wrong beyond the report's own outcomes (EndedEarly, TooManyRecords, skipped
     // records), in sentences for a person; empty when nothing did.

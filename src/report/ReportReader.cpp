@@ -93,6 +93,10 @@ public:
             if (!read()) {
                 return endedEarly();
             }
+            if (header == 1 && !m_line.overlong && m_line.bytes.startsWith(kWrittenByStart) &&
+                m_line.bytes.endsWith(kWrittenByEnd)) {
+                m_result.Names = NameReading::Escaped;
+            }
         }
         // Every entry needs a detail line of at least 46 bytes, which bounds their number.
         if (const qint64 size = m_source.sizeHint(); size > 0 && !m_sink) {

@@ -3,6 +3,9 @@
 #include "CheckProgress.h"
 #include "FailureWording.h"
 #include "Version.h"
+#include "report/FileNameForm.h"
+#include "report/ReportReader.h"
+#include "scan/ReportWriter.h"
 #include "settings/Preferences.h"
 #include "settings/Texts.h"
 #include "ui/common/CommonDialog.h"
@@ -85,12 +88,19 @@ void CollectionCheck::submnuCheckFolder_Click() {
         return;
     }
     write(settings::LastCheckedFolder, folder);
+    // The dialog gives the folder's name as text: its bytes are that text's, whatever "%" it holds.
+    const QString shown = shownFileName(QFile::encodeName(folder));
     auto result = std::make_shared<scan::ScanResult>();
     run(
-        [result, folder](scan::Scanner& scanner, const scan::Scanner::Progress& progress) {
-            *result = scanner.scanFolders({folder}, progress);
+        [result, shown, mapping = storedPathMappings()](scan::Scanner& scanner,
+                                                        const scan::Scanner::Progress& progress) {
+            // Named as the report will name them while they are found, so that the files it holds are
+            // the first in its order and none it refuses takes a place.
+            scanner.setReportNaming(scan::reportNaming(
+                [mapping](const QString& path) { return mapping.reversibleWindowsPath(path); }));
+            *result = scanner.scanFolders({shown}, progress);
         },
-        [this, result, folder] { folderChecked(*result, {folder}); });
+        [this, result, shown] { folderChecked(*result, {shown}); });
 }
 
 void CollectionCheck::submnuRecheck_Click() {
@@ -112,16 +122,20 @@ void CollectionCheck::submnuRecheck_Click() {
     const QString report =
         document.path().isEmpty() ? document.origin().folders.join(QStringLiteral("; ")) : document.path();
     const QString name = document.name();
+    const NameReading names = document.origin().names;
     auto result = std::make_shared<scan::RecheckResult>();
     run(
-        [result, entries = listed, mapping = *mapping](scan::Scanner& scanner,
-                                                       const scan::Scanner::Progress& progress) {
+        [result, entries = listed, mapping = *mapping, names](scan::Scanner& scanner,
+                                                              const scan::Scanner::Progress& progress) {
             *result = scan::recheckEntries(
-                entries, [&mapping](const QString& path) { return mapping.map(path); }, scanner, progress);
+                entries,
+                [&mapping, names](const QString& path) { return shownFileName(mapping.map(path), names); },
+                scanner, progress);
         },
-        [this, result, report, name, listed = listed.size()] {
+        [this, result, report, name, names, listed = listed.size()] {
             scan::ReportOrigin made = madeHere({report});
             made.recheck = true;
+            made.names = names;
             made.notChecked = result->notFound.size();
             m_window.document->showResult(result->now, uiText(txt::RecheckName).arg(name), std::move(made),
                                           ReportDocument::Source::Recheck);
@@ -185,8 +199,7 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
     QList<scan::Failure> failures = result.failures;
     const qsizetype leftOut = result.leftOut;
     QList<ReportEntry> entries = scan::reportEntries(
-        result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
-        &failures);
+        result.problems, [](const QString& named) { return std::optional<QString>(named); }, &failures);
     const qsizetype shown = entries.size();
     QStringList checked;
     for (const QString& folder : folders) {
@@ -206,7 +219,7 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
         lines << uiText(txt::NoneLacking).arg(result.counts.probed);
     }
     if (leftOut > 0) {
-        lines << uiText(txt::LeftOut).arg(shown + leftOut).arg(shown).arg(leftOut);
+        lines << uiText(txt::LeftOut).arg(shown + leftOut).arg(kMaxRecords).arg(leftOut);
     }
     QString details;
     if (!failures.isEmpty()) {

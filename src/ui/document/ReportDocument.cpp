@@ -128,7 +128,9 @@ void ReportDocument::open(const QString& file) {
          uiText(txt::TooManyRecords), uiText(txt::OneLineSkipped), uiText(txt::LinesSkipped),
          uiText(txt::AndMoreLines)});
     show(std::move(read.result.Entries), result.CreationDate);
-    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, {});
+    scan::ReportOrigin origin;
+    origin.names = result.Names;
+    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, std::move(origin));
     if (result.Outcome == Outcome::NoProblems) {
         tellAbout(file, QStringLiteral("The are no MP3 file with \"problems\" in this report."));
     }
@@ -241,7 +243,10 @@ bool ReportDocument::saveAs() {
         tell(uiText(txt::SaveFailed).arg(file, error));
         return false;
     }
-    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, {});
+    // Saved, the report is a file like any other, whose names read as they were written.
+    scan::ReportOrigin saved;
+    saved.names = m_origin.names;
+    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, std::move(saved));
     return true;
 }
 

@@ -117,11 +117,12 @@ void FileHandOff::submnuCopy_Click() {
         return;
     }
     const PathMappings mapping = storedPathMappings();
+    const NameReading names = m_window.names();
     QStringList paths;
     QList<QUrl> urls;
     for (const ReportEntry* file : files) {
         paths << file->Path;
-        if (const QString local = mapping.map(file->Path); scan::isLocalFile(local)) {
+        if (const QString local = shownFileName(mapping.map(file->Path), names); scan::isLocalFile(local)) {
             urls << localFileUrl(local);
         }
     }
@@ -230,8 +231,9 @@ void FileHandOff::submnuOpenWith_Click() {
     }
     QStringList existing;
     QStringList missing;
+    const NameReading names = m_window.names();
     for (const QString& path : distinctWindowsPaths(paths)) {
-        const QString local = mapping->map(path);
+        const QString local = shownFileName(mapping->map(path), names);
         (scan::isLocalFile(local) ? existing : missing) << local;
     }
     if (existing.isEmpty()) {

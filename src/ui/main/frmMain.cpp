@@ -75,7 +75,9 @@ frmMain::frmMain(QWidget* parent)
         m_messages.show(this, text, details);
     };
     const auto ask = [this](const QString& text) { return m_messages.ask(this, text); };
-    const ServedWindow served{this, ListedFiles(&m_document->nodes(), LV), CMDlg, tell, tellInDetail, ask};
+    const auto names = [document = m_document] { return document->origin().names; };
+    const ServedWindow served{this, ListedFiles(&m_document->nodes(), LV), CMDlg, tell, tellInDetail, ask,
+                              names};
     m_handOff = new FileHandOff(served, this);
     m_check = new CollectionCheck({served, m_document, m_handOff->preferencesAction()}, this);
     SB->setWorkWidget(m_check->progressWidget());

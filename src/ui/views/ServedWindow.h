@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ListedFiles.h"
+#include "report/FileNameForm.h"
 
 #include <QString>
 
@@ -23,6 +24,8 @@ struct ServedWindow {
     std::function<void(const QString& text, const QString& details)> tellInDetail;
     // A yes-or-no question; true for yes.
     std::function<bool(const QString& text)> ask;
+    // How the listed files' names lead back to files: as the open report's maker wrote them.
+    std::function<NameReading()> names = [] { return NameReading::Escaped; };
 };
 
 } // namespace zentoria

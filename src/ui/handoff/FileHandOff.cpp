@@ -195,7 +195,7 @@ void FileHandOff::submnuExport_Click() {
 
     QSaveFile out(fileName);
     if (out.open(QIODevice::WriteOnly)) {
-        ExportWriter writer(out, *format, *mapping);
+        ExportWriter writer(out, *format, *mapping, m_window.names());
         writer.begin();
         for (const ReportEntry* file : files) {
             writer.add(*file);

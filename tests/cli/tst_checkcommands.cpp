@@ -173,6 +173,9 @@ private Q_SLOTS:
         run = runTool({"recheck", "--json", "--map", "C:\\M=" + music.path(), windows}, m_dir.path(), 20);
         QCOMPARE(QJsonDocument::fromJson(run.out).object().value("fixed").toArray(),
                  QJsonArray{windowsPath.data()});
+        run = runTool({"export", "--map", "C:\\M=" + music.path(), windows}, m_dir.path(), 20);
+        QVERIFY2(run.out.endsWith('\n' + QFile::encodeName(music.filePath("pair/caf%E9.mp3")) + '\n'),
+                 run.out.constData());
 
         // Ours names the untagged file only: once it is moved away, it is not found, never fixed.
         QVERIFY(::rename((top + "/pair/caf\xE9.mp3").constData(), (top + "/moved.mp3").constData()) == 0);

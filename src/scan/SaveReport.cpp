@@ -50,6 +50,15 @@ struct Destination {
 std::optional<Destination> destinationOf(QByteArray name) {
     for (int links = 0; links < 40; ++links) {
         if (name.startsWith("/proc/") || name.startsWith("/dev/fd/")) {
+            // One of ours that is not open for writing (a standard output closed, and held by a
+            // placeholder) would reopen for writing what is behind it.
+            bool number = false;
+            const int held = name.sliced(name.lastIndexOf('/') + 1).toInt(&number);
+            const bool ours = name.startsWith("/dev/fd/") || name.startsWith("/proc/self/fd/");
+            if (number && ours && (::fcntl(held, F_GETFL) & O_ACCMODE) == O_RDONLY) {
+                errno = EBADF;
+                return std::nullopt;
+            }
             return Destination{name, true};
         }
         char target[PATH_MAX];

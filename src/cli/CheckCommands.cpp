@@ -182,7 +182,7 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     if (leftOut > 0) {
         err.write(
             QStringLiteral("zentoria-report: %1 problem files found, but a report holds %2: the last %3 "
-                           "in list order are not in it; check fewer folders at a time\n")
+                           "in the report's order are not in it; check fewer folders at a time\n")
                 .arg(entries.size() + leftOut)
                 .arg(kMaxRecords)
                 .arg(leftOut)

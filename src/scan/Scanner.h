@@ -37,7 +37,8 @@ struct ScanCounts {
 
 struct ScanResult {
     // In the order the file list sorts them: by path, letter case aside; no more than a report holds,
-    // the first in that order, so that memory does not grow with the collection.
+    // the first in that order, so that memory does not grow with the collection. Each by the name the
+    // report gives it, where the scanner was told how (setReportNaming).
     QList<FoundProblem> problems;
     // The problem files found beyond those, counted.
     qsizetype leftOut = 0;

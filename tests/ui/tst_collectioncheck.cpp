@@ -189,8 +189,14 @@ private Q_SLOTS:
                                       .record("C:\\Music\\Abba\\Fernando.mp3", kDetailID3v0)
                                       .record("C:\\Music\\Björk\\Jóga.mp3", kDetailID3v2)
                                       .record("C:\\Music\\Gone.mp3", kDetailID3v0)
+                                      .record("C:\\Music\\caf%E9.mp3", kDetailID3v0)
                                       .closing()
                                       .bytes()));
+        // Melvadex names "caf%E9.mp3" by its text: the tagged file of that name, not the untagged twin
+        // whose name holds the byte E9.
+        QVERIFY(writeMp3(c.music + "/caf%E9.mp3", BothTags) && writeMp3(c.music + "/t", NoTag));
+        QVERIFY(::rename(QFile::encodeName(c.music + "/t"), QFile::encodeName(c.music) + "/caf\xE9.mp3") ==
+                0);
         c.open(report);
         // The user fixes Waterloo, and gives Fernando an ID3v1 tag only.
         QVERIFY(setTags(c.music + "/Abba/Waterloo.mp3", BothTags));
@@ -201,7 +207,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!c.progress->isVisible());
         // Gone is not fixed: it keeps its kind, and the message names it.
         QCOMPARE(c.messages,
-                 QStringList{"1 fixed, 1 still, 1 not found, 1 changed kind\nThese files were not "
+                 QStringList{"2 fixed, 1 still, 1 not found, 1 changed kind\nThese files were not "
                              "found; they are listed with their earlier kind:\nC:\\Music\\Gone.mp3: "
                              "no such file"});
         QCOMPARE(c.window.windowTitle(), "music.vzt, checked again (not saved) — " + kTitle);
@@ -229,7 +235,7 @@ private Q_SLOTS:
         c.trigger("submnuRecheck");
         QTRY_COMPARE(preferences.size(), 1);
         QCOMPARE(asked,
-                 "0 fixed, 0 still, 4 not found, 0 changed kind\nNone of the report's files was found on "
+                 "0 fixed, 0 still, 5 not found, 0 changed kind\nNone of the report's files was found on "
                  "this computer: the folder where the report's files are is probably set wrong. They are "
                  "listed with their earlier kind.\nOpen Tools > Preferences to correct it?");
         QCOMPARE(c.listed("ID3v1"), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});

@@ -1,6 +1,8 @@
 // "zentoria-report scan" and "recheck": the collection checked here, with TagLib.
+#include "CommandArguments.h"
 #include "ReportCommand.h"
 #include "Version.h"
+#include "report/FileNameForm.h"
 #include "report/ReportReader.h"
 #include "scan/Recheck.h"
 #include "scan/ReportWriter.h"
@@ -12,6 +14,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace zentoria::cli {
@@ -146,6 +149,57 @@ QString countsLine(const scan::RecheckResult& result, const MissingRecords& miss
     return counts;
 }
 
+// Whether a local folder is another or holds it.
+bool holdsFolder(const QString& outer, const QString& inner) {
+    return inner == outer || outer == u"/" || inner.startsWith(outer + u'/');
+}
+
+// The request's folders as the scan walks them, and as the report names them through the mapping that
+// --as gives; an exit status, with the reason on err, for folders that cannot be checked so.
+std::optional<int> takeFolders(const ScanRequest& request, QStringList& folders, QStringList& checked,
+                               PathMappings& mapping, QIODevice& err) {
+    for (qsizetype i = 0; i < request.folders.size(); ++i) {
+        const QString& folder = request.folders.at(i);
+        bool exists = false;
+        const std::optional<QString> found = commandLineFolder(folder, &exists);
+        if (!found) {
+            name(err, shownFileName(argumentBytes(folder)),
+                 exists ? QStringLiteral("not a folder") : QStringLiteral("no such folder"));
+            return kExitUnreadable;
+        }
+        folders << *found;
+        checked << *found;
+        if (request.windowsFolders.isEmpty()) {
+            continue;
+        }
+        const QString& windows = request.windowsFolders.at(i);
+        const std::optional<PathMapping> one = PathMapping::parse(windows + u'=' + *found);
+        // The folder starts every path the report names: what would garble a path garbles them all.
+        if (!one || one->isEmpty() || !scan::fitsReport(windows)) {
+            err.write("zentoria-report: '" + windows.toUtf8() +
+                      "' is no Windows folder a report can name\nTry 'zentoria-report --help'.\n");
+            return kExitUnreadable;
+        }
+        // A file under two of them would be named under one and lead back under the other.
+        for (const PathMapping& other : std::as_const(mapping.list)) {
+            const bool nested = other.covers(one->windowsFolder) || one->covers(other.windowsFolder);
+            if (nested || holdsFolder(other.localFolder, one->localFolder) ||
+                holdsFolder(one->localFolder, other.localFolder)) {
+                const auto [outer, inner] = nested ? std::pair(other.windowsFolder, one->windowsFolder)
+                                                   : std::pair(other.localFolder, one->localFolder);
+                err.write("zentoria-report: the folders given with --as overlap ('" + outer.toUtf8() +
+                          "' and '" + inner.toUtf8() +
+                          "'): a report could not name the files they share so that they lead back; check "
+                          "them apart\n");
+                return kExitUnreadable;
+            }
+        }
+        mapping.list << *one;
+        checked.last() = one->windowsFolder;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 bool deliver(const QByteArray& bytes, const QString& outputFile, QIODevice& out, QIODevice& err) {
@@ -159,46 +213,45 @@ bool deliver(const QByteArray& bytes, const QString& outputFile, QIODevice& out,
     }
     auto* file = qobject_cast<QFileDevice*>(&out);
     if (out.write(bytes) != bytes.size() || (file && !file->flush())) {
-        err.write("zentoria-report: writing standard output failed: " + out.errorString().toUtf8() + '\n');
+        tellOutputFailed(out, err);
         return false;
     }
     return true;
 }
 
+void tellOutputFailed(QIODevice& out, QIODevice& err) {
+    // The bytes that failed stay buffered and fail again at the last flush: one message is enough.
+    const char* const told = "outputFailureTold";
+    if (out.property(told).toBool()) {
+        return;
+    }
+    out.setProperty(told, true);
+    const auto* file = qobject_cast<QFileDevice*>(&out);
+    // A standard output closed when the tool started holds a placeholder open for reading only.
+    const bool closed =
+        file && file->handle() >= 0 && (::fcntl(file->handle(), F_GETFL) & O_ACCMODE) == O_RDONLY;
+    err.write("zentoria-report: writing standard output failed: " +
+              (closed ? QByteArray("it is closed") : out.errorString().toUtf8()) + '\n');
+}
+
 int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     PathMappings mapping;
+    QStringList folders;
     QStringList checked;
-    for (qsizetype i = 0; i < request.folders.size(); ++i) {
-        const QString& folder = request.folders.at(i);
-        if (!QFileInfo(folder).isDir()) {
-            name(err, folder,
-                 QFileInfo::exists(folder) ? QStringLiteral("not a folder")
-                                           : QStringLiteral("no such folder"));
-            return kExitUnreadable;
-        }
-        const QString local = QDir::cleanPath(QDir(folder).absolutePath());
-        checked << local;
-        if (!request.windowsFolders.isEmpty()) {
-            const QString& windows = request.windowsFolders.at(i);
-            const std::optional<PathMapping> one = PathMapping::parse(windows + u'=' + local);
-            // The folder starts every path the report names: what would garble a path garbles them all.
-            if (!one || one->isEmpty() || !scan::fitsReport(windows)) {
-                err.write("zentoria-report: '" + windows.toUtf8() +
-                          "' is no Windows folder a report can name\nTry 'zentoria-report --help'.\n");
-                return kExitUnreadable;
-            }
-            mapping.list << *one;
-            checked.last() = one->windowsFolder;
-        }
+    if (const std::optional<int> refused = takeFolders(request, folders, checked, mapping, err)) {
+        return *refused;
     }
     scan::Scanner scanner(request.jobs > 0 ? request.jobs : scan::Scanner::kDefaultJobs);
-    const scan::ScanResult result = scanner.scanFolders(request.folders, progressOn(err, "checked"));
+    // Named while they are found: the report keeps the first in its own order, and a name it refuses
+    // takes no place of one it could hold.
+    scanner.setReportNaming(
+        scan::reportNaming([&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); }));
+    const scan::ScanResult result = scanner.scanFolders(folders, progressOn(err, "checked"));
     endProgress(err);
     QList<scan::Failure> failures = result.failures;
     const qsizetype leftOut = result.leftOut;
     const QList<ReportEntry> entries = scan::reportEntries(
-        result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
-        &failures);
+        result.problems, [](const QString& named) { return std::optional<QString>(named); }, &failures);
     for (const scan::Failure& failure : failures) {
         name(err, failure.path, describe(failure));
     }
@@ -217,9 +270,9 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     if (leftOut > 0) {
         err.write(
             QStringLiteral("zentoria-report: %1 problem files found, but a report holds %2: the last %3 "
-                           "in list order are not in it; check fewer folders at a time\n")
+                           "in the report's order are not in it; check fewer folders at a time\n")
                 .arg(entries.size() + leftOut)
-                .arg(entries.size())
+                .arg(kMaxRecords)
                 .arg(leftOut)
                 .toUtf8());
     }
@@ -242,11 +295,14 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
     const MissingRecords missing = report.missing();
     const PathMappings& mapping = request.mapping;
     scan::Scanner scanner(request.jobs > 0 ? request.jobs : scan::Scanner::kDefaultJobs);
+    // A name leads to one file: as Windows wrote it in Melvadex's reports, in our escaped form in ours.
+    const NameReading reading = report.Names;
     const scan::RecheckResult result = scan::recheckEntries(
         report.Entries,
-        [&mapping](const QString& path) {
+        [&mapping, reading](const QString& path) {
             const PathMapping* one = mapping.mappingFor(path);
-            return scan::LocalPlace{mapping.map(path), one ? one->localFolder : QString()};
+            return scan::LocalPlace{shownFileName(mapping.map(path), reading),
+                                    one ? one->localFolder : QString()};
         },
         scanner, progressOn(err, "checked again"));
     endProgress(err);
@@ -263,6 +319,7 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
         again.notRead = missing.notRead;
         again.endedEarly = missing.endedEarly;
         again.leftOut = missing.leftOut;
+        again.names = reading;
         made = scan::reportBytes(again, result.now);
     }
     if (!deliver(made, request.output, out, err)) {

@@ -212,7 +212,11 @@ int writeListing(Listing listing, const ReportSource& report, const QString& nam
 
 int writeExport(const ReportSource& report, const QString& name, const ExportRequest& request, QIODevice& out,
                 QIODevice& err) {
-    ExportWriter writer(out, request.format, request.mapping);
+    // Where a playlist leads depends on how the report's names read, which its header says: the report
+    // is read for that first, as entries go by, so memory stays bounded.
+    const NameReading names = request.format == ExportFormat::M3u8 ? report([](ReportEntry&&) {}).result.Names
+                                                                   : NameReading::Escaped;
+    ExportWriter writer(out, request.format, request.mapping, names);
     // Begun once the file is open: a file that cannot be opened gets no playlist at all.
     bool begun = false;
     const ReportFile read = report([&](ReportEntry&& entry) {

@@ -94,6 +94,10 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err);
 // could not be written.
 bool deliver(const QByteArray& bytes, const QString& outputFile, QIODevice& out, QIODevice& err);
 
+// Says that writing standard output failed, and why ("Broken pipe", or that it is closed); once, however
+// often the output fails after.
+void tellOutputFailed(QIODevice& out, QIODevice& err);
+
 // Two reports compared by path, letter case aside: what is only in the old one, only in the new one,
 // and in both (as the new one has it). Linear in the reports' sizes.
 struct ReportDiff {

@@ -39,10 +39,11 @@ std::optional<ExportFormat> formatOfFileName(const QString& fileName) {
     return formatNamed(extension);
 }
 
-ExportWriter::ExportWriter(QIODevice& out, ExportFormat format, PathMappings mapping)
+ExportWriter::ExportWriter(QIODevice& out, ExportFormat format, PathMappings mapping, NameReading names)
     : m_out(out)
     , m_format(format)
-    , m_mapping(std::move(mapping)) {}
+    , m_mapping(std::move(mapping))
+    , m_names(names) {}
 
 void ExportWriter::begin() {
     switch (m_format) {
@@ -75,9 +76,10 @@ void ExportWriter::add(const ReportEntry& entry) {
         const QString title = path.mid(slash + 1).trimmed();
         // A playlist is UTF-8 text: a local name that is no UTF-8 goes in as a URL of its real bytes,
         // which players open as they open a path.
-        const QByteArray bytes = fileNameBytes(path);
-        const QByteArray location =
-            path.startsWith(u'/') && bytes != path.toUtf8() ? localFileUrl(path).toEncoded() : path.toUtf8();
+        const QByteArray bytes = fileNameBytes(shownFileName(path, m_names));
+        const QByteArray location = path.startsWith(u'/') && bytes != path.toUtf8()
+                                        ? localFileUrl(shownFileName(path, m_names)).toEncoded()
+                                        : path.toUtf8();
         m_out.write("#EXTINF:-1," + title.toUtf8() + '\n' + location + '\n');
         break;
     }

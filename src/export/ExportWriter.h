@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PathMapping.h"
+#include "report/FileNameForm.h"
 #include "report/ReportEntry.h"
 
 #include <QString>
@@ -26,10 +27,12 @@ std::optional<ExportFormat> formatNamed(QStringView name);
 std::optional<ExportFormat> formatOfFileName(const QString& fileName);
 
 // Writes problem files to a device in one format, one at a time, so that a whole report can be passed
-// through without being held. Paths are mapped as the mapping says.
+// through without being held. Paths are mapped as the mapping says, and lead to files as the report's
+// names read (a local name that is no UTF-8 goes into a playlist as a URL of its bytes).
 class ExportWriter {
 public:
-    ExportWriter(QIODevice& out, ExportFormat format, PathMappings mapping = {});
+    ExportWriter(QIODevice& out, ExportFormat format, PathMappings mapping = {},
+                 NameReading names = NameReading::Escaped);
     // Writes what comes before the files; called once, first.
     void begin();
     void add(const ReportEntry& entry);
@@ -41,6 +44,7 @@ private:
     QIODevice& m_out;
     ExportFormat m_format;
     PathMappings m_mapping;
+    NameReading m_names;
 };
 
 } // namespace zentoria

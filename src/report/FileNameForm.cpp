@@ -2,6 +2,8 @@
 
 #include "Utf8Validator.h"
 
+#include <QStringDecoder>
+
 #include <optional>
 
 namespace zentoria {
@@ -19,6 +21,11 @@ int hexValue(QChar c) {
         return c.unicode() - u'a' + 10;
     }
     return -1;
+}
+
+// QString::fromUtf8 drops a leading byte order mark, which in a file name is one of its characters.
+QString utf8Text(QByteArrayView bytes) {
+    return QStringDecoder(QStringConverter::Utf8, QStringConverter::Flag::ConvertInitialBom).decode(bytes);
 }
 
 bool isValidUtf8(QByteArrayView bytes) {
@@ -53,7 +60,7 @@ QString escapedPart(QByteArrayView bytes) {
                          .toUpper();
             at += 1;
         } else {
-            shown += QString::fromUtf8(bytes.sliced(at, length));
+            shown += utf8Text(bytes.sliced(at, length));
             at += length;
         }
     }
@@ -62,7 +69,7 @@ QString escapedPart(QByteArrayView bytes) {
 
 QString shownPart(QByteArrayView bytes) {
     if (isValidUtf8(bytes)) {
-        QString text = QString::fromUtf8(bytes);
+        QString text = utf8Text(bytes);
         if (!isEscapedFileName(text)) {
             return text;
         }
@@ -135,6 +142,10 @@ QByteArray fileNameBytes(QStringView shown) {
         bytes += '/';
         start = slash + 1;
     }
+}
+
+QString shownFileName(const QString& reportName, NameReading reading) {
+    return reading == NameReading::Escaped ? reportName : shownFileName(reportName.toUtf8());
 }
 
 QUrl localFileUrl(const QString& shownPath) {

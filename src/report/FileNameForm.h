@@ -24,6 +24,17 @@ QByteArray fileNameBytes(QStringView shown);
 // for are no UTF-8 or hold a "%".
 bool isEscapedFileName(QStringView part);
 
+// How a report's names lead back to files. Reports this program writes say so in their header and
+// write names in the form above; any other report (Melvadex's, from Windows) names files by their text,
+// so its "caf%E9.mp3" is a file named just that.
+enum class NameReading {
+    AsText,  // the name's UTF-8 is its bytes
+    Escaped, // the form above
+};
+
+// The name or path in the form above, from a name a report of that reading gives.
+QString shownFileName(const QString& reportName, NameReading reading);
+
 // A file URL that carries the file's real bytes ("file:///music/caf%E9.mp3"), for the clipboard and
 // for programs that take URLs.
 QUrl localFileUrl(const QString& shownPath);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FileNameForm.h"
 #include "ReportEntry.h"
 #include "ReportHeader.h"
 
@@ -54,6 +55,9 @@ struct ReportReadResult {
 
     // All that the report lacks: this reading's and what its header carries.
     MissingRecords missing() const;
+    // How the paths lead back to files: escaped when the header says this program wrote the report,
+    // as text for any other.
+    NameReading Names = NameReading::AsText;
 
     // Explains what went wrong beyond the report's own outcomes (EndedEarly, TooManyRecords, skipped
     // records), in sentences for a person; empty when nothing did.

@@ -94,6 +94,10 @@ public:
                 return endedEarly();
             }
             if (!m_line.overlong) {
+                if (header == 1 && m_line.bytes.startsWith(kWrittenByStart) &&
+                    m_line.bytes.endsWith(kWrittenByEnd)) {
+                    m_result.Names = NameReading::Escaped;
+                }
                 readHeaderLine(m_line.bytes, m_result.Written);
             }
         }

@@ -22,7 +22,12 @@ TextDecoder::TextDecoder(TextEncoding encoding)
     : m_encoding(encoding) {}
 
 QString TextDecoder::operator()(QByteArrayView bytes) const {
-    return m_encoding == TextEncoding::Utf8 ? QString::fromUtf8(bytes) : decodeWindows1252(bytes);
+    if (m_encoding == TextEncoding::Windows1252) {
+        return decodeWindows1252(bytes);
+    }
+    // Only a file's first bytes can be its byte order mark (decodeText drops it); one that starts a line
+    // is part of that line's text, a file's name say.
+    return QStringDecoder(QStringConverter::Utf8, QStringConverter::Flag::ConvertInitialBom).decode(bytes);
 }
 
 QByteArrayView withoutByteOrderMark(QByteArrayView bytes) {

@@ -23,8 +23,9 @@ enum class Obstacle {
     CannotCheck,     // a folder entry, with the system's error
     NameHasBackslash,
     NameBreaksReport,
+    NameTooLong, // longer than a report's path line holds
 };
-inline constexpr int kObstacles = int(Obstacle::NameBreaksReport) + 1;
+inline constexpr int kObstacles = int(Obstacle::NameTooLong) + 1;
 
 // A file or folder that could not be looked at, and why: a check names each one, so that no file it
 // did not see passes for one that is fine.
@@ -54,6 +55,8 @@ struct FailureWording {
         QStringLiteral("a report cannot name it so that it leads back here: its name holds a backslash, "
                        "which Windows reads as a folder"),
         QStringLiteral("a report cannot name it: its name holds a line break or the report's closing words"),
+        QStringLiteral("a report cannot name it: its path is too long for a report, which holds 32,767 "
+                       "characters a line"),
     };
     // The errors a check meets most, in the window's language; any other in the system's words.
     QHash<int, QString> errors;

@@ -46,20 +46,7 @@ int openBytes(const QByteArray& path, int flags) {
 }
 
 int openLocal(const QString& shownPath, int flags) {
-    const QByteArray bytes = fileNameBytes(shownPath);
-    const int descriptor = openBytes(bytes, flags);
-    if (descriptor >= 0 || errno != ENOENT) {
-        return descriptor;
-    }
-    const QByteArray literal = shownPath.toUtf8();
-    if (literal == bytes) {
-        return descriptor;
-    }
-    const int asWritten = openBytes(literal, flags);
-    if (asWritten < 0) {
-        errno = ENOENT;
-    }
-    return asWritten;
+    return openBytes(fileNameBytes(shownPath), flags);
 }
 
 bool isLocalFile(const QString& shownPath) {

@@ -5,9 +5,10 @@
 namespace zentoria::scan {
 
 // Opens a file or folder named as a report or a list shows it (see FileNameForm), however deep it
-// lies: a path longer than the system takes at once is opened a folder at a time. A name that stands
-// on disk just as it is written ("100%20.mp3", from a report made on Windows) is found too. Returns
-// the descriptor, or -1 with errno set.
+// lies: a path longer than the system takes at once is opened a folder at a time. The name has one
+// reading: "caf%E9.mp3" opens the file whose name holds the byte E9 and never one named "caf%E9.mp3"
+// (a report from Windows is turned into this form first, shownFileName with NameReading::AsText).
+// Returns the descriptor, or -1 with errno set.
 int openLocal(const QString& shownPath, int flags);
 
 // The same, for a path's bytes as they are.

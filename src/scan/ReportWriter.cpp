@@ -2,8 +2,6 @@
 
 #include "report/ReportReader.h"
 
-#include <QSaveFile>
-
 namespace zentoria::scan {
 
 namespace {
@@ -39,7 +37,10 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
     };
     line(kBanner);
     line({});
-    line("  Written by " + oneLine(origin.program) + ' ' + oneLine(origin.version) + " on Linux");
+    // Only the exact ending marks names in this program's form (kWrittenByEnd).
+    line(kWrittenByStart.toByteArray() + oneLine(origin.program) + ' ' + oneLine(origin.version) +
+         kWrittenByEnd.toByteArray() +
+         (origin.names == NameReading::AsText ? ", names as Windows wrote them" : ""));
     line("  Checked: " + oneLine(origin.folders.join(QStringLiteral("; "))));
     line(problemFilesLine(entries.size(), {origin.notRead, origin.endedEarly, origin.leftOut}));
     if (origin.recheck) {
@@ -67,14 +68,13 @@ QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath&
                                  QList<Failure>* unnamed) {
     QList<FoundProblem> named;
     named.reserve(problems.size());
+    const Scanner::ReportNaming naming = reportNaming(reportPath);
     for (FoundProblem& problem : problems) {
-        const std::optional<QString> path = reportPath(problem.path);
-        if (!path) {
-            unnamed->append({problem.path, Obstacle::NameHasBackslash});
-        } else if (!fitsReport(*path)) {
-            unnamed->append({problem.path, Obstacle::NameBreaksReport});
+        const std::variant<QString, Obstacle> path = naming(problem.path);
+        if (const auto* obstacle = std::get_if<Obstacle>(&path)) {
+            unnamed->append({problem.path, *obstacle});
         } else {
-            named.append({*path, problem.kind});
+            named.append({std::get<QString>(path), problem.kind});
         }
     }
     // Named anew, they sort as the report's list will show them.
@@ -88,20 +88,26 @@ QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath&
     return entries;
 }
 
-bool fitsReport(const QString& path) {
-    return !path.contains(u'\n') && !path.contains(u'\r') &&
-           !path.contains(QLatin1StringView(kClosingMarker.data(), kClosingMarker.size()));
+Scanner::ReportNaming reportNaming(ReportPath reportPath) {
+    return [reportPath = std::move(reportPath)](const QString& localPath) -> std::variant<QString, Obstacle> {
+        std::optional<QString> path = reportPath(localPath);
+        if (!path) {
+            return Obstacle::NameHasBackslash;
+        }
+        if (path->size() > kMaxPathLength) {
+            return Obstacle::NameTooLong;
+        }
+        if (!fitsReport(*path)) {
+            return Obstacle::NameBreaksReport;
+        }
+        return *std::move(path);
+    };
 }
 
-bool saveReport(const QString& fileName, const QByteArray& bytes, QString* error) {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        if (error) {
-            *error = file.errorString();
-        }
-        return false;
-    }
-    return true;
+bool fitsReport(const QString& path) {
+    // Written as UTF-8, a path is read back as that many UTF-16 units.
+    return path.size() <= kMaxPathLength && !path.contains(u'\n') && !path.contains(u'\r') &&
+           !path.contains(QLatin1StringView(kClosingMarker.data(), kClosingMarker.size()));
 }
 
 } // namespace zentoria::scan

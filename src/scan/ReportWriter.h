@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Scanner.h"
+#include "report/FileNameForm.h"
 #include "report/ReportEntry.h"
 
 #include <QDateTime>
@@ -34,6 +35,9 @@ struct ReportOrigin {
     qsizetype unreachable = 0;
     qint64 notRead = 0;
     bool endedEarly = false;
+    // How the entries' paths lead back to files: a re-check of a report from Windows keeps that
+    // report's names, and says so, so that a re-check of the re-check reads them the same way.
+    NameReading names = NameReading::Escaped;
 };
 
 // The bytes of a report that ReadReport reads back as "Loaded" with these entries, in this order and
@@ -46,6 +50,9 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
 // name would lead back to the file (a backslash in a local name, which Windows reads as a folder).
 using ReportPath = std::function<std::optional<QString>(const QString& localPath)>;
 
+// The same as a scanner asks it (Scanner::setReportNaming): the name, or why there is none.
+Scanner::ReportNaming reportNaming(ReportPath reportPath);
+
 // The problem files as a report lists them (no more than a report holds, as a scan keeps them): each
 // path as the report names it, sorted as the file list sorts, numbered from 1. A file the report
 // cannot name, or whose name would garble the report (fitsReport), is added to `unnamed` instead.
@@ -53,10 +60,13 @@ QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath&
                                  QList<Failure>* unnamed);
 
 // Whether a report can name this file: a path line that breaks in two, or holds the closing marker,
-// would end or garble the report when read back.
+// would end or garble the report when read back; one longer than a report's path line holds would be
+// skipped.
 bool fitsReport(const QString& path);
 
 // Writes the report to a file as a whole or not at all: a half-written report never replaces the old.
+// A symbolic link stays a link and its target gets the report; a device, a named pipe or a descriptor
+// (/dev/stdout) is written into, never replaced by a file. `error` gets the system's words.
 bool saveReport(const QString& fileName, const QByteArray& bytes, QString* error);
 
 } // namespace zentoria::scan

@@ -198,9 +198,17 @@ private:
             ++m_unreadable;
             fail(file, probe.obstacle, probe.error);
         } else if (kind) {
-            ++m_perKind[kindNumber(*kind)];
-            const QMutexLocker lock(&m_mutex);
-            keep({file, *kind});
+            const std::variant<QString, Obstacle> named =
+                m_scanner.m_naming ? m_scanner.m_naming(file) : std::variant<QString, Obstacle>(file);
+            if (const auto* obstacle = std::get_if<Obstacle>(&named)) {
+                // Read, but a report cannot name it: not checked, as far as anyone told is concerned.
+                ++m_unreadable;
+                fail(file, *obstacle);
+            } else {
+                ++m_perKind[kindNumber(*kind)];
+                const QMutexLocker lock(&m_mutex);
+                keep({std::get<QString>(named), *kind});
+            }
         }
         ++m_probed;
     }

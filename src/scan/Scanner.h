@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <functional>
+#include <variant>
 
 namespace zentoria::scan {
 
@@ -38,8 +39,9 @@ struct ScanCounts {
 inline constexpr qsizetype kMostFailuresNamed = 10000;
 
 struct ScanResult {
-    // In the order the file list sorts them (ListOrder); no more than a report holds,
-    // the first in that order, so that memory does not grow with the collection.
+    // In the order the file list sorts them (ListOrder); no more than a report holds, the first in that
+    // order, so that memory does not grow with the collection. Each by the name the report gives it,
+    // where the scanner was told how (setReportNaming).
     QList<FoundProblem> problems;
     // The problem files found beyond those, counted.
     qsizetype leftOut = 0;
@@ -72,8 +74,16 @@ public:
     // Called on the caller's thread, a few times a second and once at the end.
     using Progress = std::function<void(const ScanCounts&)>;
 
+    // How a report will name a problem file found here, or why it cannot: asked on the pool's threads
+    // before the file is kept, so that the files kept are the first in the report's order and none the
+    // report refuses takes the place of one it could hold. A refused file is a failure.
+    using ReportNaming = std::function<std::variant<QString, Obstacle>(const QString& path)>;
+
     // Progress is told every `progressMs` milliseconds at most; 0 tells it after every batch of files.
     explicit Scanner(int jobs = kDefaultJobs, int progressMs = 200);
+
+    // Problem files are then given by the names the report will give them.
+    void setReportNaming(ReportNaming naming) { m_naming = std::move(naming); }
 
     // Stops the check at the next file, from any thread; what ran returns with `cancelled` set.
     void cancel() { m_cancelled = true; }
@@ -94,6 +104,7 @@ private:
     class Run;
     int m_jobs;
     int m_progressMs;
+    ReportNaming m_naming;
     std::atomic<bool> m_cancelled = false;
 };
 

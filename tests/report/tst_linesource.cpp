@@ -119,6 +119,9 @@ private Q_SLOTS:
         addRow("UTF-8 that reads as the form", QByteArray("caf%E9.mp3"), "caf%25E9.mp3");
         addRow("a written percent sign", QByteArray("50%25.mp3"), "50%2525.mp3");
         addRow("a sequence cut short", QByteArray("\xC3.mp3"), "%C3.mp3");
+        addRow("a leading byte order mark", QByteArray("\xEF\xBB\xBFsong.mp3"),
+               QStringLiteral("\uFEFFsong.mp3"));
+        addRow("one after a bad byte", QByteArray("\xE9\xEF\xBB\xBF.mp3"), QStringLiteral("%E9\uFEFF.mp3"));
     }
 
     void nameForm() {

@@ -150,6 +150,26 @@ private Q_SLOTS:
         addRow("byte order mark",
                QByteArray("\xEF\xBB\xBF" + ReportBuilder().start().record("a", kV1).closing().bytes()),
                "Loaded [1 1 a]");
+        // Only the file's first bytes are its mark: a path that starts with one keeps it.
+        addRow("a path's byte order mark",
+               withPath("\xEF\xBB\xBF"
+                        "a"),
+               QStringLiteral("Loaded [1 1 \uFEFFa]"));
+        // Ours say so on their third line, and name files in the escaped form; Melvadex's are read as text.
+        const auto writtenBy = [](QByteArrayView text, int at = 3) {
+            ReportBuilder report;
+            report.banner();
+            for (int line = 2; line <= 7; ++line) {
+                report.line(line == at ? text : QByteArrayView());
+            }
+            return report.record("a", kV1).closing().bytes();
+        };
+        addRow("written here", writtenBy("  Written by zentoria-report scan 0.1.0 on Linux"),
+               "Loaded [1 1 a] escaped");
+        addRow("written here, names as Windows wrote them",
+               writtenBy("  Written by zentoria-report recheck 0.1.0 on Linux, names as Windows wrote them"),
+               "Loaded [1 1 a]");
+        addRow("on another line", writtenBy("  Written by Zentoria 0.1.0 on Linux", 4), "Loaded [1 1 a]");
     }
 
     void formatRules() {
@@ -180,6 +200,9 @@ private Q_SLOTS:
                        .arg(written.leftOut)
                        .arg(written.notRead)
                        .arg(written.endedEarly ? ", ended early" : "");
+        }
+        if (result.Names == NameReading::Escaped) {
+            got += " escaped";
         }
         QCOMPARE(got, expected);
     }

@@ -83,10 +83,11 @@ private Q_SLOTS:
         QVERIFY2(c.messages.first().startsWith("3 files or folders could not be checked"),
                  qPrintable(c.messages.first()));
         QCOMPARE(c.window.messageBoxes().lastDetails(),
-                 c.music + "/junk.mp3: no MPEG audio found: not an MP3 file, or cut short\n" + c.music +
-                     "/pipe.mp3: not a regular file\n" + c.music +
+                 c.music +
                      "/Abba/Line\nbreak.mp3: a report cannot name it: its name holds a line break or the "
-                     "report's closing words");
+                     "report's closing words\n" +
+                     c.music + "/junk.mp3: no MPEG audio found: not an MP3 file, or cut short\n" + c.music +
+                     "/pipe.mp3: not a regular file");
         QCOMPARE(read(settings::LastCheckedFolder), c.music);
 
         // Saved, it reads back as the same report, and is a report like any other.
@@ -202,8 +203,14 @@ private Q_SLOTS:
                                       .record("C:\\Music\\Björk\\Jóga.mp3", kDetailID3v2)
                                       .record("C:\\Music\\Gone.mp3", kDetailID3v0)
                                       .record("C:\\Music\\Garbled.mp3", "garbled")
+                                      .record("C:\\Music\\caf%E9.mp3", kDetailID3v0)
                                       .closing()
                                       .bytes()));
+        // Melvadex names "caf%E9.mp3" by its text: the tagged file of that name, not the untagged twin
+        // whose name holds the byte E9.
+        QVERIFY(writeMp3(c.music + "/caf%E9.mp3", BothTags) && writeMp3(c.music + "/t", NoTag));
+        QVERIFY(::rename(QFile::encodeName(c.music + "/t"), QFile::encodeName(c.music) + "/caf\xE9.mp3") ==
+                0);
         c.open(report);
         QCOMPARE(c.messages.size(), 1); // the record it could not read
         c.messages.clear();
@@ -216,7 +223,7 @@ private Q_SLOTS:
         QTRY_VERIFY(!c.progress->isVisible());
         // Gone is not fixed: it keeps its kind, and the message names it.
         QCOMPARE(c.messages,
-                 QStringList{"1 fixed, 1 still, 1 not found, 1 changed kind\nRecords of the report that "
+                 QStringList{"2 fixed, 1 still, 1 not found, 1 changed kind\nRecords of the report that "
                              "could not be read: 1. Their files were not checked.\nThese files were not "
                              "found; they are listed with their earlier kind:\nC:\\Music\\Gone.mp3: "
                              "no such file"});
@@ -241,12 +248,12 @@ private Q_SLOTS:
             "\nRecords of the report that could not be read: 1. Their files were not checked.";
         for (const auto& [folder, said] :
              {std::pair(c.home.path(),
-                        "0 fixed, 0 still, 4 not found, 0 changed kind" + unread +
+                        "0 fixed, 0 still, 5 not found, 0 changed kind" + unread +
                             "\nNone of the report's files was found on this computer: the folder "
                             "where the report's files are is probably set wrong. They are "
                             "listed with their earlier kind."),
               {elsewhere, "0 fixed, 0 still, 0 not found, 0 changed kind\nThe folder \"" + elsewhere +
-                              "\" could not be reached: it is missing. The report's files in it (4) were not "
+                              "\" could not be reached: it is missing. The report's files in it (5) were not "
                               "checked; they are listed with their earlier kind." +
                               unread}}) {
             write(settings::PathMap, "C:\\Music=" + folder);
@@ -268,7 +275,7 @@ private Q_SLOTS:
             QCOMPARE(c.listed("ID3v1"), QStringList{"C:\\Music\\Abba\\Waterloo.mp3"});
             if (folder != elsewhere) {
                 // Which files were looked for is one click away.
-                QCOMPARE(c.window.messageBoxes().lastDetails().split(u'\n').size(), 4);
+                QCOMPARE(c.window.messageBoxes().lastDetails().split(u'\n').size(), 5);
                 QVERIFY(c.window.messageBoxes().lastDetails().contains("C:\\Music\\Gone.mp3: no such file"));
             }
         }

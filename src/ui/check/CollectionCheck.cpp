@@ -3,7 +3,10 @@
 #include "CheckProgress.h"
 #include "FailureWording.h"
 #include "Version.h"
+#include "report/FileNameForm.h"
+#include "report/ReportReader.h"
 #include "scan/LocalFile.h"
+#include "scan/ReportWriter.h"
 #include "settings/Preferences.h"
 #include "settings/Texts.h"
 #include "ui/common/CommonDialog.h"
@@ -126,24 +129,30 @@ void CollectionCheck::submnuCheckFolder_Click() {
         return;
     }
     write(settings::LastCheckedFolder, folder);
+    // The dialog gives the folder's name as text: its bytes are that text's, whatever "%" it holds.
+    const QString shown = shownFileName(QFile::encodeName(folder));
     auto result = std::make_shared<FolderResult>();
     // Written as the user's Windows folders would name them, where Preferences says where those are.
     run(
-        [result, folder, mapping = storedPathMappings()](scan::Scanner& scanner,
-                                                         const scan::Scanner::Progress& progress) {
-            *result = shownAsReport(scanner.scanFolders({folder}, progress), mapping);
+        [result, shown, mapping = storedPathMappings()](scan::Scanner& scanner,
+                                                        const scan::Scanner::Progress& progress) {
+            // Named as the report will name them while they are found, so that the files it holds are
+            // the first in its order and none it refuses takes a place.
+            scanner.setReportNaming(scan::reportNaming(
+                [mapping](const QString& path) { return mapping.reversibleWindowsPath(path); }));
+            *result = shownAsReport(scanner.scanFolders({shown}, progress));
         },
-        [this, result, folder] { folderChecked(*result, {folder}); }, [result] { return result->counts; });
+        [this, result, shown] { folderChecked(*result, {shown}); }, [result] { return result->counts; });
 }
 
-CollectionCheck::FolderResult CollectionCheck::shownAsReport(scan::ScanResult scanned,
-                                                             const PathMappings& mapping) {
+CollectionCheck::FolderResult CollectionCheck::shownAsReport(scan::ScanResult scanned) {
     FolderResult shown;
     shown.failures = std::move(scanned.failures);
     const qsizetype failed = shown.failures.size();
+    // The scanner named them as the report does; numbered and sorted as the report lists them.
     shown.entries = scan::reportEntries(
-        std::move(scanned.problems),
-        [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); }, &shown.failures);
+        std::move(scanned.problems), [](const QString& named) { return std::optional<QString>(named); },
+        &shown.failures);
     shown.leftOut = scanned.leftOut;
     shown.failuresLeftOut = scanned.failuresLeftOut;
     // A file the report cannot name (a line break in its name) was probed, but is told as not checked:
@@ -168,6 +177,7 @@ void CollectionCheck::submnuRecheck_Click() {
     // What the report lacks stays with its files checked again, so that no saved re-check drops it.
     const scan::ReportOrigin& before = document.origin();
     const MissingRecords missing{before.notRead, before.endedEarly, before.leftOut};
+    const NameReading names = before.names;
     QString report =
         document.path().isEmpty() ? document.origin().folders.join(QStringLiteral("; ")) : document.path();
     // A re-check's result checked again keeps its name, rather than "checked again" twice.
@@ -193,19 +203,21 @@ void CollectionCheck::submnuRecheck_Click() {
     }
     auto result = std::make_shared<scan::RecheckResult>();
     run(
-        [result, entries = listed, mapping = *mapping](scan::Scanner& scanner,
-                                                       const scan::Scanner::Progress& progress) {
+        [result, entries = listed, mapping = *mapping, names](scan::Scanner& scanner,
+                                                              const scan::Scanner::Progress& progress) {
             *result = scan::recheckEntries(
                 entries,
-                [&mapping](const QString& path) {
+                [&mapping, names](const QString& path) {
                     const PathMapping* one = mapping.mappingFor(path);
-                    return scan::LocalPlace{mapping.map(path), one ? one->localFolder : QString()};
+                    return scan::LocalPlace{shownFileName(mapping.map(path), names),
+                                            one ? one->localFolder : QString()};
                 },
                 scanner, progress);
         },
-        [this, result, report, name, missing] {
+        [this, result, report, name, missing, names] {
             scan::ReportOrigin made = madeHere({report});
             made.recheck = true;
+            made.names = names;
             made.notChecked = result->notFound.size();
             made.unreachable = result->unreachableFiles();
             made.notRead = missing.notRead;
@@ -296,7 +308,7 @@ void CollectionCheck::folderChecked(const FolderResult& result, const QStringLis
         lines << uiText(txt::NoneLacking).arg(result.counts.probed);
     }
     if (leftOut > 0) {
-        lines << uiText(txt::LeftOut).arg(shown + leftOut).arg(shown).arg(leftOut);
+        lines << uiText(txt::LeftOut).arg(shown + leftOut).arg(kMaxRecords).arg(leftOut);
     }
     QString details;
     if (notChecked > 0) {

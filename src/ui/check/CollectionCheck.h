@@ -70,7 +70,7 @@ private:
         // The scanner's counts, made to agree with the entries and the failures.
         scan::ScanCounts counts;
     };
-    static FolderResult shownAsReport(scan::ScanResult scanned, const PathMappings& mapping);
+    static FolderResult shownAsReport(scan::ScanResult scanned);
     void folderChecked(const FolderResult& result, const QStringList& folders);
     // Says what the re-check found, and what it could not look at: folders out of reach, and what the
     // report itself lacks.

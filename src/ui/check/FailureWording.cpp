@@ -22,6 +22,7 @@ scan::FailureWording failureWording() {
         {Obstacle::CannotCheck, txt::CannotCheck},
         {Obstacle::NameHasBackslash, txt::NameHasBackslash},
         {Obstacle::NameBreaksReport, txt::NameBreaksReport},
+        {Obstacle::NameTooLong, txt::NameTooLong},
     };
     static_assert(std::size(texts) == scan::kObstacles, "every obstacle has its words");
     scan::FailureWording wording;

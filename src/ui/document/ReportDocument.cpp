@@ -139,7 +139,9 @@ void ReportDocument::open(const QString& file) {
     // What the report lacks goes with it into a re-check of its files.
     const MissingRecords missing = result.missing();
     show(std::move(read.result.Entries), result.CreationDate);
-    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, lacking(missing));
+    scan::ReportOrigin origin = lacking(missing);
+    origin.names = result.Names;
+    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, std::move(origin));
     if (result.Outcome == Outcome::NoProblems) {
         tellAbout(file, QStringLiteral("The are no MP3 file with \"problems\" in this report."));
     }
@@ -255,8 +257,10 @@ bool ReportDocument::saveAs() {
         tell(uiText(txt::SaveFailed).arg(file, error));
         return false;
     }
-    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {},
-              lacking({m_origin.notRead, m_origin.endedEarly, m_origin.leftOut}));
+    // Saved, the report is a file like any other, whose names read as they were written.
+    scan::ReportOrigin saved = lacking({m_origin.notRead, m_origin.endedEarly, m_origin.leftOut});
+    saved.names = m_origin.names;
+    setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, std::move(saved));
     return true;
 }
 

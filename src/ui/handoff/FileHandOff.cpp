@@ -122,11 +122,12 @@ void FileHandOff::submnuCopy_Click() {
         return;
     }
     const PathMappings mapping = storedPathMappings();
+    const NameReading names = m_window.names();
     QStringList paths;
     QList<QUrl> urls;
     for (const ReportEntry* file : files) {
         paths << file->Path;
-        if (const QString local = mapping.map(file->Path); scan::isLocalFile(local)) {
+        if (const QString local = shownFileName(mapping.map(file->Path), names); scan::isLocalFile(local)) {
             urls << localFileUrl(local);
         }
     }
@@ -199,7 +200,7 @@ void FileHandOff::submnuExport_Click() {
 
     QSaveFile out(fileName);
     if (out.open(QIODevice::WriteOnly)) {
-        ExportWriter writer(out, *format, *mapping);
+        ExportWriter writer(out, *format, *mapping, m_window.names());
         writer.begin();
         for (const ReportEntry* file : files) {
             writer.add(*file);
@@ -238,8 +239,9 @@ void FileHandOff::submnuOpenWith_Click() {
     }
     QStringList existing;
     QStringList missing;
+    const NameReading names = m_window.names();
     for (const QString& path : distinctWindowsPaths(paths)) {
-        const QString local = mapping->map(path);
+        const QString local = shownFileName(mapping->map(path), names);
         (scan::isLocalFile(local) ? existing : missing) << local;
     }
     if (existing.isEmpty()) {

@@ -78,8 +78,9 @@ frmMain::frmMain(QWidget* parent)
         return m_messages.ask(this, text, details);
     };
     const auto note = [this](const QString& text) { SB->showMessage(text); };
-    const ServedWindow served{this, ListedFiles(&m_document->nodes(), LV), CMDlg, tell, tellInDetail, ask,
-                              note};
+    const auto names = [document = m_document] { return document->origin().names; };
+    const ServedWindow served{
+        this, ListedFiles(&m_document->nodes(), LV), CMDlg, tell, tellInDetail, ask, note, names};
     m_handOff = new FileHandOff(served, this);
     m_check = new CollectionCheck({served, m_document, m_handOff->preferencesAction()}, this);
     SB->setWorkWidget(m_check->progressWidget());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ListedFiles.h"
+#include "report/FileNameForm.h"
 
 #include <QString>
 
@@ -25,6 +26,8 @@ struct ServedWindow {
     std::function<bool(const QString& text, const QString& details)> ask;
     // A passing line in the status bar, for what went as asked.
     std::function<void(const QString& text)> note;
+    // How the listed files' names lead back to files: as the open report's maker wrote them.
+    std::function<NameReading()> names = [] { return NameReading::Escaped; };
 };
 
 } // namespace zentoria

@@ -3,7 +3,7 @@
 #include "Version.h"
 #include "report/ReportReader.h"
 #include "scan/Recheck.h"
-#include "scan/ReportWriter.h"
+#include "scan/ScanReport.h"
 #include "scan/Scanner.h"
 
 #include <QDir>

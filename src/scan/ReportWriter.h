@@ -1,14 +1,10 @@
 #pragma once
 
-#include "Scanner.h"
 #include "report/ReportEntry.h"
 
 #include <QDateTime>
 #include <QList>
 #include <QStringList>
-
-#include <functional>
-#include <optional>
 
 class QIODevice;
 
@@ -36,16 +32,6 @@ struct ReportOrigin {
 // closing line with the date and time; UTF-8, CR LF. At most 32,766 entries (reportEntries keeps to
 // that), none with a path that fitsReport refuses.
 QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& entries);
-
-// How a report names a file found here (the local path through the path mappings, say); none when no
-// name would lead back to the file (a backslash in a local name, which Windows reads as a folder).
-using ReportPath = std::function<std::optional<QString>(const QString& localPath)>;
-
-// The problem files as a report lists them (no more than a report holds, as a scan keeps them): each
-// path as the report names it, sorted as the file list sorts, numbered from 1. A file the report
-// cannot name, or whose name would garble the report (fitsReport), is added to `unnamed` instead.
-QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath& reportPath,
-                                 QList<Failure>* unnamed);
 
 // Whether a report can name this file: a path line that breaks in two, or holds the closing marker,
 // would end or garble the report when read back.

@@ -2,7 +2,7 @@
 
 #include "report/ReportEntry.h"
 #include "scan/Recheck.h"
-#include "scan/ReportWriter.h"
+#include "scan/ScanReport.h"
 #include "ui/views/ServedWindow.h"
 
 #include <QObject>

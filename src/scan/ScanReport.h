@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ReportWriter.h"
 #include "Scanner.h"
+#include "report/ReportWriter.h"
 
 #include <functional>
 #include <optional>

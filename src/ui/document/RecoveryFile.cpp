@@ -1,6 +1,6 @@
 #include "RecoveryFile.h"
 
-#include "scan/ReportWriter.h"
+#include "report/ReportWriter.h"
 #include "settings/SettingsStore.h"
 #include "settings/Texts.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scan/ReportWriter.h"
+#include "report/ReportWriter.h"
 
 #include <QObject>
 #include <QStringList>

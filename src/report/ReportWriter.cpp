@@ -1,6 +1,6 @@
 #include "ReportWriter.h"
 
-#include "report/ReportReader.h"
+#include "ReportReader.h"
 
 #include <QSaveFile>
 

@@ -52,7 +52,7 @@ void name(QIODevice& err, const QString& path, const QString& why) {
     err.write("zentoria-report: " + path.toUtf8() + ": " + why.toUtf8() + '\n');
 }
 
-scan::ReportOrigin origin(const QString& command, const QStringList& folders) {
+ReportOrigin origin(const QString& command, const QStringList& folders) {
     return {QStringLiteral("zentoria-report ") + command, QStringLiteral(ZENTORIA_VERSION), folders};
 }
 
@@ -68,7 +68,7 @@ QJsonArray pathArray(const QStringList& paths) {
 
 bool deliver(const QByteArray& bytes, const QString& outputFile, QIODevice& out, QIODevice& err) {
     if (!outputFile.isEmpty()) {
-        if (QString error; !scan::saveReport(outputFile, bytes, &error)) {
+        if (QString error; !saveReport(outputFile, bytes, &error)) {
             name(err, outputFile,
                  QStringLiteral("cannot be written: ") + error + QStringLiteral("; left as it was"));
             return false;
@@ -100,7 +100,7 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
             const QString& windows = request.windowsFolders.at(i);
             const std::optional<PathMapping> one = PathMapping::parse(windows + u'=' + local);
             // The folder starts every path the report names: what would garble a path garbles them all.
-            if (!one || one->isEmpty() || !scan::fitsReport(windows)) {
+            if (!one || one->isEmpty() || !fitsReport(windows)) {
                 err.write("zentoria-report: '" + windows.toUtf8() +
                           "' is no Windows folder a report can name\nTry 'zentoria-report --help'.\n");
                 return kExitUnreadable;
@@ -120,10 +120,10 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     for (const scan::Failure& failure : failures) {
         name(err, failure.path, describe(failure));
     }
-    scan::ReportOrigin made = origin(QStringLiteral("scan"), checked);
+    ReportOrigin made = origin(QStringLiteral("scan"), checked);
     made.leftOut = leftOut;
     made.notChecked = failures.size();
-    if (!deliver(scan::reportBytes(made, entries), request.output, out, err)) {
+    if (!deliver(reportBytes(made, entries), request.output, out, err)) {
         return kExitUnreadable;
     }
     if (leftOut > 0) {
@@ -172,10 +172,10 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
         made = QJsonDocument(summary).toJson(QJsonDocument::Compact) + '\n';
     } else {
         // The files still broken are some of the report's, so they fit one report.
-        scan::ReportOrigin again = origin(QStringLiteral("recheck"), {request.report});
+        ReportOrigin again = origin(QStringLiteral("recheck"), {request.report});
         again.recheck = true;
         again.notChecked = result.notFound.size();
-        made = scan::reportBytes(again, result.now);
+        made = reportBytes(again, result.now);
     }
     if (!deliver(made, request.output, out, err)) {
         return kExitUnreadable;

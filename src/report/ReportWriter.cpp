@@ -4,7 +4,7 @@
 
 #include <QSaveFile>
 
-namespace zentoria::scan {
+namespace zentoria {
 
 namespace {
 
@@ -78,4 +78,4 @@ bool saveReport(const QString& fileName, const QByteArray& bytes, QString* error
     return true;
 }
 
-} // namespace zentoria::scan
+} // namespace zentoria

@@ -8,7 +8,7 @@
 
 class QIODevice;
 
-namespace zentoria::scan {
+namespace zentoria {
 
 // What the header of a written report says made it.
 struct ReportOrigin {
@@ -40,4 +40,4 @@ bool fitsReport(const QString& path);
 // Writes the report to a file as a whole or not at all: a half-written report never replaces the old.
 bool saveReport(const QString& fileName, const QByteArray& bytes, QString* error);
 
-} // namespace zentoria::scan
+} // namespace zentoria

@@ -23,7 +23,7 @@ namespace {
 // Files that could not be checked are named in the message, up to this many.
 constexpr int kNamedFailures = 10;
 
-scan::ReportOrigin madeHere(const QStringList& checked) {
+ReportOrigin madeHere(const QStringList& checked) {
     return {QStringLiteral("Zentoria"), QStringLiteral(ZENTORIA_VERSION), checked};
 }
 
@@ -120,7 +120,7 @@ void CollectionCheck::submnuRecheck_Click() {
                 entries, [&mapping](const QString& path) { return mapping.map(path); }, scanner, progress);
         },
         [this, result, report, name, listed = listed.size()] {
-            scan::ReportOrigin made = madeHere({report});
+            ReportOrigin made = madeHere({report});
             made.recheck = true;
             made.notChecked = result->notFound.size();
             m_window.document->showResult(result->now, uiText(txt::RecheckName).arg(name), std::move(made),
@@ -192,7 +192,7 @@ void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStrin
     for (const QString& folder : folders) {
         checked << mapping.windowsPath(folder);
     }
-    scan::ReportOrigin made = madeHere(checked);
+    ReportOrigin made = madeHere(checked);
     made.leftOut = leftOut;
     made.notChecked = failures.size();
     m_window.document->showResult(std::move(entries),

@@ -140,7 +140,7 @@ void ReportDocument::open(const QString& file) {
     }
 }
 
-void ReportDocument::showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin,
+void ReportDocument::showResult(QList<ReportEntry> entries, const QString& name, ReportOrigin origin,
                                 Source source) {
     show(std::move(entries), {});
     setSource(source, {}, name, std::move(origin));
@@ -170,8 +170,7 @@ void ReportDocument::show(QList<ReportEntry> entries, const QString& creationDat
     Q_EMIT shown();
 }
 
-void ReportDocument::setSource(Source source, const QString& path, const QString& name,
-                               scan::ReportOrigin origin) {
+void ReportDocument::setSource(Source source, const QString& path, const QString& name, ReportOrigin origin) {
     m_source = source;
     m_path = path;
     m_resultName = name;
@@ -237,7 +236,7 @@ bool ReportDocument::saveAs() {
     if (QFileInfo(file).suffix().isEmpty()) {
         file += QStringLiteral(".vzt");
     }
-    if (QString error; !scan::saveReport(file, scan::reportBytes(m_origin, entries()), &error)) {
+    if (QString error; !saveReport(file, reportBytes(m_origin, entries()), &error)) {
         tell(uiText(txt::SaveFailed).arg(file, error));
         return false;
     }
@@ -247,7 +246,7 @@ bool ReportDocument::saveAs() {
 
 void ReportDocument::keepForRecovery() {
     if (!isSaved()) {
-        zentoria::keepForRecovery(scan::reportBytes(m_origin, entries()));
+        zentoria::keepForRecovery(reportBytes(m_origin, entries()));
     }
     m_ending = true;
 }

@@ -1,6 +1,6 @@
 #include "ReportReadResult.h"
 
-#include "ReportReader.h"
+#include "ReportFormat.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #include "ReportWriter.h"
 
-#include "ReportReader.h"
+#include "ReportFormat.h"
 
 #include <QSaveFile>
 

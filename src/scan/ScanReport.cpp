@@ -1,6 +1,6 @@
 #include "ScanReport.h"
 
-#include "report/ReportReader.h"
+#include "report/ReportFormat.h"
 
 namespace zentoria::scan {
 

@@ -4,7 +4,7 @@
 #include "TagProbe.h"
 #include "report/CaseInsensitiveOrder.h"
 #include "report/FileNameForm.h"
-#include "report/ReportReader.h"
+#include "report/ReportFormat.h"
 
 #include <QDir>
 #include <QElapsedTimer>

@@ -112,18 +112,16 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     scan::Scanner scanner(request.jobs > 0 ? request.jobs : scan::Scanner::kDefaultJobs);
     const scan::ScanResult result = scanner.scanFolders(request.folders, progressOn(err, "checked"));
     endProgress(err);
-    QList<scan::Failure> failures = result.failures;
-    const qsizetype leftOut = result.leftOut;
-    const QList<ReportEntry> entries = scan::reportEntries(
-        result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
-        &failures);
+    const scan::ScanReport made = scan::reportOf(
+        result, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
+        origin(QStringLiteral("scan"), checked));
+    const QList<ReportEntry>& entries = made.entries;
+    const QList<scan::Failure>& failures = made.failures;
+    const qsizetype leftOut = made.origin.leftOut;
     for (const scan::Failure& failure : failures) {
         name(err, failure.path, describe(failure));
     }
-    ReportOrigin made = origin(QStringLiteral("scan"), checked);
-    made.leftOut = leftOut;
-    made.notChecked = failures.size();
-    if (!deliver(reportBytes(made, entries), request.output, out, err)) {
+    if (!deliver(reportBytes(made.origin, entries), request.output, out, err)) {
         return kExitUnreadable;
     }
     if (leftOut > 0) {

@@ -29,7 +29,7 @@ struct ReportOrigin {
 
 // The bytes of a report that ReadReport reads back as "Loaded" with these entries, in this order and
 // numbered from 1: the banner, six header lines saying who made it from what, the records, and the
-// closing line with the date and time; UTF-8, CR LF. At most 32,766 entries (reportEntries keeps to
+// closing line with the date and time; UTF-8, CR LF. At most 32,766 entries (a check keeps to
 // that), none with a path that fitsReport refuses.
 QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& entries);
 

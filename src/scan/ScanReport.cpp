@@ -4,6 +4,11 @@
 
 namespace zentoria::scan {
 
+namespace {
+
+// The problem files as a report lists them (no more than a report holds, as a scan keeps them): each
+// path as the report names it, sorted as the file list sorts, numbered from 1. A file the report
+// cannot name, or whose name would garble the report (fitsReport), is added to `unnamed` instead.
 QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath& reportPath,
                                  QList<Failure>* unnamed) {
     QList<FoundProblem> named;
@@ -27,6 +32,16 @@ QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath&
         entries.append({qint16(i + 1), named.at(i).kind, named.at(i).path});
     }
     return entries;
+}
+
+} // namespace
+
+ScanReport reportOf(const ScanResult& result, const ReportPath& reportPath, ReportOrigin origin) {
+    ScanReport report{{}, std::move(origin), result.failures};
+    report.entries = reportEntries(result.problems, reportPath, &report.failures);
+    report.origin.leftOut = result.leftOut;
+    report.origin.notChecked = report.failures.size();
+    return report;
 }
 
 } // namespace zentoria::scan

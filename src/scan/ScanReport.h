@@ -12,10 +12,16 @@ namespace zentoria::scan {
 // name would lead back to the file (a backslash in a local name, which Windows reads as a folder).
 using ReportPath = std::function<std::optional<QString>(const QString& localPath)>;
 
-// The problem files as a report lists them (no more than a report holds, as a scan keeps them): each
-// path as the report names it, sorted as the file list sorts, numbered from 1. A file the report
-// cannot name, or whose name would garble the report (fitsReport), is added to `unnamed` instead.
-QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath& reportPath,
-                                 QList<Failure>* unnamed);
+// A check's result as a report: the entries, and who made it from what, counting in its header the
+// problem files that did not fit and what could not be checked.
+struct ScanReport {
+    QList<ReportEntry> entries;
+    ReportOrigin origin;
+    // What the check could not look at, the files the report cannot name among them.
+    QList<Failure> failures;
+};
+
+// The one way a check's result becomes a report, for the tool and the window alike.
+ScanReport reportOf(const ScanResult& result, const ReportPath& reportPath, ReportOrigin origin);
 
 } // namespace zentoria::scan

@@ -182,22 +182,19 @@ void CollectionCheck::cancelAndWait() {
 void CollectionCheck::folderChecked(const scan::ScanResult& result, const QStringList& folders) {
     // Written as the user's Windows folders would name them, where Preferences says where those are.
     const PathMappings mapping = storedPathMappings();
-    QList<scan::Failure> failures = result.failures;
-    const qsizetype leftOut = result.leftOut;
-    QList<ReportEntry> entries = scan::reportEntries(
-        result.problems, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
-        &failures);
-    const qsizetype shown = entries.size();
     QStringList checked;
     for (const QString& folder : folders) {
         checked << mapping.windowsPath(folder);
     }
-    ReportOrigin made = madeHere(checked);
-    made.leftOut = leftOut;
-    made.notChecked = failures.size();
-    m_window.document->showResult(std::move(entries),
+    scan::ScanReport made = scan::reportOf(
+        result, [&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); },
+        madeHere(checked));
+    const qsizetype shown = made.entries.size();
+    const qsizetype leftOut = made.origin.leftOut;
+    const QList<scan::Failure> failures = made.failures;
+    m_window.document->showResult(std::move(made.entries),
                                   uiText(txt::CheckName).arg(checked.join(QStringLiteral("; "))),
-                                  std::move(made), ReportDocument::Source::Check);
+                                  std::move(made.origin), ReportDocument::Source::Check);
 
     QStringList lines;
     if (result.counts.found == 0 && failures.isEmpty()) {

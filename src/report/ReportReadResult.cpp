@@ -37,6 +37,15 @@ QString lineList(const QList<qint64>& lines, const ProblemWording& wording) {
 
 } // namespace
 
+ProblemWording::ProblemWording(QString (*words)(const TextKey&))
+    : endedEarly(words(txt::ReportEndedEarly))
+    , oneFileRead(words(txt::OneFileReadBefore))
+    , filesRead(words(txt::FilesReadBefore))
+    , tooManyRecords(words(txt::TooManyRecords))
+    , oneSkipped(words(txt::OneLineSkipped))
+    , manySkipped(words(txt::LinesSkipped))
+    , andMore(words(txt::AndMoreLines)) {}
+
 QString ReportReadResult::describeProblems(const ProblemWording& wording) const {
     return describeProblems(Entries.size(), wording);
 }

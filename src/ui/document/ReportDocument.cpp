@@ -123,10 +123,7 @@ void ReportDocument::open(const QString& file) {
     }
     const ReportReadResult& result = read.result;
     // Said after the report is shown, counting the files it read.
-    const QString problems = result.describeProblems(
-        {uiText(txt::ReportEndedEarly), uiText(txt::OneFileReadBefore), uiText(txt::FilesReadBefore),
-         uiText(txt::TooManyRecords), uiText(txt::OneLineSkipped), uiText(txt::LinesSkipped),
-         uiText(txt::AndMoreLines)});
+    const QString problems = result.describeProblems(ProblemWording(uiText));
     show(std::move(read.result.Entries), result.CreationDate);
     setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, {});
     if (result.Outcome == Outcome::NoProblems) {

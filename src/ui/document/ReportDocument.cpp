@@ -111,7 +111,7 @@ void ReportDocument::open(const QString& file) {
         tellAbout(file, uiText(txt::EmptyFile).arg(file));
         return;
     case ReportFailure::NotAReport:
-        tellAbout(file, QStringLiteral("The file is corrupted"));
+        tellAbout(file, uiText(txt::Corrupted));
         return;
     case ReportFailure::None:
     case ReportFailure::ReadFailed:
@@ -127,7 +127,7 @@ void ReportDocument::open(const QString& file) {
     show(std::move(read.result.Entries), result.CreationDate);
     setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, {});
     if (result.Outcome == Outcome::NoProblems) {
-        tellAbout(file, QStringLiteral("The are no MP3 file with \"problems\" in this report."));
+        tellAbout(file, uiText(txt::NoProblemFiles));
     }
     if (!problems.isEmpty()) {
         tellAbout(file, uiText(txt::NotReadCompletely).arg(file) + QStringLiteral("\n\n") + problems);

@@ -160,11 +160,17 @@ void ReportDocument::show(QList<ReportEntry> entries, const QString& creationDat
         // Views learn of the entries once they are all there.
         const ReportTreeModel::EntryBatch batch(*m_model, entries.size());
         for (ReportEntry& entry : entries) {
-            m_model->addEntry(std::move(entry));
+            AddEntryNode(std::move(entry));
         }
     }
     m_model->setCreationDate(creationDate);
     Q_EMIT shown();
+}
+
+void ReportDocument::AddEntryNode(ReportEntry entry) {
+    // Every entry key starts with "ID3v1", whatever the entry's kind: the kind is the parent's. The
+    // collection derives keys and parents from the entry itself.
+    m_model->addEntry(std::move(entry));
 }
 
 void ReportDocument::setSource(Source source, const QString& path, const QString& name, ReportOrigin origin) {

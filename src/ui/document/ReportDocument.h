@@ -95,6 +95,8 @@ protected:
 
 private:
     void show(QList<ReportEntry> entries, const QString& creationDate);
+    // Adds one report entry to the tree under its kind.
+    void AddEntryNode(ReportEntry entry);
     void setSource(Source source, const QString& path, const QString& name, ReportOrigin origin);
     bool saveAs();
     void reload();

@@ -5,7 +5,7 @@
 #include "report/FileNameForm.h"
 #include "report/ReportReader.h"
 #include "scan/Recheck.h"
-#include "scan/ReportWriter.h"
+#include "scan/ScanReport.h"
 #include "scan/Scanner.h"
 
 #include <QDir>
@@ -55,7 +55,7 @@ void name(QIODevice& err, const QString& path, const QString& why) {
     err.write("zentoria-report: " + path.toUtf8() + ": " + why.toUtf8() + '\n');
 }
 
-scan::ReportOrigin origin(const QString& command, const QStringList& folders) {
+ReportOrigin origin(const QString& command, const QStringList& folders) {
     return {QStringLiteral("zentoria-report ") + command, QStringLiteral(ZENTORIA_VERSION), folders};
 }
 
@@ -175,7 +175,7 @@ std::optional<int> takeFolders(const ScanRequest& request, QStringList& folders,
         const QString& windows = request.windowsFolders.at(i);
         const std::optional<PathMapping> one = PathMapping::parse(windows + u'=' + *found);
         // The folder starts every path the report names: what would garble a path garbles them all.
-        if (!one || one->isEmpty() || !scan::fitsReport(windows)) {
+        if (!one || one->isEmpty() || !fitsReport(windows)) {
             err.write("zentoria-report: '" + windows.toUtf8() +
                       "' is no Windows folder a report can name\nTry 'zentoria-report --help'.\n");
             return kExitUnreadable;
@@ -204,7 +204,7 @@ std::optional<int> takeFolders(const ScanRequest& request, QStringList& folders,
 
 bool deliver(const QByteArray& bytes, const QString& outputFile, QIODevice& out, QIODevice& err) {
     if (!outputFile.isEmpty()) {
-        if (QString error; !scan::saveReport(outputFile, bytes, &error)) {
+        if (QString error; !saveReport(outputFile, bytes, &error)) {
             name(err, outputFile,
                  QStringLiteral("cannot be written: ") + error + QStringLiteral("; left as it was"));
             return false;
@@ -248,23 +248,20 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
         scan::reportNaming([&mapping](const QString& path) { return mapping.reversibleWindowsPath(path); }));
     const scan::ScanResult result = scanner.scanFolders(folders, progressOn(err, "checked"));
     endProgress(err);
-    QList<scan::Failure> failures = result.failures;
-    const qsizetype leftOut = result.leftOut;
-    const QList<ReportEntry> entries = scan::reportEntries(
-        result.problems, [](const QString& named) { return std::optional<QString>(named); }, &failures);
+    const scan::ScanReport made = scan::reportOf(result, origin(QStringLiteral("scan"), checked));
+    const QList<ReportEntry>& entries = made.entries;
+    const QList<scan::Failure>& failures = made.failures;
+    const qsizetype leftOut = made.origin.leftOut;
+    const qsizetype notChecked = made.origin.notChecked;
     for (const scan::Failure& failure : failures) {
         name(err, failure.path, describe(failure));
     }
-    if (result.failuresLeftOut > 0) {
+    if (made.failuresLeftOut > 0) {
         err.write(QStringLiteral("zentoria-report: … and %1 more not named here\n")
-                      .arg(result.failuresLeftOut)
+                      .arg(made.failuresLeftOut)
                       .toUtf8());
     }
-    const qsizetype notChecked = failures.size() + result.failuresLeftOut;
-    scan::ReportOrigin made = origin(QStringLiteral("scan"), checked);
-    made.leftOut = leftOut;
-    made.notChecked = notChecked;
-    if (!deliver(scan::reportBytes(made, entries), request.output, out, err)) {
+    if (!deliver(reportBytes(made.origin, entries), request.output, out, err)) {
         return kExitUnreadable;
     }
     if (leftOut > 0) {
@@ -312,7 +309,7 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
         made = QJsonDocument(recheckSummary(result, mapping, missing)).toJson(QJsonDocument::Compact) + '\n';
     } else {
         // The files still broken are some of the report's, so they fit one report.
-        scan::ReportOrigin again = origin(QStringLiteral("recheck"), {request.report});
+        ReportOrigin again = origin(QStringLiteral("recheck"), {request.report});
         again.recheck = true;
         again.notChecked = result.notFound.size();
         again.unreachable = result.unreachableFiles();
@@ -320,7 +317,7 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
         again.endedEarly = missing.endedEarly;
         again.leftOut = missing.leftOut;
         again.names = reading;
-        made = scan::reportBytes(again, result.now);
+        made = reportBytes(again, result.now);
     }
     if (!deliver(made, request.output, out, err)) {
         return kExitUnreadable;

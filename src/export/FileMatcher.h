@@ -13,7 +13,6 @@ public:
     explicit FileMatcher(const QString& pattern);
 
     bool isEmpty() const { return m_pattern.isEmpty(); }
-    bool isWildcard() const { return m_wildcard; }
     bool matches(const QString& path) const;
 
 private:

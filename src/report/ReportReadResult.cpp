@@ -1,6 +1,6 @@
 #include "ReportReadResult.h"
 
-#include "ReportReader.h"
+#include "ReportFormat.h"
 
 #include <QStringList>
 
@@ -41,6 +41,15 @@ MissingRecords ReportReadResult::missing() const {
     return {UnreadRecords + Written.notRead, Outcome == zentoria::Outcome::EndedEarly || Written.endedEarly,
             Written.leftOut};
 }
+
+ProblemWording::ProblemWording(QString (*words)(const TextKey&))
+    : endedEarly(words(txt::ReportEndedEarly))
+    , oneFileRead(words(txt::OneFileReadBefore))
+    , filesRead(words(txt::FilesReadBefore))
+    , tooManyRecords(words(txt::TooManyRecords))
+    , oneSkipped(words(txt::OneLineSkipped))
+    , manySkipped(words(txt::LinesSkipped))
+    , andMore(words(txt::AndMoreLines)) {}
 
 QString ReportReadResult::describeProblems(const ProblemWording& wording) const {
     return describeProblems(Entries.size(), wording);

@@ -3,6 +3,7 @@
 #include "FileNameForm.h"
 #include "ReportEntry.h"
 #include "ReportHeader.h"
+#include "TextTable.h"
 
 #include <QList>
 
@@ -20,18 +21,14 @@ QString outcomeName(Outcome outcome);
 
 // The sentences that describe a damaged report, English unless the window gives its language's.
 struct ProblemWording {
-    QString endedEarly = QStringLiteral("The report ends too early: it should go on at line %1 up to its "
-                                        "closing \"Date of creation:\" line, but the file ends there. %2");
-    QString oneFileRead = QStringLiteral("1 file was read before it.");
-    QString filesRead = QStringLiteral("%1 files were read before it.");
-    QString tooManyRecords = QStringLiteral("The report lists more than %1 files, more than can be shown. "
-                                            "Reading stopped at line %2; the files of the first %1 records "
-                                            "were read.");
-    QString oneSkipped =
-        QStringLiteral("1 line does not fit the report format, so its record was skipped (line %1).");
-    QString manySkipped =
-        QStringLiteral("%1 lines do not fit the report format, so their records were skipped (lines %2).");
-    QString andMore = QStringLiteral("%1 and %2 more");
+    ProblemWording(QString (*words)(const TextKey&) = english);
+    QString endedEarly;
+    QString oneFileRead;
+    QString filesRead;
+    QString tooManyRecords;
+    QString oneSkipped;
+    QString manySkipped;
+    QString andMore;
 };
 
 struct ReportReadResult {

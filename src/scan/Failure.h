@@ -1,5 +1,7 @@
 #pragma once
 
+#include "report/TextTable.h"
+
 #include <QHash>
 #include <QString>
 
@@ -37,27 +39,11 @@ struct Failure {
     friend bool operator==(const Failure&, const Failure&) = default;
 };
 
-// The words for each obstacle, English unless the window gives its language's: "%1" stands for the
-// system's words for the error.
+// The words for each obstacle, taken from the table of texts: in English unless the window gives
+// its language's; "%1" stands for the system's words for the error.
 struct FailureWording {
-    std::array<QString, kObstacles> obstacles = {
-        QStringLiteral("no such file"),
-        QStringLiteral("cannot be read: %1"),
-        QStringLiteral("no MPEG audio found: not an MP3 file, or cut short"),
-        QStringLiteral("cut short while it was read: it holds fewer bytes than its size says"),
-        QStringLiteral("not a regular file"),
-        QStringLiteral("a link that leads nowhere"),
-        QStringLiteral("vanished before it could be checked"),
-        QStringLiteral("cannot be entered: %1"),
-        QStringLiteral("cannot be listed: %1"),
-        QStringLiteral("cannot be listed to its end: %1"),
-        QStringLiteral("cannot be checked: %1"),
-        QStringLiteral("a report cannot name it so that it leads back here: its name holds a backslash, "
-                       "which Windows reads as a folder"),
-        QStringLiteral("a report cannot name it: its name holds a line break or the report's closing words"),
-        QStringLiteral("a report cannot name it: its path is too long for a report, which holds 32,767 "
-                       "characters a line"),
-    };
+    FailureWording(QString (*words)(const TextKey&) = english);
+    std::array<QString, kObstacles> obstacles;
     // The errors a check meets most, in the window's language; any other in the system's words.
     QHash<int, QString> errors;
 };

@@ -6,7 +6,7 @@
 #include "WorkerPool.h"
 #include "report/FileNameForm.h"
 #include "report/ListOrder.h"
-#include "report/ReportReader.h"
+#include "report/ReportFormat.h"
 
 #include <QDir>
 #include <QElapsedTimer>

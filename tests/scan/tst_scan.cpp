@@ -1,6 +1,6 @@
 #include "Mp3Files.h"
 #include "report/ReportReader.h"
-#include "scan/ReportWriter.h"
+#include "scan/ScanReport.h"
 #include "scan/Scanner.h"
 #include "scan/TagProbe.h"
 

@@ -5,8 +5,8 @@
 #include "Version.h"
 #include "report/FileNameForm.h"
 #include "report/ReportReader.h"
+#include "report/ReportWriter.h"
 #include "scan/LocalFile.h"
-#include "scan/ReportWriter.h"
 #include "settings/Preferences.h"
 #include "settings/Texts.h"
 #include "ui/common/CommonDialog.h"
@@ -27,7 +27,7 @@ namespace {
 // Files that could not be checked are named in the message, up to this many.
 constexpr int kNamedFailures = 10;
 
-scan::ReportOrigin madeHere(const QStringList& checked) {
+ReportOrigin madeHere(const QStringList& checked) {
     return {QStringLiteral("Zentoria"), QStringLiteral(ZENTORIA_VERSION), checked};
 }
 
@@ -131,37 +131,31 @@ void CollectionCheck::submnuCheckFolder_Click() {
     write(settings::LastCheckedFolder, folder);
     // The dialog gives the folder's name as text: its bytes are that text's, whatever "%" it holds.
     const QString shown = shownFileName(QFile::encodeName(folder));
+    const PathMappings mapping = storedPathMappings();
+    const QStringList checked{mapping.windowsPath(shown)};
     auto result = std::make_shared<FolderResult>();
     // Written as the user's Windows folders would name them, where Preferences says where those are.
     run(
-        [result, shown, mapping = storedPathMappings()](scan::Scanner& scanner,
-                                                        const scan::Scanner::Progress& progress) {
+        [result, shown, mapping, checked](scan::Scanner& scanner, const scan::Scanner::Progress& progress) {
             // Named as the report will name them while they are found, so that the files it holds are
             // the first in its order and none it refuses takes a place.
             scanner.setReportNaming(scan::reportNaming(
                 [mapping](const QString& path) { return mapping.reversibleWindowsPath(path); }));
-            *result = shownAsReport(scanner.scanFolders({shown}, progress));
+            *result = shownAsReport(scanner.scanFolders({shown}, progress), checked);
         },
         [this, result, shown] { folderChecked(*result, {shown}); }, [result] { return result->counts; });
 }
 
-CollectionCheck::FolderResult CollectionCheck::shownAsReport(scan::ScanResult scanned) {
-    FolderResult shown;
-    shown.failures = std::move(scanned.failures);
-    const qsizetype failed = shown.failures.size();
-    // The scanner named them as the report does; numbered and sorted as the report lists them.
-    shown.entries = scan::reportEntries(
-        std::move(scanned.problems), [](const QString& named) { return std::optional<QString>(named); },
-        &shown.failures);
-    shown.leftOut = scanned.leftOut;
-    shown.failuresLeftOut = scanned.failuresLeftOut;
+CollectionCheck::FolderResult CollectionCheck::shownAsReport(const scan::ScanResult& scanned,
+                                                             const QStringList& checked) {
+    FolderResult shown{scan::reportOf(scanned, madeHere(checked)), scanned.counts};
     // A file the report cannot name (a line break in its name) was probed, but is told as not checked:
     // the end line, the message and the kinds' counts say one thing.
-    shown.counts = scanned.counts;
-    shown.counts.unreadable += shown.failures.size() - failed;
-    shown.counts.failed += shown.failures.size() - failed;
+    const qsizetype refused = shown.report.failures.size() - scanned.failures.size();
+    shown.counts.unreadable += refused;
+    shown.counts.failed += refused;
     shown.counts.perKind = {};
-    for (const ReportEntry& entry : shown.entries) {
+    for (const ReportEntry& entry : shown.report.entries) {
         shown.counts.perKind.add(entry.Kind);
     }
     return shown;
@@ -175,7 +169,7 @@ void CollectionCheck::submnuRecheck_Click() {
     // Its result replaces the report shown; what it checks is that report, saved or discarded.
     const QList<ReportEntry> listed = document.entries();
     // What the report lacks stays with its files checked again, so that no saved re-check drops it.
-    const scan::ReportOrigin& before = document.origin();
+    const ReportOrigin& before = document.origin();
     const MissingRecords missing{before.notRead, before.endedEarly, before.leftOut};
     const NameReading names = before.names;
     QString report =
@@ -215,7 +209,7 @@ void CollectionCheck::submnuRecheck_Click() {
                 scanner, progress);
         },
         [this, result, report, name, missing, names] {
-            scan::ReportOrigin made = madeHere({report});
+            ReportOrigin made = madeHere({report});
             made.recheck = true;
             made.names = names;
             made.notChecked = result->notFound.size();
@@ -283,23 +277,15 @@ void CollectionCheck::cancelAndWait() {
     cleanUp();
 }
 
-void CollectionCheck::folderChecked(const FolderResult& result, const QStringList& folders) {
-    const PathMappings mapping = storedPathMappings();
-    const QList<scan::Failure>& failures = result.failures;
-    const qsizetype leftOut = result.leftOut;
-    QList<ReportEntry> entries = result.entries;
-    const qsizetype shown = entries.size();
-    QStringList checked;
-    for (const QString& folder : folders) {
-        checked << mapping.windowsPath(folder);
-    }
-    scan::ReportOrigin made = madeHere(checked);
-    made.leftOut = leftOut;
-    const qsizetype notChecked = failures.size() + result.failuresLeftOut;
-    made.notChecked = notChecked;
-    m_window.document->showResult(std::move(entries),
-                                  uiText(txt::CheckName).arg(checked.join(QStringLiteral("; "))),
-                                  std::move(made), ReportDocument::Source::Check);
+void CollectionCheck::folderChecked(FolderResult& result, const QStringList& folders) {
+    scan::ScanReport& made = result.report;
+    const QString name = uiText(txt::CheckName).arg(made.origin.folders.join(QStringLiteral("; ")));
+    const qsizetype shown = made.entries.size();
+    const qsizetype leftOut = made.origin.leftOut;
+    const qsizetype notChecked = made.origin.notChecked;
+    const QList<scan::Failure> failures = made.failures;
+    m_window.document->showResult(std::move(made.entries), name, std::move(made.origin),
+                                  ReportDocument::Source::Check);
 
     QStringList lines;
     if (result.counts.found == 0 && notChecked == 0) {
@@ -313,7 +299,7 @@ void CollectionCheck::folderChecked(const FolderResult& result, const QStringLis
     QString details;
     if (notChecked > 0) {
         lines << (notChecked == 1 ? uiText(txt::NotCheckedOne) : uiText(txt::NotChecked).arg(notChecked));
-        nameFailures(lines, details, failures, result.failuresLeftOut);
+        nameFailures(lines, details, failures, made.failuresLeftOut);
     }
     if (!lines.isEmpty()) {
         m_window.tellInDetail(lines.join(u'\n'), details);

@@ -4,7 +4,7 @@
 #include "report/ReportEntry.h"
 #include "report/ReportHeader.h"
 #include "scan/Recheck.h"
-#include "scan/ReportWriter.h"
+#include "scan/ScanReport.h"
 #include "ui/views/ServedWindow.h"
 
 #include <QObject>
@@ -62,16 +62,12 @@ private:
     void cancelAndWait();
     // A folder's check as the report shows it: the files it can name, and those it could not check.
     struct FolderResult {
-        QList<ReportEntry> entries;
-        QList<scan::Failure> failures;
-        // Failures beyond those kept by name, counted.
-        qsizetype failuresLeftOut = 0;
-        qsizetype leftOut = 0;
-        // The scanner's counts, made to agree with the entries and the failures.
+        scan::ScanReport report;
+        // The scanner's counts, made to agree with the report.
         scan::ScanCounts counts;
     };
-    static FolderResult shownAsReport(scan::ScanResult scanned);
-    void folderChecked(const FolderResult& result, const QStringList& folders);
+    static FolderResult shownAsReport(const scan::ScanResult& scanned, const QStringList& checked);
+    void folderChecked(FolderResult& result, const QStringList& folders);
     // Says what the re-check found, and what it could not look at: folders out of reach, and what the
     // report itself lacks.
     void rechecked(const scan::RecheckResult& result, const MissingRecords& missing);

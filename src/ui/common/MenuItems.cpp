@@ -34,11 +34,15 @@ QList<QAction*> menuItems(const QMenuBar* bar) {
     return items;
 }
 
+void translateMenuItem(QAction* item) {
+    if (const std::optional<CatalogEntry> entry = menuCatalogEntry(item->objectName())) {
+        item->setText(Translate(entry->section, entry->key, item->text()));
+    }
+}
+
 void translateMenuItems(const QMenuBar* bar) {
     for (QAction* item : menuItems(bar)) {
-        if (const std::optional<CatalogEntry> entry = menuCatalogEntry(item->objectName())) {
-            item->setText(Translate(entry->section, entry->key, item->text()));
-        }
+        translateMenuItem(item);
     }
 }
 

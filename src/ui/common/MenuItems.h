@@ -18,8 +18,12 @@ QAction* namedAction(QObject* owner, const char* name, const QString& caption,
 // Every item of a menu bar, the menus' own items included, depth first in menu order.
 QList<QAction*> menuItems(const QMenuBar* bar);
 
-// Gives every item of the menu bar whose name says so its caption from the language file, with its
-// current caption as the default.
+// Menu items are translated by their names alone, since the language files keep them so ("Menus" and
+// "OptionMenus", keyed by the name); an item made later, such as File > Recent > Clear, goes this way too.
+// Gives the item, where its name says so, its caption from the language file, its current caption the
+// default.
+void translateMenuItem(QAction* item);
+// The same for every item of the menu bar.
 void translateMenuItems(const QMenuBar* bar);
 
 } // namespace zentoria

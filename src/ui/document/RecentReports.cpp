@@ -3,6 +3,7 @@
 #include "settings/SettingsStore.h"
 #include "settings/Texts.h"
 #include "ui/common/Ampersands.h"
+#include "ui/common/MenuItems.h"
 
 #include <QAction>
 #include <QFileInfo>
@@ -76,8 +77,9 @@ void RecentReports::updateMenu(const QStringList& reports) {
         connect(item, &QAction::triggered, this, [this, report] { openRecent(report); });
     }
     mnuRecent->addSeparator();
-    QAction* clear = mnuRecent->addAction(uiText(txt::ClearRecent));
+    QAction* clear = mnuRecent->addAction(QStringLiteral("&Clear"));
     clear->setObjectName(QStringLiteral("submnuClearRecent"));
+    translateMenuItem(clear);
     clear->setEnabled(!reports.isEmpty());
     connect(clear, &QAction::triggered, this, [this] { write({}); });
 }

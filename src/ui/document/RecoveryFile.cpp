@@ -1,6 +1,6 @@
 #include "RecoveryFile.h"
 
-#include "scan/ReportWriter.h"
+#include "report/ReportWriter.h"
 #include "settings/SettingsStore.h"
 #include "settings/Texts.h"
 
@@ -23,7 +23,7 @@ QString recoveryPath() {
 
 bool keepForRecovery(const QByteArray& report) {
     QDir().mkpath(QFileInfo(recoveryPath()).absolutePath());
-    return scan::saveReport(recoveryPath(), report, nullptr);
+    return saveReport(recoveryPath(), report, nullptr);
 }
 
 QString takeRecoveredReport() {

@@ -39,8 +39,8 @@ QString droppedReport(const QMimeData* data) {
 }
 
 // Of where a report came from, only what it lacks: what a reader of the file finds in its header.
-scan::ReportOrigin lacking(const MissingRecords& missing) {
-    scan::ReportOrigin origin;
+ReportOrigin lacking(const MissingRecords& missing) {
+    ReportOrigin origin;
     origin.notRead = missing.notRead;
     origin.endedEarly = missing.endedEarly;
     origin.leftOut = missing.leftOut;
@@ -120,7 +120,7 @@ void ReportDocument::open(const QString& file) {
         tellAbout(file, uiText(txt::EmptyFile).arg(file));
         return;
     case ReportFailure::NotAReport:
-        tellAbout(file, QStringLiteral("The file is corrupted"));
+        tellAbout(file, uiText(txt::Corrupted));
         return;
     case ReportFailure::None:
     case ReportFailure::ReadFailed:
@@ -132,18 +132,15 @@ void ReportDocument::open(const QString& file) {
     }
     const ReportReadResult& result = read.result;
     // Said after the report is shown, counting the files it read.
-    const QString problems = result.describeProblems(
-        {uiText(txt::ReportEndedEarly), uiText(txt::OneFileReadBefore), uiText(txt::FilesReadBefore),
-         uiText(txt::TooManyRecords), uiText(txt::OneLineSkipped), uiText(txt::LinesSkipped),
-         uiText(txt::AndMoreLines)});
+    const QString problems = result.describeProblems(ProblemWording(uiText));
     // What the report lacks goes with it into a re-check of its files.
     const MissingRecords missing = result.missing();
     show(std::move(read.result.Entries), result.CreationDate);
-    scan::ReportOrigin origin = lacking(missing);
+    ReportOrigin origin = lacking(missing);
     origin.names = result.Names;
     setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, std::move(origin));
     if (result.Outcome == Outcome::NoProblems) {
-        tellAbout(file, QStringLiteral("The are no MP3 file with \"problems\" in this report."));
+        tellAbout(file, uiText(txt::NoProblemFiles));
     }
     if (!problems.isEmpty()) {
         tellAbout(file, uiText(txt::NotReadCompletely).arg(file) + QStringLiteral("\n\n") + problems);
@@ -153,7 +150,7 @@ void ReportDocument::open(const QString& file) {
     }
 }
 
-void ReportDocument::showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin,
+void ReportDocument::showResult(QList<ReportEntry> entries, const QString& name, ReportOrigin origin,
                                 Source source) {
     show(std::move(entries), {});
     setSource(source, {}, name, std::move(origin));
@@ -176,15 +173,20 @@ void ReportDocument::show(QList<ReportEntry> entries, const QString& creationDat
         // Views learn of the entries once they are all there.
         const ReportTreeModel::EntryBatch batch(*m_model, entries.size());
         for (ReportEntry& entry : entries) {
-            m_model->addEntry(std::move(entry));
+            AddEntryNode(std::move(entry));
         }
     }
     m_model->setCreationDate(creationDate);
     Q_EMIT shown();
 }
 
-void ReportDocument::setSource(Source source, const QString& path, const QString& name,
-                               scan::ReportOrigin origin) {
+void ReportDocument::AddEntryNode(ReportEntry entry) {
+    // Every entry key starts with "ID3v1", whatever the entry's kind: the kind is the parent's. The
+    // collection derives keys and parents from the entry itself.
+    m_model->addEntry(std::move(entry));
+}
+
+void ReportDocument::setSource(Source source, const QString& path, const QString& name, ReportOrigin origin) {
     m_source = source;
     m_path = path;
     m_resultName = name;
@@ -253,12 +255,12 @@ bool ReportDocument::saveAs() {
     if (QFileInfo(file).suffix().isEmpty()) {
         file += QStringLiteral(".vzt");
     }
-    if (QString error; !scan::saveReport(file, scan::reportBytes(m_origin, entries()), &error)) {
+    if (QString error; !saveReport(file, reportBytes(m_origin, entries()), &error)) {
         tell(uiText(txt::SaveFailed).arg(file, error));
         return false;
     }
     // Saved, the report is a file like any other, whose names read as they were written.
-    scan::ReportOrigin saved = lacking({m_origin.notRead, m_origin.endedEarly, m_origin.leftOut});
+    ReportOrigin saved = lacking({m_origin.notRead, m_origin.endedEarly, m_origin.leftOut});
     saved.names = m_origin.names;
     setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, std::move(saved));
     return true;
@@ -266,7 +268,7 @@ bool ReportDocument::saveAs() {
 
 void ReportDocument::keepForRecovery() {
     if (!isSaved()) {
-        zentoria::keepForRecovery(scan::reportBytes(m_origin, entries()));
+        zentoria::keepForRecovery(reportBytes(m_origin, entries()));
     }
     m_ending = true;
 }

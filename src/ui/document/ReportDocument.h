@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scan/ReportWriter.h"
+#include "report/ReportWriter.h"
 
 #include <QObject>
 #include <QStringList>
@@ -59,7 +59,7 @@ public:
     // The file's name, or the name of a check's result.
     QString name() const;
     // Who made the report shown and from what, as its header says (for a check's result).
-    const scan::ReportOrigin& origin() const { return m_origin; }
+    const ReportOrigin& origin() const { return m_origin; }
 
     QMenu* recentMenu() const;
     QAction* reloadAction() const { return submnuReload; }
@@ -71,8 +71,7 @@ public:
     // wrong with it; asks first when an unsaved result would go.
     void open(const QString& file);
     // Shows a report made here, named, not saved until Save Report As.
-    void showResult(QList<ReportEntry> entries, const QString& name, scan::ReportOrigin origin,
-                    Source source);
+    void showResult(QList<ReportEntry> entries, const QString& name, ReportOrigin origin, Source source);
     // The report's root and kinds with no entries, as before the first report.
     void clear();
     // Whether what is shown may be replaced: true when it is saved, or the user saved or discarded it.
@@ -96,7 +95,9 @@ protected:
 
 private:
     void show(QList<ReportEntry> entries, const QString& creationDate);
-    void setSource(Source source, const QString& path, const QString& name, scan::ReportOrigin origin);
+    // Adds one report entry to the tree under its kind.
+    void AddEntryNode(ReportEntry entry);
+    void setSource(Source source, const QString& path, const QString& name, ReportOrigin origin);
     bool saveAs();
     void reload();
     void fileChanged(const QString& path);
@@ -113,7 +114,7 @@ private:
     QString m_reloadFrom;
     // The name of the report made here that is shown.
     QString m_resultName;
-    scan::ReportOrigin m_origin;
+    ReportOrigin m_origin;
     // Set when the open report's file changed after it was read, until it is read again.
     bool m_changedOnDisk = false;
     // Set once the window may close without asking (the desktop is ending the session).

@@ -6,7 +6,6 @@
 #include "ui/document/ReportDocument.h"
 #include "ui/panel/WebPanel.h"
 #include "ui/views/ReportTree.h"
-#include "ui/views/ReportTreeModel.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -21,12 +20,6 @@ void frmMain::OpenFile(QString& File) {
 
 void frmMain::LoadTreeView() {
     m_document->clear();
-}
-
-void frmMain::AddEntryNode(ReportEntry entry) {
-    // Every entry key starts with "ID3v1", whatever the entry's kind: the kind is the parent's. The
-    // collection derives keys and parents from the entry itself.
-    m_document->model()->addEntry(std::move(entry));
 }
 
 void frmMain::submnuOpen_Click() {

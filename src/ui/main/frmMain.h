@@ -50,8 +50,6 @@ public:
 
     // Rebuilds the report tree with its root and kind nodes only.
     void LoadTreeView();
-    // Adds one report entry to the tree under its kind.
-    void AddEntryNode(ReportEntry entry);
 
     // Activates the selected item of the tree or the list: a tree node lists its children in the file
     // list and titles the panel with its text.

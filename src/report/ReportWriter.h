@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Scanner.h"
 #include "report/FileNameForm.h"
 #include "report/ReportEntry.h"
 
@@ -8,12 +7,9 @@
 #include <QList>
 #include <QStringList>
 
-#include <functional>
-#include <optional>
-
 class QIODevice;
 
-namespace zentoria::scan {
+namespace zentoria {
 
 // What the header of a written report says made it.
 struct ReportOrigin {
@@ -42,22 +38,9 @@ struct ReportOrigin {
 
 // The bytes of a report that ReadReport reads back as "Loaded" with these entries, in this order and
 // numbered from 1: the banner, six header lines saying who made it from what, the records, and the
-// closing line with the date and time; UTF-8, CR LF. At most 32,766 entries (reportEntries keeps to
+// closing line with the date and time; UTF-8, CR LF. At most 32,766 entries (a check keeps to
 // that), none with a path that fitsReport refuses.
 QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& entries);
-
-// How a report names a file found here (the local path through the path mappings, say); none when no
-// name would lead back to the file (a backslash in a local name, which Windows reads as a folder).
-using ReportPath = std::function<std::optional<QString>(const QString& localPath)>;
-
-// The same as a scanner asks it (Scanner::setReportNaming): the name, or why there is none.
-Scanner::ReportNaming reportNaming(ReportPath reportPath);
-
-// The problem files as a report lists them (no more than a report holds, as a scan keeps them): each
-// path as the report names it, sorted as the file list sorts, numbered from 1. A file the report
-// cannot name, or whose name would garble the report (fitsReport), is added to `unnamed` instead.
-QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath& reportPath,
-                                 QList<Failure>* unnamed);
 
 // Whether a report can name this file: a path line that breaks in two, or holds the closing marker,
 // would end or garble the report when read back; one longer than a report's path line holds would be
@@ -69,4 +52,4 @@ bool fitsReport(const QString& path);
 // (/dev/stdout) is written into, never replaced by a file. `error` gets the system's words.
 bool saveReport(const QString& fileName, const QByteArray& bytes, QString* error);
 
-} // namespace zentoria::scan
+} // namespace zentoria

@@ -1,8 +1,10 @@
 #include "ReportWriter.h"
 
-#include "report/ReportReader.h"
+#include "LineSource.h"
+#include "ReportFormat.h"
+#include "ReportHeader.h"
 
-namespace zentoria::scan {
+namespace zentoria {
 
 namespace {
 
@@ -64,50 +66,10 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
     return out;
 }
 
-QList<ReportEntry> reportEntries(QList<FoundProblem> problems, const ReportPath& reportPath,
-                                 QList<Failure>* unnamed) {
-    QList<FoundProblem> named;
-    named.reserve(problems.size());
-    const Scanner::ReportNaming naming = reportNaming(reportPath);
-    for (FoundProblem& problem : problems) {
-        const std::variant<QString, Obstacle> path = naming(problem.path);
-        if (const auto* obstacle = std::get_if<Obstacle>(&path)) {
-            unnamed->append({problem.path, *obstacle});
-        } else {
-            named.append({std::get<QString>(path), problem.kind});
-        }
-    }
-    // Named anew, they sort as the report's list will show them.
-    sortAsListed(named);
-    Q_ASSERT(named.size() <= kMaxRecords);
-    QList<ReportEntry> entries;
-    entries.reserve(named.size());
-    for (qsizetype i = 0; i < named.size(); ++i) {
-        entries.append({qint16(i + 1), named.at(i).kind, named.at(i).path});
-    }
-    return entries;
-}
-
-Scanner::ReportNaming reportNaming(ReportPath reportPath) {
-    return [reportPath = std::move(reportPath)](const QString& localPath) -> std::variant<QString, Obstacle> {
-        std::optional<QString> path = reportPath(localPath);
-        if (!path) {
-            return Obstacle::NameHasBackslash;
-        }
-        if (path->size() > kMaxPathLength) {
-            return Obstacle::NameTooLong;
-        }
-        if (!fitsReport(*path)) {
-            return Obstacle::NameBreaksReport;
-        }
-        return *std::move(path);
-    };
-}
-
 bool fitsReport(const QString& path) {
     // Written as UTF-8, a path is read back as that many UTF-16 units.
     return path.size() <= kMaxPathLength && !path.contains(u'\n') && !path.contains(u'\r') &&
            !path.contains(QLatin1StringView(kClosingMarker.data(), kClosingMarker.size()));
 }
 
-} // namespace zentoria::scan
+} // namespace zentoria

@@ -1,5 +1,4 @@
 // Writing a report to the file a user names: whole or not at all, and never replacing what is no file.
-#include "LocalFile.h"
 #include "ReportWriter.h"
 
 #include <QFile>
@@ -7,11 +6,12 @@
 
 #include <cerrno>
 #include <climits>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace zentoria::scan {
+namespace zentoria {
 
 namespace {
 
@@ -132,9 +132,9 @@ bool saveReport(const QString& fileName, const QByteArray& bytes, QString* error
         saved = replaceFile(to->path, bytes, exists ? &status : nullptr);
     }
     if (!saved && error) {
-        *error = systemError(errno);
+        *error = QString::fromLocal8Bit(std::strerror(errno));
     }
     return saved;
 }
 
-} // namespace zentoria::scan
+} // namespace zentoria

@@ -1,5 +1,7 @@
 #include "MappingTable.h"
 
+#include <QKeyEvent>
+
 namespace zentoria {
 
 MappingTable::MappingTable(int rows, int columns, QWidget* parent)
@@ -20,15 +22,30 @@ bool MappingTable::focusNextPrevChild(bool next) {
                         : QTableWidget::focusNextPrevChild(next);
 }
 
-void MappingTable::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-    // Tab in the last cell's editor: what was typed is kept (the delegate commits it first), and the
-    // keyboard moves on past the table.
-    const bool leave = (hint == QAbstractItemDelegate::EditNextItem && atEdge(true)) ||
-                       (hint == QAbstractItemDelegate::EditPreviousItem && atEdge(false));
-    QTableWidget::closeEditor(editor, leave ? QAbstractItemDelegate::NoHint : hint);
-    if (leave) {
-        QAbstractScrollArea::focusNextPrevChild(hint == QAbstractItemDelegate::EditNextItem);
+bool MappingTable::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+    const bool editing = QTableWidget::edit(index, trigger, event);
+    // Tab in a cell's editor reaches its delegate before the table: watch for it there.
+    if (QWidget* editor = editing ? indexWidget(index) : nullptr) {
+        editor->installEventFilter(this);
     }
+    return editing;
+}
+
+bool MappingTable::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        const bool next = key == Qt::Key_Tab;
+        if ((next || key == Qt::Key_Backtab) && atEdge(next)) {
+            // What was typed is kept, the editor closed, and the keyboard moves on past the table.
+            if (auto* editor = qobject_cast<QWidget*>(watched)) {
+                commitData(editor);
+            }
+            QAbstractItemView::closePersistentEditor(currentIndex());
+            QAbstractScrollArea::focusNextPrevChild(next);
+            return true;
+        }
+    }
+    return QTableWidget::eventFilter(watched, event);
 }
 
 } // namespace zentoria

@@ -12,10 +12,12 @@ class MappingTable : public QTableWidget {
 
 public:
     MappingTable(int rows, int columns, QWidget* parent);
+    using QTableWidget::edit;
 
 protected:
     bool focusNextPrevChild(bool next) override;
-    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     // Whether moving on that way from the current cell would wrap round the table.

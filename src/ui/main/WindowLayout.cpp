@@ -109,10 +109,9 @@ void frmMain::ReDrawForm() {
         [&] { return place(LV, out.List); },
         [&] {
             pctWeb->setVisible(out.PanelVisible);
-            // Nothing of a hidden panel stays: its scroll bar would stand over the list's text.
-            if (!out.PanelVisible) {
-                vsbBack->hide();
-            }
+            // Nothing of a hidden panel stays: its scroll bar would stand over the list's text. It
+            // comes back with the panel.
+            vsbBack->followPanel(out.PanelVisible);
             return StepResult::Done;
         },
         [&] {

@@ -110,7 +110,7 @@ void frmMain::createControls() {
     connect(pctWeb, &WebPanel::contentHeightChanged, this, [this] { FitWebPanel(); });
     connect(pctWeb, &WebPanel::itemsReset, this, [this](bool visible) {
         if (!visible) {
-            vsbBack->hide();
+            vsbBack->withdraw();
         }
         ReDrawForm();
     });

@@ -11,6 +11,7 @@
 #include "ui/check/CollectionCheck.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
+#include "ui/common/DialogFit.h"
 #include "ui/common/ImageList.h"
 #include "ui/common/MenuItems.h"
 #include "ui/common/Named.h"
@@ -53,6 +54,7 @@ frmMain::frmMain(QWidget* parent)
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Melvadex's Zentoria"));
     setWindowIcon(programIcon());
+    fitDialogsToTheirScreens();
     // The open report comes first: the tree and the list show its model.
     m_document = new ReportDocument(this);
     createControls();

@@ -4,6 +4,7 @@
 #include "settings/SettingsStore.h"
 #include "shell/ListScrollHook.h"
 #include "ui/common/CaptionLabel.h"
+#include "ui/common/CommonDialog.h"
 #include "ui/common/FullTextDelegate.h"
 #include "ui/common/PictureBox.h"
 #include "ui/common/ScreenFit.h"
@@ -11,13 +12,16 @@
 #include "ui/views/FileListView.h"
 #include "ui/views/ReportTree.h"
 
+#include <QDialog>
 #include <QFile>
 #include <QHelpEvent>
 #include <QImage>
+#include <QPushButton>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QToolTip>
 #include <QWheelEvent>
 
@@ -261,35 +265,105 @@ private Q_SLOTS:
         QVERIFY(screen.contains(f.window.frameGeometry()));
     }
 
+    // Every dialog, the program's and Qt's, opens inside the screen with its buttons on it, at 1× and at
+    // 2× (tst_frame_2x) on an 800 × 600 screen.
+    void dialogsFitTheScreen_data() {
+        addColumns<QString>("action");
+
+        // Export asks with the dialog Save Report As does.
+        for (const char* action : {"submnuCheckFolder", "submnuPreferences", "submnuExport", "submnuOpen",
+                                   "submnuSelectMatching"}) {
+            addRow(action, action);
+        }
+    }
+
+    void dialogsFitTheScreen() {
+        QFETCH(QString, action);
+
+        Frame f;
+        f.open(dataFile("mixed.vzt"));
+        f.activate("ID3v1");
+        f.trigger("submnuSelectAll");
+        f.child<CommonDialog>("CMDlg")->setChooser({});
+        QRect outer;
+        QRect area;
+        QList<QRect> buttons;
+        QTimer watch;
+        connect(&watch, &QTimer::timeout, [&] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (!dialog || !dialog->isVisible()) {
+                return;
+            }
+            QCoreApplication::processEvents();
+            outer = dialog->frameGeometry();
+            area = dialog->screen()->availableGeometry();
+            for (const QPushButton* button : dialog->findChildren<QPushButton*>()) {
+                if (button->isVisibleTo(dialog)) {
+                    buttons << QRect(button->mapTo(dialog, QPoint()), button->size());
+                }
+            }
+            dialog->reject();
+        });
+        watch.start(50);
+        f.trigger(action.toLatin1().constData());
+        QVERIFY(outer.isValid() && !buttons.isEmpty());
+        QVERIFY2(area.contains(outer), qPrintable(QStringLiteral("%1,%2 %3x%4")
+                                                      .arg(outer.x())
+                                                      .arg(outer.y())
+                                                      .arg(outer.width())
+                                                      .arg(outer.height())));
+        for (const QRect& button : std::as_const(buttons)) {
+            QVERIFY(QRect(QPoint(), outer.size()).contains(button));
+        }
+    }
+
     void listColumnAndSidewaysScroll() {
         Frame f;
         f.open(dataFile("longpaths.vzt"));
         for (const double width : {19050.0, 12000.0, 9000.0}) {
             f.resizeTwips(width, 7350);
             f.activate("ID3v1");
-            QTRY_COMPARE(f.list->columnWidth(0),
-                         qMax(twipsToPixels(6500, logicalDpi(f.list)), f.list->viewport()->width()));
             // No scroll bar where the column fits.
             QTRY_COMPARE(f.list->horizontalScrollBar()->maximum() > 0,
                          f.list->columnWidth(0) > f.list->viewport()->width());
             // Where there is one, it starts where the rows do, clear of the panel and its scroll bar.
             QCOMPARE(f.list->horizontalScrollBar()->mapTo(f.list, QPoint()).x(), f.list->viewport()->x());
         }
+        // Short names keep their whole file's name in a list narrower than the column's design width:
+        // nothing to scroll to.
+        f.open(dataFile("mixed.vzt"));
+        f.activate("ID3v1");
+        QVERIFY(f.list->viewport()->width() < twipsToPixels(6500, logicalDpi(f.list)));
+        QTRY_COMPARE(f.list->horizontalScrollBar()->maximum(), 0);
+        f.open(dataFile("longpaths.vzt"));
+        f.activate("ID3v1");
         // The tree's long paths in view, as the user opens the kind.
         static_cast<QTreeView*>(f.tree)->expandAll();
-        for (auto* view : QList<QAbstractScrollArea*>{f.list, f.child<QAbstractScrollArea>("TV")}) {
+        for (auto* view : QList<QTreeView*>{f.list, f.child<QTreeView>("TV")}) {
             QScrollBar* bar = view->horizontalScrollBar();
             QTRY_VERIFY2(bar->maximum() > 0, qPrintable(view->objectName()));
-            for (const int value : {bar->maximum() / 3, bar->maximum()}) {
+            bar->setValue(0);
+            QCoreApplication::processEvents();
+            const QImage start = view->viewport()->grab().toImage();
+            for (const int value : {qMin(40, bar->maximum()), bar->maximum()}) {
                 bar->setValue(value);
                 QCoreApplication::processEvents();
                 // What the window shows, against the viewport painted anew.
                 const QRect at(view->viewport()->mapTo(&f.window, QPoint(0, 0)), view->viewport()->size());
-                QCOMPARE(f.window.screen()
-                             ->grabWindow(f.window.winId(), at.x(), at.y(), at.width(), at.height())
-                             .toImage()
-                             .convertToFormat(QImage::Format_RGB32),
-                         view->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32));
+                const QImage shown =
+                    f.window.screen()
+                        ->grabWindow(f.window.winId(), at.x(), at.y(), at.width(), at.height())
+                        .toImage()
+                        .convertToFormat(QImage::Format_RGB32);
+                QCOMPARE(shown, view->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32));
+                // The rows moved as far as the header did.
+                QCOMPARE(view->header()->offset(), value);
+                if (value == bar->maximum()) {
+                    continue;
+                }
+                const QRect kept(0, 0, at.width() - value, at.height());
+                QCOMPARE(shown.copy(kept),
+                         start.copy(kept.translated(value, 0)).convertToFormat(QImage::Format_RGB32));
             }
         }
     }

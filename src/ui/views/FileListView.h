@@ -55,9 +55,12 @@ private:
     // A click on a column header sorts by it.
     void LV_ColumnClick(int column);
     void showSortIndicator();
-    // The one column at its design width, or as wide as the rows' area when that is wider.
+    // The one column at its design width, or as wide as the rows' area when that is wider; narrower
+    // than its design width where every row keeps its file's whole name in less.
     void fitColumn(int rowsWidth);
     void clearSidewaysBar();
+    // The least width of the rows' area in which every row shows its file's whole name.
+    int readableWidth();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     FileListModel* m_model;
@@ -65,6 +68,8 @@ private:
     int m_columnWidth = 0;
     // Pixels at the left the siblings over the list cover.
     int m_covered = 0;
+    // readableWidth() as last measured; -1 after the rows changed.
+    int m_readable = -1;
     bool m_placing = false;
     // Set by the selection model while a key press is handled.
     bool m_selectionChanged = false;

@@ -125,6 +125,17 @@ void frmMain::createControls() {
     LV->setAccessibleDescription(uiText(txt::FilesDescription));
     // The list's items name positions in the tree; a rebuilt tree has other nodes at them.
     connect(report, &QAbstractItemModel::modelAboutToBeReset, LV->listModel(), &FileListModel::clear);
+    // Other files may need other room: the panes share it anew, once the list is filled.
+    connect(LV->listModel(), &QAbstractItemModel::modelReset, this, [this] {
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (isVisible()) {
+                    ReDrawForm();
+                }
+            },
+            Qt::QueuedConnection);
+    });
     connect(LV, &QAbstractItemView::clicked, this, &frmMain::LV_ItemClick);
     connect(LV, &FileListView::clickedAnywhere, this, &frmMain::LV_ItemClick);
     connect(LV, &QAbstractItemView::doubleClicked, this, [this] { ItemClick(LV); });

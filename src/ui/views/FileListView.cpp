@@ -116,6 +116,12 @@ void FileListView::updateGeometries() {
     m_placing = false;
 }
 
+int FileListView::leastReadableWidth() {
+    return m_columnWidth > 0 && header()->count() == 1 && m_model->rowCount() > 0
+               ? qMin(m_columnWidth, readableWidth())
+               : 0;
+}
+
 int FileListView::readableWidth() {
     if (m_readable >= 0) {
         return m_readable;
@@ -151,7 +157,8 @@ void FileListView::clearSidewaysBar() {
     // The sideways scroll bar starts where the rows do: under the panel its left arrow is out of reach.
     QWidget* box = horizontalScrollBar()->parentWidget();
     const int left = viewport()->x();
-    if (box->x() < left) {
+    // When the panel gives way it starts at the list's edge again.
+    if (box->x() != left) {
         box->setGeometry(box->geometry().adjusted(left - box->x(), 0, 0, 0));
     }
 }

@@ -33,6 +33,9 @@ public:
     // Starts the header and the rows right of the siblings stacked over the list's left edge (the
     // panel and its scroll bar), so that they cover no text. Call it when those siblings move.
     void keepClearOfCover();
+    // The least width in pixels of the rows' area in which every file's name shows whole, up to the
+    // column's design width; 0 for an empty list.
+    int leastReadableWidth();
     // Selects exactly these rows (not none), makes the first current and scrolls it into view.
     void selectRows(const QItemSelection& rows);
 

@@ -24,7 +24,7 @@ public:
         if (event->type() == QEvent::Show && watched->isWidgetType()) {
             auto* widget = static_cast<QWidget*>(watched);
             if (widget->isWindow() && qobject_cast<QDialog*>(widget)) {
-                fitDialogBeforeShowing(widget);
+                fitBeforeShowing(widget);
             }
         }
         return false;
@@ -32,13 +32,20 @@ public:
 };
 
 // The frame a window of this program gets from the window manager, as far as it is known before the
-// dialog has one of its own: its parent's, or the one it had when shown before.
-QMargins expectedFrame(const QWidget* dialog) {
-    if (const QMargins own = frameMarginsOf(dialog); !own.isNull()) {
-        return own;
+// window has one of its own: the one it had when shown before, its parent's, or another shown window's.
+QMargins expectedFrame(const QWidget* window) {
+    QWidgetList known{const_cast<QWidget*>(window)};
+    if (const QWidget* parent = window->parentWidget()) {
+        known << parent->window();
     }
-    const QWidget* parent = dialog->parentWidget();
-    return parent ? frameMarginsOf(parent->window()) : QMargins();
+    known << QApplication::topLevelWidgets();
+    for (const QWidget* other : std::as_const(known)) {
+        if (const QMargins frame = frameMarginsOf(other);
+            !frame.isNull() && (other == window || other->isVisible())) {
+            return frame;
+        }
+    }
+    return {};
 }
 
 } // namespace
@@ -51,7 +58,7 @@ void fitDialogsToTheirScreens() {
     }
 }
 
-void fitDialogBeforeShowing(QWidget* dialog) {
+void fitBeforeShowing(QWidget* dialog) {
     const QWidget* parent = dialog->parentWidget();
     const QScreen* screen = parent ? parent->window()->screen() : dialog->screen();
     if (!screen) {
@@ -70,8 +77,10 @@ void fitDialogBeforeShowing(QWidget* dialog) {
     if (dialog->testAttribute(Qt::WA_Moved)) {
         dialog->move(fitToArea(dialog->geometry().marginsAdded(frame), area).topLeft());
     }
-    // The window manager may frame it otherwise: once mapped, the real frame is fitted too.
-    QTimer::singleShot(0, dialog, [dialog] { fitToScreen(dialog); });
+    // The window manager may frame it otherwise: once mapped and framed, the real frame is fitted too.
+    for (const int ms : {0, 300}) {
+        QTimer::singleShot(ms, dialog, [dialog] { fitToScreen(dialog); });
+    }
 }
 
 } // namespace zentoria

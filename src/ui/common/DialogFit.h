@@ -10,7 +10,8 @@ namespace zentoria {
 // shown, with its real frame known, it is moved inside that area. Installing it twice installs it once.
 void fitDialogsToTheirScreens();
 
-// Fits one dialog about to be shown to the screen of the window it belongs to.
-void fitDialogBeforeShowing(QWidget* dialog);
+// Fits one dialog, or any top-level window, about to be shown to the screen of the window it belongs
+// to, and again once the window manager has framed it.
+void fitBeforeShowing(QWidget* window);
 
 } // namespace zentoria

@@ -6,6 +6,7 @@
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
 #include "ui/common/FullTextDelegate.h"
+#include "ui/common/MessageBoxes.h"
 #include "ui/common/PictureBox.h"
 #include "ui/common/ScreenFit.h"
 #include "ui/common/Twips.h"
@@ -281,7 +282,8 @@ private Q_SLOTS:
     }
 
     // Every dialog, the program's and Qt's, opens inside the screen with its buttons on it, at 1× and at
-    // 2× (tst_frame_2x) on an 800 × 600 screen. Export asks with the dialog Save Report As does.
+    // 2× (tst_frame_2x) on an 800 × 600 screen, a message box taller than the screen too. Export asks
+    // with the dialog Save Report As does.
     void dialogsFitTheScreen() {
         Frame f;
         f.open(dataFile("mixed.vzt"));
@@ -289,7 +291,7 @@ private Q_SLOTS:
         f.trigger("submnuSelectAll");
         f.child<CommonDialog>("CMDlg")->setChooser({});
         for (const char* action : {"submnuCheckFolder", "submnuPreferences", "submnuExport", "submnuOpen",
-                                   "submnuSelectMatching"}) {
+                                   "submnuSelectMatching", "a message of many lines"}) {
             QString outside = QStringLiteral("no dialog");
             QTimer::singleShot(200, [&outside] {
                 if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
@@ -305,7 +307,11 @@ private Q_SLOTS:
                     dialog->reject();
                 }
             });
-            f.trigger(action);
+            if (action[0] == 'a') {
+                MessageBoxes().show(&f.window, QString("A line\n").repeated(80));
+            } else {
+                f.trigger(action);
+            }
             QVERIFY2(outside.isEmpty(), qPrintable(action + (": " + outside)));
         }
     }

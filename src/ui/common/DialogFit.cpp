@@ -48,6 +48,20 @@ QMargins expectedFrame(const QWidget* window) {
     return {};
 }
 
+// A shown window that sized itself as it showed (a message box fixes its size to its text) gives up
+// that size where the screen is smaller, then the whole of it is moved onto the screen.
+void fitShown(QWidget* window) {
+    if (const QScreen* screen = window->screen()) {
+        const QSize room =
+            screen->availableGeometry().size().shrunkBy(expectedFrame(window)).expandedTo(QSize(1, 1));
+        if (window->size().boundedTo(room) != window->size()) {
+            window->setMinimumSize(window->minimumSize().boundedTo(room));
+            window->resize(window->size().boundedTo(room));
+        }
+    }
+    fitToScreen(window);
+}
+
 } // namespace
 
 void fitDialogsToTheirScreens() {
@@ -79,7 +93,7 @@ void fitBeforeShowing(QWidget* dialog) {
     }
     // The window manager may frame it otherwise: once mapped and framed, the real frame is fitted too.
     for (const int ms : {0, 300}) {
-        QTimer::singleShot(ms, dialog, [dialog] { fitToScreen(dialog); });
+        QTimer::singleShot(ms, dialog, [dialog] { fitShown(dialog); });
     }
 }
 

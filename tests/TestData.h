@@ -41,13 +41,15 @@ void addRow(const char* name, const Values&... values) {
 }
 
 // Writes a report of this many files of kind ID3v1, "C:\Music\Artist <n mod 700>\<n> - Track.mp3" for
-// the n-th, to the path; returns the path.
-inline QString writeGeneratedReport(const QString& path, int files) {
+// the n-th (or another name than Track.mp3), and the entries in more, to the path; returns the path.
+inline QString writeGeneratedReport(const QString& path, int files, const QByteArray& name = "Track.mp3",
+                                    const QByteArray& more = {}) {
     QByteArray bytes = "   This file was created with Melvadex (By Orsolt)\r\n\r\n\r\n\r\n\r\n\r\n\r\n";
     for (int i = 1; i <= files; ++i) {
-        bytes += "C:\\Music\\Artist " + QByteArray::number(i % 700) + "\\" + QByteArray::number(i) +
-                 " - Track.mp3\r\n  Melvadex could not get the ID3v1 information\r\n\r\n";
+        bytes += "C:\\Music\\Artist " + QByteArray::number(i % 700) + "\\" + QByteArray::number(i) + " - " +
+                 name + "\r\n  Melvadex could not get the ID3v1 information\r\n\r\n";
     }
+    bytes += more;
     QFile file(path);
     if (file.open(QIODevice::WriteOnly)) {
         file.write(bytes + "Date of creation: today\r\n");

@@ -1,7 +1,7 @@
 #include "HelpViewer.h"
 
 #include "settings/Texts.h"
-#include "ui/common/ScreenFit.h"
+#include "ui/common/DialogFit.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -44,9 +44,10 @@ QTextBrowser* showHelpContents(QWidget* owner, QTextBrowser* viewer, const QStri
     } else {
         viewer->setPlainText(uiText(txt::HelpMissing).arg(helpFile));
     }
+    // On a small screen, or at a large scale, all of it stays on the screen, frame and scroll arrows
+    // included.
+    fitBeforeShowing(viewer);
     viewer->show();
-    // On a small screen, or at a large scale, all of it stays on the screen.
-    fitToScreen(viewer);
     viewer->raise();
     viewer->activateWindow();
     return viewer;

@@ -55,12 +55,50 @@ LayoutResult ComputeLayout(const LayoutInput& in) {
     return out;
 }
 
-LayoutResult PanelGivesWay(LayoutResult out) {
-    if (out.PanelVisible && out.List.Width < kReadableListWidth) {
+LayoutResult PanelGivesWay(LayoutResult out, float listNeeds) {
+    if (out.PanelVisible && out.List.Width < qMax(kReadableListWidth, listNeeds)) {
         out.PanelVisible = false;
         out.List = {-45, -45, out.Borders.Width + 45, out.Borders.Height};
     }
     return out;
+}
+
+LayoutResult EmptyPanelsGiveWay(LayoutResult out) {
+    for (float* empty : {&out.Playing, &out.PlayingStatus}) {
+        const float given = qBound(0.0f, -out.Blank, *empty);
+        *empty -= given;
+        out.Blank += given;
+    }
+    return out;
+}
+
+qint32 ShareTheRoom(const LayoutInput& in, qint32 width) {
+    if (in.TreeNeeds <= 0 || in.ListNeeds <= 0) {
+        return width;
+    }
+    LayoutInput at = in;
+    const auto listWidth = [&at](qint32 tree, bool panelMayGo) {
+        at.TreeWidth = tree;
+        const LayoutResult out = ComputeLayout(at);
+        return panelMayGo ? PanelGivesWay(out, at.ListNeeds).List.Width : out.List.Width;
+    };
+    const double spare = qMax(0.0, double(width) - in.TreeNeeds);
+    // First the tree's spare room, with the panel in its place; then the panel's room as well.
+    for (const bool panelMayGo : {false, true}) {
+        // Beside the panel the list is kept only from two inches up.
+        const double need =
+            in.WebStyle && !panelMayGo ? qMax(in.ListNeeds, kReadableListWidth) : in.ListNeeds;
+        const double lack = need - listWidth(width, panelMayGo);
+        if (lack <= 0) {
+            return width;
+        }
+        if (lack <= spare) {
+            return width - static_cast<qint32>(std::ceil(lack));
+        }
+    }
+    const double room = width + double(listWidth(width, true));
+    return qBound(0, static_cast<qint32>(std::floor(room * in.TreeNeeds / (in.TreeNeeds + in.ListNeeds))),
+                  width);
 }
 
 namespace {

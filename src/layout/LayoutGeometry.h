@@ -31,6 +31,10 @@ struct LayoutInput {
     bool WebStyle = true;
     float PanelWidth = 0;
     float PanelHeight = 0;
+    // What the tree needs to show its kinds' captions whole, and the list to show a file's whole name
+    // (with its frame and what covers it); 0 where nothing is shown. Only ShareTheRoom reads them.
+    float TreeNeeds = 0;
+    float ListNeeds = 0;
 };
 
 // Where every pane goes.
@@ -116,6 +120,18 @@ inline constexpr float kReadableListWidth = 2880;
 // The window's layout as shown: where the right pane is too narrow for the panel and a readable list
 // (a small screen, a large scale, a wide tree), the panel gives way, hidden while it does not fit, and
 // the list takes the pane as in the classic view. Wherever both fit it is the layout above, unchanged.
-LayoutResult PanelGivesWay(LayoutResult out);
+// A list that needs more than two inches to show a file's name (listNeeds) is readable only that wide.
+LayoutResult PanelGivesWay(LayoutResult out, float listNeeds = 0);
+
+// Where the window is too narrow for the status bar's panels, the two that carry no text ("Playing",
+// then "PlayingStatus") give up width first, so that "About" shows whole; elsewhere unchanged.
+LayoutResult EmptyPanelsGiveWay(LayoutResult out);
+
+// The tree width a pass places where the window is too narrow for the tree's captions, the panel and a
+// readable list all at once: the tree gives the list room down to what its captions need; where that is
+// not enough, the panel gives way (PanelGivesWay); where even then both lack room, the tree and the list
+// share it in proportion to what they need. Where the list has its need, the width is kept as it is.
+// Without needs (nothing shown) the width is returned unchanged.
+qint32 ShareTheRoom(const LayoutInput& in, qint32 width);
 
 } // namespace zentoria

@@ -4,20 +4,26 @@
 #include "settings/SettingsStore.h"
 #include "shell/ListScrollHook.h"
 #include "ui/common/CaptionLabel.h"
+#include "ui/common/CommonDialog.h"
 #include "ui/common/FullTextDelegate.h"
+#include "ui/common/MessageBoxes.h"
 #include "ui/common/PictureBox.h"
 #include "ui/common/ScreenFit.h"
 #include "ui/common/Twips.h"
 #include "ui/views/FileListView.h"
 #include "ui/views/ReportTree.h"
 
+#include <QDialog>
 #include <QFile>
 #include <QHelpEvent>
 #include <QImage>
+#include <QLabel>
+#include <QPushButton>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QScrollBar>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QToolTip>
 #include <QWheelEvent>
 
@@ -237,20 +243,31 @@ private Q_SLOTS:
     // and a sideways scroll shows what a fresh paint of the same state shows, in the list and the tree.
     void smallScreen() {
         // At 1×, and at 2× as tst_frame_2x: the window fills the screen, and the list shows a file's
-        // whole name beside the panel or, where both do not fit, in its place.
+        // whole name beside the panel or, where both do not fit, in its place; the tree, wider than its
+        // captions need, gives it room and still shows them whole.
         Frame f;
+        globals().InitialTVWidth = 4000;
         const QRect screen = f.window.screen()->availableGeometry();
         f.window.resize(screen.size() * 2);
         fitToScreen(&f.window);
         f.open(dataFile("mixed.vzt"));
         f.activate("ID3v1");
+        auto* tree = f.child<QTreeView>("TV");
+        for (const QModelIndex& node :
+             {tree->model()->index(0, 0), indexOfKey(tree, QStringLiteral("ID3v1"))}) {
+            QTRY_VERIFY2(tree->visualRect(node).left() + tree->sizeHintForIndex(node).width() <=
+                             tree->viewport()->width(),
+                         qPrintable(node.data().toString()));
+        }
         const QModelIndex first = f.list->model()->index(0, 0);
         const QString path = first.data().toString();
-        const QRect shown = f.list->visualRect(first).intersected(f.list->viewport()->rect());
-        const QString drawn = elidePath(path, f.list->fontMetrics(), shown.width());
-        QVERIFY2(drawn.endsWith(path.section(u'\\', -1)) && drawn.startsWith("C:\\") &&
-                     f.list->fontMetrics().horizontalAdvance(drawn) <= shown.width(),
-                 qPrintable(drawn));
+        QRect shown;
+        QString drawn;
+        QTRY_VERIFY2((shown = f.list->visualRect(first).intersected(f.list->viewport()->rect()),
+                      drawn = elidePath(path, f.list->fontMetrics(), shown.width()),
+                      drawn.endsWith(path.section(u'\\', -1)) && drawn.startsWith("C:\\") &&
+                          f.list->fontMetrics().horizontalAdvance(drawn) <= shown.width()),
+                     qPrintable(drawn));
         // A name cut short shows whole as its tooltip.
         if (drawn != path) {
             QHelpEvent help(QEvent::ToolTip, shown.center(), f.list->viewport()->mapToGlobal(shown.center()));
@@ -259,39 +276,93 @@ private Q_SLOTS:
         }
         QVERIFY(!f.panel->isVisible() || f.panel->geometry().right() < f.list->x() + f.list->viewport()->x());
         QVERIFY(screen.contains(f.window.frameGeometry()));
+        // The status bar's text shows whole.
+        const auto* about = f.child<QLabel>("About");
+        QVERIFY(about->parentWidget()->rect().contains(about->geometry()));
+    }
+
+    // Every dialog, the program's and Qt's, opens inside the screen with its buttons on it, at 1× and at
+    // 2× (tst_frame_2x) on an 800 × 600 screen, a message box taller than the screen too. Export asks
+    // with the dialog Save Report As does.
+    void dialogsFitTheScreen() {
+        Frame f;
+        f.open(dataFile("mixed.vzt"));
+        f.activate("ID3v1");
+        f.trigger("submnuSelectAll");
+        f.child<CommonDialog>("CMDlg")->setChooser({});
+        for (const char* action : {"submnuCheckFolder", "submnuPreferences", "submnuExport", "submnuOpen",
+                                   "submnuSelectMatching", "a message of many lines"}) {
+            QString outside = QStringLiteral("no dialog");
+            QTimer::singleShot(200, [&outside] {
+                if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                    const QRect area = dialog->screen()->availableGeometry();
+                    outside =
+                        area.contains(dialog->frameGeometry()) ? QString() : QStringLiteral("the dialog");
+                    for (const QPushButton* button : dialog->findChildren<QPushButton*>()) {
+                        if (button->isVisibleTo(dialog) &&
+                            !area.contains(QRect(button->mapToGlobal(QPoint()), button->size()))) {
+                            outside = button->text();
+                        }
+                    }
+                    dialog->reject();
+                }
+            });
+            if (action[0] == 'a') {
+                MessageBoxes().show(&f.window, QString("A line\n").repeated(80));
+            } else {
+                f.trigger(action);
+            }
+            QVERIFY2(outside.isEmpty(), qPrintable(action + (": " + outside)));
+        }
     }
 
     void listColumnAndSidewaysScroll() {
         Frame f;
-        f.open(dataFile("longpaths.vzt"));
-        for (const double width : {19050.0, 12000.0, 9000.0}) {
+        // A name too long for any list to show whole: the list scrolls sideways, its scroll bar starting
+        // where the rows do, clear of the panel and its scroll bar.
+        f.open(writeGeneratedReport(f.home.filePath("long.vzt"), 3, QByteArray(200, 'x') + ".mp3"));
+        for (const double width : {7500.0, 6000.0}) {
             f.resizeTwips(width, 7350);
             f.activate("ID3v1");
-            QTRY_COMPARE(f.list->columnWidth(0),
-                         qMax(twipsToPixels(6500, logicalDpi(f.list)), f.list->viewport()->width()));
-            // No scroll bar where the column fits.
-            QTRY_COMPARE(f.list->horizontalScrollBar()->maximum() > 0,
-                         f.list->columnWidth(0) > f.list->viewport()->width());
-            // Where there is one, it starts where the rows do, clear of the panel and its scroll bar.
+            QTRY_VERIFY2(f.list->horizontalScrollBar()->maximum() > 0, qPrintable(QString::number(width)));
             QCOMPARE(f.list->horizontalScrollBar()->mapTo(f.list, QPoint()).x(), f.list->viewport()->x());
         }
         // The tree's long paths in view, as the user opens the kind.
         static_cast<QTreeView*>(f.tree)->expandAll();
-        for (auto* view : QList<QAbstractScrollArea*>{f.list, f.child<QAbstractScrollArea>("TV")}) {
+        for (auto* view : QList<QTreeView*>{f.list, f.child<QTreeView>("TV")}) {
             QScrollBar* bar = view->horizontalScrollBar();
             QTRY_VERIFY2(bar->maximum() > 0, qPrintable(view->objectName()));
-            for (const int value : {bar->maximum() / 3, bar->maximum()}) {
+            bar->setValue(0);
+            QCoreApplication::processEvents();
+            const QImage start = view->viewport()->grab().toImage();
+            for (const int value : {qMin(40, bar->maximum()), bar->maximum()}) {
                 bar->setValue(value);
                 QCoreApplication::processEvents();
                 // What the window shows, against the viewport painted anew.
-                const QRect at(view->viewport()->mapTo(&f.window, QPoint(0, 0)), view->viewport()->size());
-                QCOMPARE(f.window.screen()
-                             ->grabWindow(f.window.winId(), at.x(), at.y(), at.width(), at.height())
-                             .toImage()
-                             .convertToFormat(QImage::Format_RGB32),
-                         view->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32));
+                const QRect seen = view->viewport()->visibleRegion().boundingRect();
+                const QRect at(view->viewport()->mapTo(&f.window, seen.topLeft()), seen.size());
+                const QImage shown =
+                    f.window.screen()
+                        ->grabWindow(f.window.winId(), at.x(), at.y(), at.width(), at.height())
+                        .toImage()
+                        .convertToFormat(QImage::Format_RGB32);
+                QCOMPARE(shown, view->viewport()->grab(seen).toImage().convertToFormat(QImage::Format_RGB32));
+                // The rows moved as far as the header did.
+                QCOMPARE(view->header()->offset(), value);
+                if (value == bar->maximum()) {
+                    continue;
+                }
+                const QRect kept(0, 0, at.width() - value, at.height());
+                QCOMPARE(shown.copy(kept), start.copy(kept.translated(seen.left() + value, seen.top()))
+                                               .convertToFormat(QImage::Format_RGB32));
             }
         }
+        // Short names show their file's whole name in a list narrower than the column's design width:
+        // nothing to scroll to.
+        f.open(dataFile("mixed.vzt"));
+        f.activate("ID3v1");
+        QVERIFY(f.list->viewport()->width() < twipsToPixels(6500, logicalDpi(f.list)));
+        QTRY_COMPARE(f.list->horizontalScrollBar()->maximum(), 0);
     }
 
     void addressCaptionMovesThePath() {

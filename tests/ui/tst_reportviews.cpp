@@ -90,7 +90,8 @@ private Q_SLOTS:
         QCOMPARE(model->columnCount(), 1);
         QCOMPARE(model->headerData(0, Qt::Horizontal).toString(), QStringLiteral("MP3"));
         QCOMPARE(v.list->columnKey(0), QStringLiteral("File"));
-        QCOMPARE(v.list->columnWidth(0), twipsToPixels(6500, logicalDpi(v.list)));
+        // Every name shows whole in the list: the column is as wide as the list, not its design width.
+        QCOMPARE(v.list->columnWidth(0), v.list->viewport()->width());
         QVERIFY(!v.list->isHeaderHidden());
         for (int row = 0; row < model->rowCount(); ++row) {
             QVERIFY(v.item(row).data(Qt::DecorationRole).isNull()); // no small icon
@@ -216,12 +217,11 @@ private Q_SLOTS:
         QCOMPARE(texts(v.list), (QStringList{kInnuendo, kWaterloo, kSos}));
         QVERIFY(header->isSortIndicatorShown());
         QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
-        // The column is wider than the list shows; its sort indicator stands where the list ends.
+        // Its sort indicator stands where the list ends, however wide the column.
         QStyleOptionHeader section;
         section.initFrom(header);
         section.state |= QStyle::State_Horizontal;
         section.rect = QRect(header->sectionViewportPosition(0), 0, header->sectionSize(0), header->height());
-        QVERIFY(section.rect.right() > header->width());
         const QRect arrow = header->style()->subElementRect(QStyle::SE_HeaderArrow, &section, header);
         QVERIFY2(header->rect().contains(arrow), qPrintable(QDebug::toString(arrow)));
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, onHeader);

@@ -187,7 +187,10 @@ private Q_SLOTS:
 
     void largeSelection() {
         QTemporaryDir dir;
-        Panel p(writeGeneratedReport(dir.filePath("large.vzt"), 16383));
+        // Sixteen thousand files of one kind, and one of another.
+        Panel p(
+            writeGeneratedReport(dir.filePath("large.vzt"), 16383, "Track.mp3",
+                                 "D:\\Other.mp3\r\n  Melvadex could not get the ID3v2 information\r\n\r\n"));
         p.activate("ID3v1");
         QCOMPARE(p.list->model()->rowCount(), 16383);
         p.list->setFocus();
@@ -214,13 +217,19 @@ private Q_SLOTS:
             p.list->header()->mapTo(borders, QPoint(2, p.list->header()->height() / 2));
         QVERIFY(p.list->header()->isAncestorOf(borders->childAt(headerStart)));
 
-        // Keys on the panel's scroll bar scroll the panel; the focus and the selection stay.
+        // Keys on the panel's scroll bar scroll the panel by a line, or a page, and skip nothing; the
+        // focus and the selection stay.
         p.scroll->setValue(0);
         p.scroll->setFocus();
-        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_PageDown}) {
-            const int before = p.scroll->value();
+        const double line = pixelsToTwips(p.kind->fontMetrics().lineSpacing(), logicalDpi(p.kind));
+        const double page = geometryTwips(p.list).Height;
+        for (const auto& [key, least, most] :
+             {std::tuple{Qt::Key_Down, 1.0, line}, std::tuple{Qt::Key_PageDown, page / 2, page}}) {
+            const double before = geometryTwips(p.panel).Top;
             QTest::keyClick(p.scroll, key);
-            QVERIFY(p.scroll->value() > before && p.scroll->hasFocus());
+            const double moved = before - geometryTwips(p.panel).Top;
+            QVERIFY2(moved >= least && moved <= most, qPrintable(QString::number(moved)));
+            QVERIFY(p.scroll->hasFocus());
             QCOMPARE(p.list->selectionModel()->selectedRows().size(), 16383);
         }
         // A change made with the mouse gives the keyboard back to the list.
@@ -228,7 +237,9 @@ private Q_SLOTS:
                           QPoint(p.scroll->width() / 2, p.scroll->height() - 30));
         QTRY_VERIFY(p.list->hasFocus());
 
-        // Without the panel nothing of it stays over the list: its first character is the list's.
+        // Without the panel nothing of it stays over the list: its first character is the list's. With
+        // it again, the layout pass alone places it, and its scroll bar is back.
+        p.scroll->setValue(0);
         p.trigger("submnuWebStyle");
         QVERIFY(!p.scroll->isVisible());
         const QPoint firstNow = p.list->viewport()->mapTo(
@@ -236,6 +247,18 @@ private Q_SLOTS:
         QCOMPARE(borders->childAt(firstNow), p.list->viewport());
         p.trigger("submnuWebStyle");
         QVERIFY(p.scroll->isVisible());
+        QCOMPARE(geometryTwips(p.panel), (TwipsRect{0, 0, 2895, geometryTwips(p.list).Height + 540}));
+        p.window.FitWebPanel();
+
+        // Scrolled to its end, then another kind: the panel shows that kind's caption and picture.
+        QTest::keyClick(p.scroll, Qt::Key_End);
+        p.activate("ID3v2");
+        p.settle();
+        for (const QWidget* part : {static_cast<QWidget*>(p.title), p.child<QWidget>("ImgIcon")}) {
+            QVERIFY2(borders->rect().contains(QRect(part->mapTo(borders, QPoint()), part->size())),
+                     part->objectName().toLatin1());
+        }
+        QCOMPARE(p.title->caption(), QStringLiteral("ID3v2 not found"));
     }
 
     void followsTheSelectionWhateverChangesIt() {

@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QHelpEvent>
+#include <QScrollBar>
 #include <QTextDocument>
 #include <QToolTip>
 
@@ -12,7 +13,12 @@ void FullTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
                              const QModelIndex& index) const {
     QStyleOptionViewItem shown(option);
     if (const auto* view = qobject_cast<const QAbstractItemView*>(option.widget)) {
-        shown.rect = option.rect.intersected(view->viewport()->rect());
+        // What the view can scroll into sight, from its left end to its right: a text cut to it moves
+        // with the header when the view scrolls sideways, and ends in sight at the far end.
+        const QScrollBar* sideways = view->horizontalScrollBar();
+        const QRect reach(-sideways->value(), option.rect.top(),
+                          view->viewport()->width() + sideways->maximum(), option.rect.height());
+        shown.rect = option.rect.intersected(reach);
     }
     if (shown.rect.isEmpty()) {
         shown.rect = option.rect;
@@ -28,6 +34,19 @@ void FullTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
         shown.text = elidePath(shown.text, shown.fontMetrics, text.width() - 2 * margin);
     }
     style->drawControl(QStyle::CE_ItemViewItem, &shown, painter, widget);
+}
+
+int FullTextDelegate::readableWidth(const QStyleOptionViewItem& option, const QModelIndex& index,
+                                    const QString& text) const {
+    QStyleOptionViewItem item(option);
+    initStyleOption(&item, index);
+    const QWidget* widget = option.widget;
+    QStyle* style = widget ? widget->style() : QApplication::style();
+    const int room = style->subElementRect(QStyle::SE_ItemViewItemText, &item, widget).width();
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
+    const qsizetype cut = std::max(text.lastIndexOf(u'\\'), text.lastIndexOf(u'/'));
+    const QString shortest = cut > 0 ? QStringLiteral("C:…") + text.mid(cut) : text;
+    return item.rect.width() - room + 2 * margin + item.fontMetrics.horizontalAdvance(shortest);
 }
 
 QString elidePath(const QString& path, const QFontMetrics& metrics, int width) {

@@ -4,8 +4,9 @@
 
 namespace zentoria {
 
-// Draws items as usual, but within the part of the view that shows them: a text the view's edge cuts
-// is shortened as the view shortens texts (in the middle, say) to what shows, not to its column. An
+// Draws items as usual, but within the part of the view that its scroll bar can bring into sight: a
+// text that reaches past it is shortened as the view shortens texts (in the middle, say) to that part,
+// not to its column. An
 // item whose text the view shows only in part shows its whole text as a tooltip. Other items show
 // their tooltip data, if any.
 class FullTextDelegate : public QStyledItemDelegate {
@@ -16,6 +17,9 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
+    // The least width an item of this text needs for its shortened form to keep the file's name whole.
+    int readableWidth(const QStyleOptionViewItem& option, const QModelIndex& index,
+                      const QString& text) const;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 };

@@ -43,6 +43,23 @@ std::unique_ptr<QMessageBox> MessageBoxes::create(QWidget* parent, const QString
     return box;
 }
 
+void MessageBoxes::keepOnScreen(QMessageBox& box, const QString& text, const QString& details) {
+    // A message of more lines than half its screen shows as many, and the rest one click away with
+    // the details, so that its buttons stay on the screen.
+    const QScreen* screen = box.parentWidget() ? box.parentWidget()->screen() : box.screen();
+    const QStringList lines = text.split(u'\n');
+    if (!screen || box.sizeHint().height() <= screen->availableGeometry().height() * 2 / 3) {
+        return;
+    }
+    const int fit = screen->availableGeometry().height() / 2 / qMax(1, box.fontMetrics().lineSpacing() * 2);
+    const qsizetype keep = qBound(qsizetype(1), qsizetype(fit), lines.size());
+    box.setText(lines.first(keep).join(u'\n'));
+    const QString rest = lines.sliced(keep).join(u'\n');
+    box.setDetailedText(details.isEmpty() ? rest
+                        : rest.isEmpty()  ? details
+                                          : rest + QStringLiteral("\n\n") + details);
+}
+
 void MessageBoxes::beforeShowing() const {
     if (m_before) {
         m_before();
@@ -68,6 +85,7 @@ void MessageBoxes::present(QWidget* parent, const QString& title, const QString&
     }
     const std::unique_ptr<QMessageBox> box = create(parent, text, title);
     box->setDetailedText(details);
+    keepOnScreen(*box, text, details);
     box->exec();
 }
 

@@ -52,6 +52,7 @@ public:
     static std::unique_ptr<QMessageBox> createSaveQuestion(QWidget* parent, const QString& text);
 
 private:
+    static void keepOnScreen(QMessageBox& box, const QString& text, const QString& details);
     void beforeShowing() const;
     void present(QWidget* parent, const QString& title, const QString& text, const QString& details);
 

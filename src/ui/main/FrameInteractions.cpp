@@ -53,9 +53,8 @@ void frmMain::submnuWebStyle_Click() {
     // The menu item is checkable, so Qt has already turned its check mark round.
     WebStyle = submnuWebStyle->isChecked();
     write(settings::WebStyle, fromBoolean(WebStyle));
+    // The layout pass alone: the panel takes the pass's rectangle, its scroll bar shows as it was.
     ReDrawForm();
-    // The panel back: its scroll bar again where its content needs one.
-    FitWebPanel();
 }
 
 void frmMain::FitWebPanel() {

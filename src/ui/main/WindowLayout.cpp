@@ -66,6 +66,13 @@ LayoutInput frmMain::readLayoutInput() const {
     const TwipsRect panel = geometryTwips(pctWeb);
     in.PanelWidth = static_cast<float>(panel.Width);
     in.PanelHeight = static_cast<float>(panel.Height);
+    // What the panes need to be read, each with its view's frame and what covers it.
+    if (const int captions = TV->captionsWidth(); captions > 0) {
+        in.TreeNeeds = twips(captions + TV->width() - TV->viewport()->width());
+    }
+    if (const int names = LV->leastReadableWidth(); names > 0) {
+        in.ListNeeds = twips(names + LV->width() - LV->viewport()->width());
+    }
     return in;
 }
 
@@ -77,8 +84,10 @@ void frmMain::ReDrawForm() {
     updateMinimumSize(in);
     const TreeWidthPlan plan = PlanTreeWidth(in, lastSafeTreeWidth, widestScreenTwips());
     globals().InitialTVWidth = plan.Kept;
-    in.TreeWidth = plan.Placed;
-    const LayoutResult out = PanelGivesWay(ComputeLayout(in));
+    // Where the window is too narrow for all of it, the panes share the room, starting from the user's
+    // width: a list that the panel gives way to may have room beside it that the plan did not count.
+    in.TreeWidth = in.TreeNeeds > 0 && in.ListNeeds > 0 ? ShareTheRoom(in, plan.Kept) : plan.Placed;
+    const LayoutResult out = EmptyPanelsGiveWay(PanelGivesWay(ComputeLayout(in), in.ListNeeds));
     setTopTwips(TBAddress, out.AddressBarTop);
 
     SB->setPanelWidth(QStringLiteral("Playing"), out.Playing);
@@ -109,10 +118,9 @@ void frmMain::ReDrawForm() {
         [&] { return place(LV, out.List); },
         [&] {
             pctWeb->setVisible(out.PanelVisible);
-            // Nothing of a hidden panel stays: its scroll bar would stand over the list's text.
-            if (!out.PanelVisible) {
-                vsbBack->hide();
-            }
+            // Nothing of a hidden panel stays: its scroll bar would stand over the list's text. It
+            // comes back with the panel.
+            vsbBack->followPanel(out.PanelVisible);
             return StepResult::Done;
         },
         [&] {

@@ -11,6 +11,7 @@
 #include "ui/check/CollectionCheck.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/common/CommonDialog.h"
+#include "ui/common/DialogFit.h"
 #include "ui/common/ImageList.h"
 #include "ui/common/MenuItems.h"
 #include "ui/common/Named.h"
@@ -53,6 +54,7 @@ frmMain::frmMain(QWidget* parent)
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Melvadex's Zentoria"));
     setWindowIcon(programIcon());
+    fitDialogsToTheirScreens();
     // The open report comes first: the tree and the list show its model.
     m_document = new ReportDocument(this);
     createControls();
@@ -115,7 +117,7 @@ void frmMain::createControls() {
     connect(pctWeb, &WebPanel::contentHeightChanged, this, [this] { FitWebPanel(); });
     connect(pctWeb, &WebPanel::itemsReset, this, [this](bool visible) {
         if (!visible) {
-            vsbBack->hide();
+            vsbBack->withdraw();
         }
         ReDrawForm();
     });
@@ -128,6 +130,17 @@ void frmMain::createControls() {
     LV->setAccessibleDescription(uiText(txt::FilesDescription));
     // The list's items name positions in the tree; a rebuilt tree has other nodes at them.
     connect(report, &QAbstractItemModel::modelAboutToBeReset, LV->listModel(), &FileListModel::clear);
+    // Other files may need other room: the panes share it anew, once the list is filled.
+    connect(LV->listModel(), &QAbstractItemModel::modelReset, this, [this] {
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (isVisible()) {
+                    ReDrawForm();
+                }
+            },
+            Qt::QueuedConnection);
+    });
     connect(LV, &QAbstractItemView::clicked, this, &frmMain::LV_ItemClick);
     connect(LV, &FileListView::clickedAnywhere, this, &frmMain::LV_ItemClick);
     connect(LV, &QAbstractItemView::doubleClicked, this, [this] { ItemClick(LV); });

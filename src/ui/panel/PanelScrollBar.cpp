@@ -50,25 +50,44 @@ void PanelScrollBar::setRange(double height, qint32 maximum, qint32 largeChange,
 }
 
 void PanelScrollBar::fitPanel(double contentBottom, double listHeight) {
+    // The value a fit changes is no user's scroll: the keyboard stays where it is.
+    m_keepFocus = true;
     if (contentBottom < geometryTwips(m_panel).Height) {
-        hide();
+        withdraw();
         setHeightTwips(m_panel, listHeight);
+        // A panel scrolled down before its content shrank would show nothing of it.
+        setValue(0);
+        setTopTwips(m_panel, 0);
+        m_keepFocus = false;
         return;
     }
     setHeightTwips(m_panel, contentBottom);
+    m_wanted = true;
     show();
     setLeftTwips(this, geometryTwips(m_panel).Width);
     const double d = std::fabs(geometryTwips(m_panel).Height - listHeight);
     const qint32 top = d <= 32767 ? roundHalfEven(d) : 32767;
     m_unit = d <= 32767 ? 1 : d / top;
     setMaximum(top);
+    m_keepFocus = false;
+    const double line = pixelsToTwips(m_panel->fontMetrics().lineSpacing(), logicalDpi(m_panel));
+    const double page = qMax(line, listHeight - line);
     // A scroll bar takes change values from 1 up; a range too small for a tenth keeps at least 1.
     if (top / 10.0 > 0) {
-        setPageStep(qMax(1, roundHalfEven(top / 10.0)));
+        setPageStep(qMax(1, qMin(roundHalfEven(top / 10.0), roundHalfEven(page / m_unit))));
     }
     if (top / 100.0 > 0.3) {
-        setSingleStep(qMax(1, roundHalfEven(top / 100.0)));
+        setSingleStep(qMax(1, qMin(roundHalfEven(top / 100.0), roundHalfEven(line / m_unit))));
     }
+}
+
+void PanelScrollBar::withdraw() {
+    m_wanted = false;
+    hide();
+}
+
+void PanelScrollBar::followPanel(bool panelShown) {
+    setVisible(panelShown && m_wanted);
 }
 
 void PanelScrollBar::vsbBack_Scroll() {
@@ -83,15 +102,15 @@ void PanelScrollBar::vsbBack_Change() {
         return;
     }
     setTopTwips(m_panel, -value() * m_unit);
-    if (!m_byKey) {
+    if (!m_keepFocus) {
         m_list->setFocus();
     }
 }
 
 void PanelScrollBar::keyPressEvent(QKeyEvent* event) {
-    m_byKey = true;
+    m_keepFocus = true;
     QScrollBar::keyPressEvent(event);
-    m_byKey = false;
+    m_keepFocus = false;
 }
 
 void PanelScrollBar::focusInEvent(QFocusEvent* event) {

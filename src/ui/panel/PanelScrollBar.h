@@ -23,8 +23,14 @@ public:
     void setRange(double height, qint32 maximum, qint32 largeChange, qint32 smallChange);
     // Sizes the panel to content ending at contentBottom (twips): taller than the panel, the panel
     // grows to it and the scroll bar shows with its range against the list's height; otherwise the
-    // scroll bar hides and the panel is as tall as the list.
+    // scroll bar hides and the panel is as tall as the list, at the top, where its title is. A step is
+    // at most a line of the panel's text and a page at most what the list's height shows, so that a
+    // key never skips content however tall the panel.
     void fitPanel(double contentBottom, double listHeight);
+    // Hides the bar for good, until a fit shows it again.
+    void withdraw();
+    // The panel hidden or shown again by a layout pass: the bar goes with it and comes back as it was.
+    void followPanel(bool panelShown);
 
 protected:
     void focusInEvent(QFocusEvent* event) override;
@@ -38,8 +44,10 @@ private:
     QWidget* m_panel = nullptr;
     QWidget* m_list = nullptr;
     QFocusFrame* m_focusFrame;
-    // Set while a key press is handled: the change it makes keeps the focus here.
-    bool m_byKey = false;
+    // Set while a key press or a fit changes the value: the change keeps the focus where it is.
+    bool m_keepFocus = false;
+    // Whether the last fit wanted the bar, which a hidden panel only sets aside.
+    bool m_wanted = false;
     // Twips the panel moves for each step.
     double m_unit = 1;
 };

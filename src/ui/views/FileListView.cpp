@@ -39,6 +39,12 @@ FileListView::FileListView(const NodeCollection& nodes, QWidget* parent)
     // The scroll area places its sideways bar again on its own (when the bar shows, or the list
     // resizes): each time it is kept clear of what covers the rows.
     horizontalScrollBar()->parentWidget()->installEventFilter(this);
+    // Other rows may need other room.
+    const auto remeasure = [this] { m_readable = -1; };
+    connect(m_model, &QAbstractItemModel::modelReset, this, remeasure);
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, remeasure);
+    connect(m_model, &QAbstractItemModel::rowsRemoved, this, remeasure);
+    connect(m_model, &QAbstractItemModel::dataChanged, this, remeasure);
 }
 
 void FileListView::LV_ColumnClick(int column) {
@@ -110,11 +116,49 @@ void FileListView::updateGeometries() {
     m_placing = false;
 }
 
+int FileListView::leastReadableWidth() {
+    return m_columnWidth > 0 && header()->count() == 1 && m_model->rowCount() > 0
+               ? qMin(m_columnWidth, readableWidth())
+               : 0;
+}
+
+int FileListView::readableWidth() {
+    if (m_readable >= 0) {
+        return m_readable;
+    }
+    // Only the row whose shortest form is widest needs the delegate's measure; the others are compared
+    // by the width of their file's name alone.
+    const QFontMetrics metrics = fontMetrics();
+    int widest = -1;
+    int widestRow = -1;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const QString text = m_model->text(row);
+        const qsizetype cut = std::max(text.lastIndexOf(u'\\'), text.lastIndexOf(u'/'));
+        const int width = metrics.horizontalAdvance(cut > 0 ? text.mid(cut) : text);
+        if (width > widest) {
+            widest = width;
+            widestRow = row;
+        }
+    }
+    m_readable = 0;
+    if (widestRow >= 0) {
+        QStyleOptionViewItem option;
+        initViewItemOption(&option);
+        const QModelIndex index = m_model->index(widestRow, 0);
+        // Any width does: what the item's icon and margins take of it is the same.
+        option.rect = QRect(0, 0, 1000, metrics.height());
+        const auto* delegate = static_cast<const FullTextDelegate*>(itemDelegate());
+        m_readable = delegate->readableWidth(option, index, m_model->text(widestRow));
+    }
+    return m_readable;
+}
+
 void FileListView::clearSidewaysBar() {
     // The sideways scroll bar starts where the rows do: under the panel its left arrow is out of reach.
     QWidget* box = horizontalScrollBar()->parentWidget();
     const int left = viewport()->x();
-    if (box->x() < left) {
+    // When the panel gives way it starts at the list's edge again.
+    if (box->x() != left) {
         box->setGeometry(box->geometry().adjusted(left - box->x(), 0, 0, 0));
     }
 }
@@ -129,7 +173,8 @@ bool FileListView::eventFilter(QObject* watched, QEvent* event) {
 
 void FileListView::fitColumn(int rowsWidth) {
     if (m_columnWidth > 0 && header()->count() == 1) {
-        setColumnWidth(0, qMax(m_columnWidth, rowsWidth));
+        // Rows that all keep their file's whole name in less room need no sideways scrolling.
+        setColumnWidth(0, qMax(qMin(m_columnWidth, readableWidth()), rowsWidth));
     }
 }
 

@@ -33,6 +33,9 @@ public:
     // Starts the header and the rows right of the siblings stacked over the list's left edge (the
     // panel and its scroll bar), so that they cover no text. Call it when those siblings move.
     void keepClearOfCover();
+    // The least width in pixels of the rows' area in which every file's name shows whole, up to the
+    // column's design width; 0 for an empty list.
+    int leastReadableWidth();
     // Selects exactly these rows (not none), makes the first current and scrolls it into view.
     void selectRows(const QItemSelection& rows);
 
@@ -55,9 +58,12 @@ private:
     // A click on a column header sorts by it.
     void LV_ColumnClick(int column);
     void showSortIndicator();
-    // The one column at its design width, or as wide as the rows' area when that is wider.
+    // The one column at its design width, or as wide as the rows' area when that is wider; narrower
+    // than its design width where every row keeps its file's whole name in less.
     void fitColumn(int rowsWidth);
     void clearSidewaysBar();
+    // The least width of the rows' area in which every row shows its file's whole name.
+    int readableWidth();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     FileListModel* m_model;
@@ -65,6 +71,8 @@ private:
     int m_columnWidth = 0;
     // Pixels at the left the siblings over the list cover.
     int m_covered = 0;
+    // readableWidth() as last measured; -1 after the rows changed.
+    int m_readable = -1;
     bool m_placing = false;
     // Set by the selection model while a key press is handled.
     bool m_selectionChanged = false;

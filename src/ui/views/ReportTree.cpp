@@ -44,6 +44,22 @@ int ReportTree::selectedPosition() const {
     return selected.isEmpty() ? 0 : ReportTreeModel::positionOf(selected.first());
 }
 
+int ReportTree::captionsWidth() const {
+    if (!model()) {
+        return 0;
+    }
+    int widest = 0;
+    for (int row = 0; row < model()->rowCount(); ++row) {
+        const QModelIndex report = model()->index(row, 0);
+        widest = qMax(widest, indentation() + sizeHintForIndex(report).width());
+        for (int kind = 0; kind < model()->rowCount(report); ++kind) {
+            widest =
+                qMax(widest, 2 * indentation() + sizeHintForIndex(model()->index(kind, 0, report)).width());
+        }
+    }
+    return widest;
+}
+
 void ReportTree::mousePressEvent(QMouseEvent* event) {
     // The right button shows no menu here and moves nothing; a click beside the nodes keeps the
     // selection, as tree controls do.

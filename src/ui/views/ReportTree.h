@@ -24,6 +24,8 @@ public:
     QModelIndex indexOf(int position) const { return m_model->indexOf(position); }
     // The position of the selected node; 0 when no node is selected.
     int selectedPosition() const;
+    // The width in pixels the report's node and its kinds need to show their captions whole.
+    int captionsWidth() const;
 
 Q_SIGNALS:
     // A left click anywhere in the tree, nodes and expand buttons included; it comes after clicked().

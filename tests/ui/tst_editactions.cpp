@@ -1,25 +1,18 @@
 #include "../report/ReportBuilder.h"
 #include "MainWindowFixture.h"
-#include "report/ReportReader.h"
 #include "settings/Globals.h"
 #include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
-#include "ui/views/FileListView.h"
-#include "ui/views/ReportTree.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMimeData>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <QUrl>
 
@@ -36,14 +29,10 @@ const QString kTrack = QStringLiteral("D:\\Elsewhere\\Track01.mp3");
 
 // A shown window with export.vzt open, in a per-user folder of its own, and a local music folder
 // that holds some of the report's files.
-struct Editing : MainWindowFixture {
-    QTemporaryDir home;
+struct Editing : HomeWindowFixture {
     QString music = home.filePath(QStringLiteral("music"));
-    CommonDialog* dialogs = child<CommonDialog>("CMDlg");
 
     Editing() {
-        qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.filePath(QStringLiteral("config"))));
-        show();
         open(dataFile("export.vzt"));
         // Each test answers the dialogs it expects; the rest are real.
         dialogs->setChooser({});
@@ -224,7 +213,7 @@ private Q_SLOTS:
         Editing e;
         e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3", "Elsewhere/Track01.mp3"});
         e.mapToMusic();
-        e.dialogs->setChooser([&](const CommonDialog&) { return QString(answer).replace("%1", e.music); });
+        e.answer(QString(answer).replace("%1", e.music));
         e.activate("ID3v2");
         e.select(selected);
         const QString record = e.openInFakeEditor();
@@ -264,7 +253,7 @@ private Q_SLOTS:
         QCOMPARE(QApplication::clipboard()->mimeData()->urls(), QList<QUrl>{url});
         const QString record = e.openInFakeEditor();
         QTRY_COMPARE(contentsOf(record), real + '\n');
-        e.dialogs->setChooser([&e](const CommonDialog&) { return e.home.filePath("odd.m3u8"); });
+        e.answer(e.home.filePath("odd.m3u8"));
         e.trigger("submnuExport");
         QVERIFY2(contentsOf(e.home.filePath("odd.m3u8")).contains('\n' + url.toEncoded() + '\n'),
                  contentsOf(e.home.filePath("odd.m3u8")).constData());
@@ -358,56 +347,54 @@ private Q_SLOTS:
         const QString b = e.home.filePath("x=/y & \"z\"");
         const QString c = e.home.filePath("c");
         QVERIFY(QDir().mkpath(a) && QDir().mkpath(b) && QDir().mkpath(c));
-        // Fills in the mappings given (a Windows folder and where it is), tests a tag editor that is not
-        // here and presses OK; answers what the dialog showed before, and whether it was still open after.
-        const auto fill = [&e](const QList<std::pair<QString, QString>>& added, QStringList* shown,
-                               bool* open) {
-            QTimer::singleShot(0, [=, &e] {
+        // Opens Preferences, notes the mappings it shows, types the ones given (a Windows folder and
+        // where it is, with Tab between as a user does), tests a tag editor that is not here and presses
+        // OK; notes whether it was still open after.
+        QStringList shown;
+        bool open = true;
+        const auto fill = [&](const QList<std::pair<QString, QString>>& added) {
+            QTimer::singleShot(0, [&, added] {
                 auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
                 QVERIFY(dialog && dialog->objectName() == "frmPreferences");
                 auto* table = dialog->findChild<QTableWidget*>("tblPathMaps");
                 for (int row = 0; row < table->rowCount(); ++row) {
-                    *shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();
+                    shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();
                 }
-                // Typed as a user does: Add, the Windows folder, Tab, the local folder, Tab out to Add.
                 auto* add = dialog->findChild<QPushButton*>("cmdAddMapping");
                 for (const auto& [windows, local] : added) {
                     add->click();
-                    QTest::keyClicks(dialog->focusWidget(), windows);
-                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
-                    QTest::keyClicks(dialog->focusWidget(), local);
-                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+                    for (const QString& typed : {windows, local}) {
+                        QTest::keyClicks(dialog->focusWidget(), typed);
+                        QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+                    }
                     QCOMPARE(dialog->focusWidget(), add);
                 }
                 auto* editor = dialog->findChild<QLineEdit*>("txtTagEditor");
+                auto* test = dialog->findChild<QPushButton*>("cmdTestTagEditor");
                 // Its label gives it an access key and a name a screen reader says.
                 QCOMPARE(editor->accessibleName(), "Tag editor");
                 const QList<QLabel*> labels = dialog->findChildren<QLabel*>();
                 QVERIFY(std::any_of(labels.begin(), labels.end(), [editor](const QLabel* label) {
                     return label->buddy() == editor && label->text() == "&Tag editor:";
                 }));
-                QCOMPARE(dialog->findChild<QPushButton*>("cmdTestTagEditor")->text(), "Te&st");
+                QCOMPARE(test->text(), "Te&st");
                 editor->setText("zentoria-no-editor %F");
-                dialog->findChild<QPushButton*>("cmdTestTagEditor")->click();
-                *shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();
+                test->click();
+                shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();
                 editor->setText("kid3 %F");
                 dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
-                *open = dialog->isVisible();
+                open = dialog->isVisible();
                 dialog->reject();
-                Q_UNUSED(e);
             });
+            e.trigger("submnuPreferences");
         };
-        QStringList shown;
-        bool open = true;
-        fill({{"C:\\Music", a}, {"D:\\Rips", b}, {"F:\\Old=New", c}}, &shown, &open);
-        e.trigger("submnuPreferences");
+        fill({{"C:\\Music", a}, {"D:\\Rips", b}, {"F:\\Old=New", c}});
         QVERIFY(!open);
         const QString three = read(settings::PathMap);
         QCOMPARE(read(settings::TagEditor), QStringLiteral("kid3 %F"));
 
         // Opened again, it shows both; a folder that is not here is refused with a warning.
-        fill({{"E:\\Gone", e.home.filePath("gone")}}, &shown, &open);
-        e.trigger("submnuPreferences");
+        fill({{"E:\\Gone", e.home.filePath("gone")}});
         QCOMPARE(shown, (QStringList{"zentoria-no-editor is not on this computer.", "C:\\Music=" + a,
                                      "D:\\Rips=" + b, "F:\\Old=New=" + c,
                                      "zentoria-no-editor is not on this computer."}));

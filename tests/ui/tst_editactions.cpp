@@ -116,30 +116,6 @@ private Q_SLOTS:
                         .startsWith("3 files selected (ID3v2 Not found)."));
     }
 
-    void copy() {
-        Editing e;
-        e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
-        e.mapToMusic();
-        e.activate("ID3v2");
-        e.select({kWaterloo, kLive, kTrack});
-        e.list->setFocus();
-        QTest::keyClick(e.list, Qt::Key_C, Qt::ControlModifier);
-
-        const QMimeData* copied = QApplication::clipboard()->mimeData();
-        QVERIFY(copied);
-        QCOMPARE(copied->text(), kWaterloo + u'\n' + kLive + u'\n' + kTrack);
-        // Only the files that are here, mapped, as URLs a file manager takes.
-        QCOMPARE(copied->urls(),
-                 (QList<QUrl>{QUrl::fromLocalFile(e.music + "/Abba/Waterloo.mp3"),
-                              QUrl::fromLocalFile(e.music + "/Queen/\"Live\" at Wembley.mp3")}));
-
-        // None of them here: plain text only.
-        e.select({kTrack});
-        e.trigger("submnuCopy");
-        QCOMPARE(QApplication::clipboard()->mimeData()->text(), kTrack);
-        QVERIFY(!QApplication::clipboard()->mimeData()->hasUrls());
-    }
-
     void exportByTheChosenFilter() {
         // No file selected exports the kind's files, mapped whatever the letter case of their folder.
         Editing e;
@@ -189,13 +165,15 @@ private Q_SLOTS:
         QCOMPARE(asked, (QStringList{"C:\\", "Export", "D:\\Elsewhere", "Export", "Export"}));
     }
 
-    void tagEditor_data() {
-        // The arguments are relative to the music folder; the message is its start, or empty.
-        // A file outside the mapping is asked about (answered: where it is, or as it stands).
+    void tagEditorAndCopy_data() {
+        // The arguments are relative to the music folder; the message is its start, or empty. A file
+        // outside the mapping is asked about (answered: where it is, or as it stands). Copy gives the
+        // files' texts, and those that are here as URLs a file manager takes.
         addColumns<QStringList, QString, QStringList, QString>("selected", "answer", "arguments", "message");
 
-        addRow("asked, not missing", QStringList{kWaterloo, kTrack}, "D:\\Elsewhere=%1/Elsewhere",
-               QStringList{"Abba/Waterloo.mp3", "Elsewhere/Track01.mp3"}, "");
+        addRow("asked, not missing", QStringList{kWaterloo, kLive, kTrack}, "D:\\Elsewhere=%1/Elsewhere",
+               QStringList{"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3", "Elsewhere/Track01.mp3"},
+               "");
         addRow("one missing", QStringList{kWaterloo, kTrack}, "", QStringList{"Abba/Waterloo.mp3"},
                "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
                "editor starts with the other file.");
@@ -204,7 +182,7 @@ private Q_SLOTS:
                "editor was not started.");
     }
 
-    void tagEditor() {
+    void tagEditorAndCopy() {
         QFETCH(QStringList, selected);
         QFETCH(QString, answer);
         QFETCH(QStringList, arguments);
@@ -220,17 +198,24 @@ private Q_SLOTS:
 
         QCOMPARE(e.messages.isEmpty() ? QString() : e.messages.first(), message);
         QCOMPARE(e.messages.size(), message.isEmpty() ? 0 : 1);
+        QByteArray expected;
+        QList<QUrl> urls;
+        for (const QString& argument : arguments) {
+            expected += QFile::encodeName(e.music + u'/' + argument) + '\n';
+            urls << QUrl::fromLocalFile(e.music + u'/' + argument);
+        }
         if (arguments.isEmpty()) {
             QTest::qWait(200);
             QVERIFY(!QFile::exists(record));
-            return;
+        } else {
+            QTRY_COMPARE(contentsOf(record), expected);
         }
-        QTRY_VERIFY(QFile::exists(record));
-        QByteArray expected;
-        for (const QString& argument : arguments) {
-            expected += QFile::encodeName(e.music + u'/' + argument) + '\n';
-        }
-        QCOMPARE(contentsOf(record), expected);
+        e.list->setFocus();
+        QTest::keyClick(e.list, Qt::Key_C, Qt::ControlModifier);
+        const QMimeData* copied = QApplication::clipboard()->mimeData();
+        QVERIFY(copied);
+        QCOMPARE(copied->text(), selected.join(u'\n'));
+        QCOMPARE(copied->urls(), urls);
     }
 
     void oddNamesLeadToTheRealFile() {

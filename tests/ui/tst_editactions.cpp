@@ -70,17 +70,13 @@ struct Editing : HomeWindowFixture {
         qputenv("PATH", path);
         return record;
     }
-    // The next modal dialog of this kind gets the text typed into its line edit and is accepted.
-    void answerNextDialog(const char* dialogName, const char* editName, const QString& text) {
+    // Runs act on the next modal dialog once it is open; it must be the one of this name.
+    template <typename Act>
+    void onNextDialog(const char* name, Act act) {
         QTimer::singleShot(0, [=] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            QCOMPARE(dialog->objectName(), QLatin1StringView(dialogName));
-            auto* edit = dialog->findChild<QLineEdit*>(QLatin1StringView(editName));
-            QVERIFY(edit);
-            edit->selectAll();
-            QTest::keyClicks(edit, text);
-            QTest::keyClick(edit, Qt::Key_Return);
+            QVERIFY2(dialog && dialog->objectName() == QLatin1StringView(name), name);
+            act(dialog);
         });
     }
 };
@@ -266,7 +262,12 @@ private Q_SLOTS:
         e.activate("ID3v2");
         e.select({kWaterloo});
         QTRY_VERIFY(!e.child<QTimer>("ShowSelectedItems")->isActive());
-        e.answerNextDialog("frmSelectMatching", "txtPattern", pattern);
+        e.onNextDialog("frmSelectMatching", [pattern](QDialog* dialog) {
+            auto* edit = dialog->findChild<QLineEdit*>("txtPattern");
+            edit->selectAll();
+            QTest::keyClicks(edit, pattern);
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
         e.list->setFocus();
         QTest::keyClick(e.list, Qt::Key_F, Qt::ControlModifier);
 
@@ -305,8 +306,7 @@ private Q_SLOTS:
         // A screen reader hears what the panel's title is in the language too.
         QVERIFY(e.child<CaptionLabel>("lblWebFolder")->accessibleName().startsWith(shown));
         QString title;
-        QTimer::singleShot(0, [&title] {
-            QWidget* dialog = QApplication::activeModalWidget();
+        e.onNextDialog("frmSelectMatching", [&title](QDialog* dialog) {
             title = dialog->windowTitle();
             dialog->close();
         });
@@ -338,9 +338,7 @@ private Q_SLOTS:
         QStringList shown;
         bool open = true;
         const auto fill = [&](const QList<std::pair<QString, QString>>& added) {
-            QTimer::singleShot(0, [&, added] {
-                auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-                QVERIFY(dialog && dialog->objectName() == "frmPreferences");
+            e.onNextDialog("frmPreferences", [&, added](QDialog* dialog) {
                 auto* table = dialog->findChild<QTableWidget*>("tblPathMaps");
                 for (int row = 0; row < table->rowCount(); ++row) {
                     shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();

@@ -56,9 +56,8 @@ QStringList accessibleObjects(QAccessibleInterface* object) {
         if (!child || child->role() == QAccessible::MenuBar) {
             continue;
         }
-        found << QStringLiteral("%1 %2").arg(int(child->role())).arg(child->text(QAccessible::Name));
-        if (child->state().invisible) {
-            found.removeLast();
+        if (!child->state().invisible) {
+            found << QStringLiteral("%1 %2").arg(int(child->role())).arg(child->text(QAccessible::Name));
         }
         found += accessibleObjects(child);
     }

@@ -112,29 +112,7 @@ private Q_SLOTS:
                         .startsWith("3 files selected (ID3v2 Not found)."));
     }
 
-    void exportByTheChosenFilter() {
-        // No file selected exports the kind's files, mapped whatever the letter case of their folder.
-        Editing e;
-        e.mapToMusic();
-        e.activate("ID3v0");
-        QStringList filters;
-        e.dialogs->setChooser([&](const CommonDialog& request) {
-            filters << request.Filter;
-            // The user picks the third filter, text, for a name without an extension.
-            const_cast<CommonDialog&>(request).FilterIndex = 3;
-            return e.home.filePath("out");
-        });
-        e.trigger("submnuExport");
-        QCOMPARE(e.messages, QStringList());
-        QCOMPARE(filters.size(), 1);
-        QVERIFY(filters.first().contains("*.m3u8") && filters.first().contains("*.csv"));
-        QCOMPARE(contentsOf(e.home.filePath("out.txt")),
-                 QFile::encodeName(e.music) + "/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
-        QCOMPARE(e.child<QLabel>("lblStatusMessage")->accessibleName(),
-                 "1 file exported to \"" + e.home.filePath("out.txt") + "\".");
-    }
-
-    void pathMapAskedOnce() {
+    void exportAsksThePathMapOnce() {
         // Asked with the report's common root, not the album's folder; then about a folder outside it.
         Editing e;
         e.makeLocalFiles({"Abba/Waterloo.mp3", "Elsewhere/Track01.mp3"});
@@ -159,6 +137,24 @@ private Q_SLOTS:
         e.trigger("submnuExport");
         // export.vzt's files share only "C:\\" ("C:\\Musical" among them).
         QCOMPARE(asked, (QStringList{"C:\\", "Export", "D:\\Elsewhere", "Export", "Export"}));
+
+        // No file selected exports the kind's files, mapped whatever the letter case of their folder.
+        e.activate("ID3v0");
+        QStringList filters;
+        e.dialogs->setChooser([&](const CommonDialog& request) {
+            filters << request.Filter;
+            // The user picks the third filter, text, for a name without an extension.
+            const_cast<CommonDialog&>(request).FilterIndex = 3;
+            return e.home.filePath("out");
+        });
+        e.trigger("submnuExport");
+        QCOMPARE(e.messages, QStringList());
+        QCOMPARE(filters.size(), 1);
+        QVERIFY(filters.first().contains("*.m3u8") && filters.first().contains("*.csv"));
+        QCOMPARE(contentsOf(e.home.filePath("out.txt")),
+                 QFile::encodeName(e.music) + "/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
+        QCOMPARE(e.child<QLabel>("lblStatusMessage")->accessibleName(),
+                 "1 file exported to \"" + e.home.filePath("out.txt") + "\".");
     }
 
     void tagEditorAndCopy_data() {

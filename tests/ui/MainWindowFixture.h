@@ -11,10 +11,66 @@
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QMimeData>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTreeView>
 
 #include <algorithm>
+
+// The index whose key (Qt::UserRole) is this, anywhere in the view's model; invalid when there is none.
+inline QModelIndex indexOfKey(const QAbstractItemView* view, const QString& key) {
+    const QAbstractItemModel* model = view->model();
+    return model->match(model->index(0, 0), Qt::UserRole, key, 1, Qt::MatchExactly | Qt::MatchRecursive)
+        .value(0);
+}
+
+// The index of a top-level row.
+inline QModelIndex rowIndex(const QAbstractItemView* view, int row) {
+    return view->model()->index(row, 0);
+}
+
+// Where a user clicks an index: the middle of its row, or of the part of the row the view shows.
+inline QPoint indexPoint(QAbstractItemView* view, const QModelIndex& index) {
+    view->scrollTo(index);
+    return view->visualRect(index).intersected(view->viewport()->rect()).center();
+}
+
+inline void clickIndex(QAbstractItemView* view, const QModelIndex& index,
+                       Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers modifiers = {}) {
+    QVERIFY(index.isValid());
+    QTest::mouseClick(view->viewport(), button, modifiers, indexPoint(view, index));
+}
+
+// Clicks the expand button in front of an index.
+inline void clickExpandButton(QTreeView* view, const QModelIndex& index) {
+    view->scrollTo(index);
+    const QRect row = view->visualRect(index);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                      QPoint(row.left() - view->indentation() / 2, row.center().y()));
+}
+
+// The texts (or another role) of the top-level rows, in the order the view shows them.
+inline QStringList texts(const QAbstractItemView* view, int role = Qt::DisplayRole) {
+    QStringList out;
+    for (int row = 0; row < view->model()->rowCount(); ++row) {
+        out << rowIndex(view, row).data(role).toString();
+    }
+    return out;
+}
+
+inline QStringList keys(const QAbstractItemView* view) {
+    return texts(view, Qt::UserRole);
+}
+
+// The rows whose items are selected, top to bottom.
+inline QList<int> selectedRows(const QAbstractItemView* view) {
+    QList<int> rows;
+    for (const QModelIndex& index : view->selectionModel()->selectedRows()) {
+        rows << index.row();
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
 
 // A loaded main window whose messages are collected instead of shown.
 struct MainWindowFixture {
@@ -64,75 +120,33 @@ struct MainWindowFixture {
     }
 
     // Clicks the tree node with this key, as a user activates it.
-    void activate(const char* key);
+    void activate(const char* key) { clickIndex(tree, indexOfKey(tree, QLatin1StringView(key))); }
+
     // The texts of the list's selected items, sorted.
-    QStringList selectedTexts() const;
+    QStringList selectedTexts() const {
+        QStringList selected;
+        for (const QModelIndex& index : list->selectionModel()->selectedRows()) {
+            selected << index.data().toString();
+        }
+        selected.sort();
+        return selected;
+    }
 };
 
-// The index whose key (Qt::UserRole) is this, anywhere in the view's model; invalid when there is none.
-inline QModelIndex indexOfKey(const QAbstractItemView* view, const QString& key) {
-    const QAbstractItemModel* model = view->model();
-    return model->match(model->index(0, 0), Qt::UserRole, key, 1, Qt::MatchExactly | Qt::MatchRecursive)
-        .value(0);
-}
+// A shown window that keeps its settings in a per-user folder of its own (by default in home), its file
+// dialogs answered as each test says.
+struct HomeWindowFixture : MainWindowFixture {
+    QTemporaryDir home;
+    zentoria::CommonDialog* dialogs = child<zentoria::CommonDialog>("CMDlg");
 
-// The index of a top-level row.
-inline QModelIndex rowIndex(const QAbstractItemView* view, int row) {
-    return view->model()->index(row, 0);
-}
-
-// Where a user clicks an index: the middle of its row, or of the part of the row the view shows.
-inline QPoint indexPoint(QAbstractItemView* view, const QModelIndex& index) {
-    view->scrollTo(index);
-    return view->visualRect(index).intersected(view->viewport()->rect()).center();
-}
-
-inline void clickIndex(QAbstractItemView* view, const QModelIndex& index,
-                       Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers modifiers = {}) {
-    QVERIFY(index.isValid());
-    QTest::mouseClick(view->viewport(), button, modifiers, indexPoint(view, index));
-}
-
-// Clicks the expand button in front of an index.
-inline void clickExpandButton(QTreeView* view, const QModelIndex& index) {
-    view->scrollTo(index);
-    const QRect row = view->visualRect(index);
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
-                      QPoint(row.left() - view->indentation() / 2, row.center().y()));
-}
-
-// The texts (or another role) of the top-level rows, in the order the view shows them.
-inline QStringList texts(const QAbstractItemView* view, int role = Qt::DisplayRole) {
-    QStringList out;
-    for (int row = 0; row < view->model()->rowCount(); ++row) {
-        out << rowIndex(view, row).data(role).toString();
+    explicit HomeWindowFixture(const QString& configHome = {}) {
+        qputenv(
+            "XDG_CONFIG_HOME",
+            QFile::encodeName(configHome.isEmpty() ? home.filePath(QStringLiteral("config")) : configHome));
+        show();
     }
-    return out;
-}
-
-inline QStringList keys(const QAbstractItemView* view) {
-    return texts(view, Qt::UserRole);
-}
-
-inline void MainWindowFixture::activate(const char* key) {
-    clickIndex(tree, indexOfKey(tree, QLatin1StringView(key)));
-}
-
-inline QStringList MainWindowFixture::selectedTexts() const {
-    QStringList selected;
-    for (const QModelIndex& index : list->selectionModel()->selectedRows()) {
-        selected << index.data().toString();
+    // Answers every file dialog with this.
+    void answer(const QString& text) {
+        dialogs->setChooser([text](const zentoria::CommonDialog&) { return text; });
     }
-    selected.sort();
-    return selected;
-}
-
-// The rows whose items are selected, top to bottom.
-inline QList<int> selectedRows(const QAbstractItemView* view) {
-    QList<int> rows;
-    for (const QModelIndex& index : view->selectionModel()->selectedRows()) {
-        rows << index.row();
-    }
-    std::sort(rows.begin(), rows.end());
-    return rows;
-}
+};

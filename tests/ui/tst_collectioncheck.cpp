@@ -26,15 +26,11 @@ const QString kTitle = QStringLiteral("Melvadex's Zentoria");
 
 // A shown window in a per-user folder of its own, with a music folder: Waterloo has only an ID3v2
 // tag, Fernando none, Jóga only ID3v1, Mamma Mia both, and junk.mp3 is no MP3 at all.
-struct Checking : MainWindowFixture {
-    QTemporaryDir home;
+struct Checking : HomeWindowFixture {
     QString music = home.filePath(QStringLiteral("Music"));
-    CommonDialog* dialogs = child<CommonDialog>("CMDlg");
     QWidget* progress = child<QWidget>("fraCheckProgress");
 
     Checking() {
-        qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.filePath(QStringLiteral("config"))));
-        show();
         QVERIFY(writeMp3(music + "/Abba/Waterloo.mp3", V2));
         QVERIFY(writeMp3(music + "/Abba/Fernando.mp3", NoTag));
         QVERIFY(writeMp3(music + "/Björk/Jóga.mp3", V1));
@@ -42,13 +38,23 @@ struct Checking : MainWindowFixture {
         QVERIFY(writeFile(music + "/junk.mp3", "no audio"));
         QVERIFY(::mkfifo(QFile::encodeName(music + "/pipe.mp3").constData(), 0600) == 0);
     }
-    // Answers every dialog with this.
-    void answer(const QString& text) {
-        dialogs->setChooser([text](const CommonDialog&) { return text; });
+    // Runs the action, a check, to its end.
+    void check(const char* action) {
+        trigger(action);
+        QTRY_VERIFY(!progress->isVisible());
+    }
+    void checkFolder(const QString& folder) {
+        answer(folder);
+        check("submnuCheckFolder");
     }
     QStringList listed(const char* kind) {
         activate(kind);
         return texts(list);
+    }
+    // The check's result on screen, asked about, is thrown away.
+    void discardWhenAsked() {
+        window.messageBoxes().setChooser(
+            [](const QString&, QMessageBox::StandardButtons) { return QMessageBox::Discard; });
     }
 };
 
@@ -90,40 +96,29 @@ private Q_SLOTS:
                      "/pipe.mp3: not a regular file");
         QCOMPARE(read(settings::LastCheckedFolder), c.music);
 
-        // Saved, it reads back as the same report, and is a report like any other.
-        QString suggested;
+        // Saved, it reads back as the same report, and is a report like any other; the next check starts
+        // where the last one was made.
+        QStringList startedAt;
         c.dialogs->setChooser([&](const CommonDialog& request) {
-            suggested = request.InitDir;
-            return c.home.filePath("music");
+            startedAt << request.InitDir;
+            return startedAt.size() == 1 ? c.home.filePath("music") : QString();
         });
         c.trigger("submnuSaveAs");
-        QCOMPARE(suggested, QDir::home().filePath("Music.vzt"));
-        const QString saved = c.home.filePath("music.vzt");
-        QFile file(saved);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        DeviceLineSource source(file);
+        const QByteArray saved = contentsOf(c.home.filePath("music.vzt"));
+        MemoryLineSource source(saved);
         const ReportReadResult read = ReadReport(source);
         QCOMPARE(read.Outcome, Outcome::Loaded);
         QCOMPARE(read.Entries.size(), 3);
-        QVERIFY(contentsOf(saved).contains("\r\n  Not checked: 3 files or folders\r\n"));
+        QVERIFY(saved.contains("\r\n  Not checked: 3 files or folders\r\n"));
         QCOMPARE(read.Entries.at(0).Path, c.music + "/Abba/Fernando.mp3");
         QCOMPARE(c.window.windowTitle(), "music.vzt — " + kTitle);
         QVERIFY(!c.child<QAction>("submnuSaveAs")->isEnabled());
-
-        // The next check starts where the last one was made.
-        QString startedAt;
-        c.dialogs->setChooser([&startedAt](const CommonDialog& request) {
-            startedAt = request.InitDir;
-            return QString();
-        });
         c.trigger("submnuCheckFolder");
-        QCOMPARE(startedAt, c.music);
+        QCOMPARE(startedAt, (QStringList{QDir::home().filePath("Music.vzt"), c.music}));
 
         // A check that found nothing loses nothing: quitting asks nothing (an answerer would say no).
         QVERIFY(QDir().mkpath(c.home.filePath("empty")));
-        c.answer(c.home.filePath("empty"));
-        c.trigger("submnuCheckFolder");
-        QTRY_VERIFY(!c.progress->isVisible());
+        c.checkFolder(c.home.filePath("empty"));
         QVERIFY(c.window.close());
     }
 
@@ -137,9 +132,7 @@ private Q_SLOTS:
         QCOMPARE(c.child<QWidget>("vsbBack")->accessibleName(), "Details blättern");
         // A link to itself: the system's error, in the language file's words.
         QVERIFY(QFile::link("loop.mp3", c.music + "/loop.mp3"));
-        c.answer(c.music);
-        c.trigger("submnuCheckFolder");
-        QTRY_VERIFY(!c.progress->isVisible());
+        c.checkFolder(c.music);
         QCOMPARE(
             c.window.messageBoxes().lastDetails(),
             c.music + "/junk.mp3: keine MPEG-Audiodaten gefunden: keine MP3-Datei, oder abgeschnitten\n" +
@@ -219,8 +212,7 @@ private Q_SLOTS:
         QVERIFY(setTags(c.music + "/Abba/Fernando.mp3", V1));
         // Asked where the report's folder is, as for the tag editor.
         c.answer("C:\\Music=" + c.music);
-        c.trigger("submnuRecheck");
-        QTRY_VERIFY(!c.progress->isVisible());
+        c.check("submnuRecheck");
         // Gone is not fixed: it keeps its kind, and the message names it.
         QCOMPARE(c.messages,
                  QStringList{"2 fixed, 1 still, 1 not found, 1 changed kind\nRecords of the report that "
@@ -235,10 +227,8 @@ private Q_SLOTS:
         QVERIFY(c.child<QAction>("submnuSaveAs")->isEnabled());
 
         // Its result checked again (and discarded, since not saved): "checked again" once, not twice.
-        c.window.messageBoxes().setChooser(
-            [](const QString&, QMessageBox::StandardButtons) { return QMessageBox::Discard; });
-        c.trigger("submnuRecheck");
-        QTRY_VERIFY(!c.progress->isVisible());
+        c.discardWhenAsked();
+        c.check("submnuRecheck");
         QCOMPARE(c.window.windowTitle(), "music.vzt, checked again (not saved) — " + kTitle);
 
         // A folder that is not where the files are: nothing found, nothing fixed, and Preferences offered;
@@ -258,8 +248,7 @@ private Q_SLOTS:
                               unread}}) {
             write(settings::PathMap, "C:\\Music=" + folder);
             // The result shown is not saved: opening the report again asks first.
-            c.window.messageBoxes().setChooser(
-                [](const QString&, QMessageBox::StandardButtons) { return QMessageBox::Discard; });
+            c.discardWhenAsked();
             c.open(report);
             QSignalSpy preferences(c.child<QAction>("submnuPreferences"), &QAction::triggered);
             QString asked;
@@ -300,9 +289,7 @@ private Q_SLOTS:
         const bool quit = route == u"quit";
         Checking c;
         c.open(dataFile("mixed.vzt")); // File > Recent lists it
-        c.answer(c.music);
-        c.trigger("submnuCheckFolder");
-        QTRY_VERIFY(!c.progress->isVisible());
+        c.checkFolder(c.music);
         const QString unsaved = "Check of " + c.music + " (not saved) — " + kTitle;
         QCOMPARE(c.window.windowTitle(), unsaved);
         QStringList asked;

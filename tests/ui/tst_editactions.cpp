@@ -1,25 +1,18 @@
 #include "../report/ReportBuilder.h"
 #include "MainWindowFixture.h"
-#include "report/ReportReader.h"
 #include "settings/Globals.h"
 #include "settings/Preferences.h"
 #include "ui/common/CaptionLabel.h"
-#include "ui/views/FileListView.h"
-#include "ui/views/ReportTree.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMimeData>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <QUrl>
 
@@ -36,14 +29,10 @@ const QString kTrack = QStringLiteral("D:\\Elsewhere\\Track01.mp3");
 
 // A shown window with export.vzt open, in a per-user folder of its own, and a local music folder
 // that holds some of the report's files.
-struct Editing : MainWindowFixture {
-    QTemporaryDir home;
+struct Editing : HomeWindowFixture {
     QString music = home.filePath(QStringLiteral("music"));
-    CommonDialog* dialogs = child<CommonDialog>("CMDlg");
 
     Editing() {
-        qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.filePath(QStringLiteral("config"))));
-        show();
         open(dataFile("export.vzt"));
         // Each test answers the dialogs it expects; the rest are real.
         dialogs->setChooser({});
@@ -81,17 +70,13 @@ struct Editing : MainWindowFixture {
         qputenv("PATH", path);
         return record;
     }
-    // The next modal dialog of this kind gets the text typed into its line edit and is accepted.
-    void answerNextDialog(const char* dialogName, const char* editName, const QString& text) {
+    // Runs act on the next modal dialog once it is open; it must be the one of this name.
+    template <typename Act>
+    void onNextDialog(const char* name, Act act) {
         QTimer::singleShot(0, [=] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            QCOMPARE(dialog->objectName(), QLatin1StringView(dialogName));
-            auto* edit = dialog->findChild<QLineEdit*>(QLatin1StringView(editName));
-            QVERIFY(edit);
-            edit->selectAll();
-            QTest::keyClicks(edit, text);
-            QTest::keyClick(edit, Qt::Key_Return);
+            QVERIFY2(dialog && dialog->objectName() == QLatin1StringView(name), name);
+            act(dialog);
         });
     }
 };
@@ -127,53 +112,7 @@ private Q_SLOTS:
                         .startsWith("3 files selected (ID3v2 Not found)."));
     }
 
-    void copy() {
-        Editing e;
-        e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3"});
-        e.mapToMusic();
-        e.activate("ID3v2");
-        e.select({kWaterloo, kLive, kTrack});
-        e.list->setFocus();
-        QTest::keyClick(e.list, Qt::Key_C, Qt::ControlModifier);
-
-        const QMimeData* copied = QApplication::clipboard()->mimeData();
-        QVERIFY(copied);
-        QCOMPARE(copied->text(), kWaterloo + u'\n' + kLive + u'\n' + kTrack);
-        // Only the files that are here, mapped, as URLs a file manager takes.
-        QCOMPARE(copied->urls(),
-                 (QList<QUrl>{QUrl::fromLocalFile(e.music + "/Abba/Waterloo.mp3"),
-                              QUrl::fromLocalFile(e.music + "/Queen/\"Live\" at Wembley.mp3")}));
-
-        // None of them here: plain text only.
-        e.select({kTrack});
-        e.trigger("submnuCopy");
-        QCOMPARE(QApplication::clipboard()->mimeData()->text(), kTrack);
-        QVERIFY(!QApplication::clipboard()->mimeData()->hasUrls());
-    }
-
-    void exportByTheChosenFilter() {
-        // No file selected exports the kind's files, mapped whatever the letter case of their folder.
-        Editing e;
-        e.mapToMusic();
-        e.activate("ID3v0");
-        QStringList filters;
-        e.dialogs->setChooser([&](const CommonDialog& request) {
-            filters << request.Filter;
-            // The user picks the third filter, text, for a name without an extension.
-            const_cast<CommonDialog&>(request).FilterIndex = 3;
-            return e.home.filePath("out");
-        });
-        e.trigger("submnuExport");
-        QCOMPARE(e.messages, QStringList());
-        QCOMPARE(filters.size(), 1);
-        QVERIFY(filters.first().contains("*.m3u8") && filters.first().contains("*.csv"));
-        QCOMPARE(contentsOf(e.home.filePath("out.txt")),
-                 QFile::encodeName(e.music) + "/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
-        QCOMPARE(e.child<QLabel>("lblStatusMessage")->accessibleName(),
-                 "1 file exported to \"" + e.home.filePath("out.txt") + "\".");
-    }
-
-    void pathMapAskedOnce() {
+    void exportAsksThePathMapOnce() {
         // Asked with the report's common root, not the album's folder; then about a folder outside it.
         Editing e;
         e.makeLocalFiles({"Abba/Waterloo.mp3", "Elsewhere/Track01.mp3"});
@@ -198,15 +137,35 @@ private Q_SLOTS:
         e.trigger("submnuExport");
         // export.vzt's files share only "C:\\" ("C:\\Musical" among them).
         QCOMPARE(asked, (QStringList{"C:\\", "Export", "D:\\Elsewhere", "Export", "Export"}));
+
+        // No file selected exports the kind's files, mapped whatever the letter case of their folder.
+        e.activate("ID3v0");
+        QStringList filters;
+        e.dialogs->setChooser([&](const CommonDialog& request) {
+            filters << request.Filter;
+            // The user picks the third filter, text, for a name without an extension.
+            const_cast<CommonDialog&>(request).FilterIndex = 3;
+            return e.home.filePath("out");
+        });
+        e.trigger("submnuExport");
+        QCOMPARE(e.messages, QStringList());
+        QCOMPARE(filters.size(), 1);
+        QVERIFY(filters.first().contains("*.m3u8") && filters.first().contains("*.csv"));
+        QCOMPARE(contentsOf(e.home.filePath("out.txt")),
+                 QFile::encodeName(e.music) + "/Bj\xC3\xB6rk/J\xC3\xB3ga.mp3\n");
+        QCOMPARE(e.child<QLabel>("lblStatusMessage")->accessibleName(),
+                 "1 file exported to \"" + e.home.filePath("out.txt") + "\".");
     }
 
-    void tagEditor_data() {
-        // The arguments are relative to the music folder; the message is its start, or empty.
-        // A file outside the mapping is asked about (answered: where it is, or as it stands).
+    void tagEditorAndCopy_data() {
+        // The arguments are relative to the music folder; the message is its start, or empty. A file
+        // outside the mapping is asked about (answered: where it is, or as it stands). Copy gives the
+        // files' texts, and those that are here as URLs a file manager takes.
         addColumns<QStringList, QString, QStringList, QString>("selected", "answer", "arguments", "message");
 
-        addRow("asked, not missing", QStringList{kWaterloo, kTrack}, "D:\\Elsewhere=%1/Elsewhere",
-               QStringList{"Abba/Waterloo.mp3", "Elsewhere/Track01.mp3"}, "");
+        addRow("asked, not missing", QStringList{kWaterloo, kLive, kTrack}, "D:\\Elsewhere=%1/Elsewhere",
+               QStringList{"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3", "Elsewhere/Track01.mp3"},
+               "");
         addRow("one missing", QStringList{kWaterloo, kTrack}, "", QStringList{"Abba/Waterloo.mp3"},
                "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
                "editor starts with the other file.");
@@ -215,7 +174,7 @@ private Q_SLOTS:
                "editor was not started.");
     }
 
-    void tagEditor() {
+    void tagEditorAndCopy() {
         QFETCH(QStringList, selected);
         QFETCH(QString, answer);
         QFETCH(QStringList, arguments);
@@ -224,24 +183,31 @@ private Q_SLOTS:
         Editing e;
         e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3", "Elsewhere/Track01.mp3"});
         e.mapToMusic();
-        e.dialogs->setChooser([&](const CommonDialog&) { return QString(answer).replace("%1", e.music); });
+        e.answer(QString(answer).replace("%1", e.music));
         e.activate("ID3v2");
         e.select(selected);
         const QString record = e.openInFakeEditor();
 
         QCOMPARE(e.messages.isEmpty() ? QString() : e.messages.first(), message);
         QCOMPARE(e.messages.size(), message.isEmpty() ? 0 : 1);
+        QByteArray expected;
+        QList<QUrl> urls;
+        for (const QString& argument : arguments) {
+            expected += QFile::encodeName(e.music + u'/' + argument) + '\n';
+            urls << QUrl::fromLocalFile(e.music + u'/' + argument);
+        }
         if (arguments.isEmpty()) {
             QTest::qWait(200);
             QVERIFY(!QFile::exists(record));
-            return;
+        } else {
+            QTRY_COMPARE(contentsOf(record), expected);
         }
-        QTRY_VERIFY(QFile::exists(record));
-        QByteArray expected;
-        for (const QString& argument : arguments) {
-            expected += QFile::encodeName(e.music + u'/' + argument) + '\n';
-        }
-        QCOMPARE(contentsOf(record), expected);
+        e.list->setFocus();
+        QTest::keyClick(e.list, Qt::Key_C, Qt::ControlModifier);
+        const QMimeData* copied = QApplication::clipboard()->mimeData();
+        QVERIFY(copied);
+        QCOMPARE(copied->text(), selected.join(u'\n'));
+        QCOMPARE(copied->urls(), urls);
     }
 
     void oddNamesLeadToTheRealFile() {
@@ -264,7 +230,7 @@ private Q_SLOTS:
         QCOMPARE(QApplication::clipboard()->mimeData()->urls(), QList<QUrl>{url});
         const QString record = e.openInFakeEditor();
         QTRY_COMPARE(contentsOf(record), real + '\n');
-        e.dialogs->setChooser([&e](const CommonDialog&) { return e.home.filePath("odd.m3u8"); });
+        e.answer(e.home.filePath("odd.m3u8"));
         e.trigger("submnuExport");
         QVERIFY2(contentsOf(e.home.filePath("odd.m3u8")).contains('\n' + url.toEncoded() + '\n'),
                  contentsOf(e.home.filePath("odd.m3u8")).constData());
@@ -292,7 +258,12 @@ private Q_SLOTS:
         e.activate("ID3v2");
         e.select({kWaterloo});
         QTRY_VERIFY(!e.child<QTimer>("ShowSelectedItems")->isActive());
-        e.answerNextDialog("frmSelectMatching", "txtPattern", pattern);
+        e.onNextDialog("frmSelectMatching", [pattern](QDialog* dialog) {
+            auto* edit = dialog->findChild<QLineEdit*>("txtPattern");
+            edit->selectAll();
+            QTest::keyClicks(edit, pattern);
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
         e.list->setFocus();
         QTest::keyClick(e.list, Qt::Key_F, Qt::ControlModifier);
 
@@ -331,8 +302,7 @@ private Q_SLOTS:
         // A screen reader hears what the panel's title is in the language too.
         QVERIFY(e.child<CaptionLabel>("lblWebFolder")->accessibleName().startsWith(shown));
         QString title;
-        QTimer::singleShot(0, [&title] {
-            QWidget* dialog = QApplication::activeModalWidget();
+        e.onNextDialog("frmSelectMatching", [&title](QDialog* dialog) {
             title = dialog->windowTitle();
             dialog->close();
         });
@@ -358,56 +328,52 @@ private Q_SLOTS:
         const QString b = e.home.filePath("x=/y & \"z\"");
         const QString c = e.home.filePath("c");
         QVERIFY(QDir().mkpath(a) && QDir().mkpath(b) && QDir().mkpath(c));
-        // Fills in the mappings given (a Windows folder and where it is), tests a tag editor that is not
-        // here and presses OK; answers what the dialog showed before, and whether it was still open after.
-        const auto fill = [&e](const QList<std::pair<QString, QString>>& added, QStringList* shown,
-                               bool* open) {
-            QTimer::singleShot(0, [=, &e] {
-                auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-                QVERIFY(dialog && dialog->objectName() == "frmPreferences");
+        // Opens Preferences, notes the mappings it shows, types the ones given (a Windows folder and
+        // where it is, with Tab between as a user does), tests a tag editor that is not here and presses
+        // OK; notes whether it was still open after.
+        QStringList shown;
+        bool open = true;
+        const auto fill = [&](const QList<std::pair<QString, QString>>& added) {
+            e.onNextDialog("frmPreferences", [&, added](QDialog* dialog) {
                 auto* table = dialog->findChild<QTableWidget*>("tblPathMaps");
                 for (int row = 0; row < table->rowCount(); ++row) {
-                    *shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();
+                    shown << table->item(row, 0)->text() + u'=' + table->item(row, 1)->text();
                 }
-                // Typed as a user does: Add, the Windows folder, Tab, the local folder, Tab out to Add.
                 auto* add = dialog->findChild<QPushButton*>("cmdAddMapping");
                 for (const auto& [windows, local] : added) {
                     add->click();
-                    QTest::keyClicks(dialog->focusWidget(), windows);
-                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
-                    QTest::keyClicks(dialog->focusWidget(), local);
-                    QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+                    for (const QString& typed : {windows, local}) {
+                        QTest::keyClicks(dialog->focusWidget(), typed);
+                        QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
+                    }
                     QCOMPARE(dialog->focusWidget(), add);
                 }
                 auto* editor = dialog->findChild<QLineEdit*>("txtTagEditor");
+                auto* test = dialog->findChild<QPushButton*>("cmdTestTagEditor");
                 // Its label gives it an access key and a name a screen reader says.
                 QCOMPARE(editor->accessibleName(), "Tag editor");
                 const QList<QLabel*> labels = dialog->findChildren<QLabel*>();
                 QVERIFY(std::any_of(labels.begin(), labels.end(), [editor](const QLabel* label) {
                     return label->buddy() == editor && label->text() == "&Tag editor:";
                 }));
-                QCOMPARE(dialog->findChild<QPushButton*>("cmdTestTagEditor")->text(), "Te&st");
+                QCOMPARE(test->text(), "Te&st");
                 editor->setText("zentoria-no-editor %F");
-                dialog->findChild<QPushButton*>("cmdTestTagEditor")->click();
-                *shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();
+                test->click();
+                shown << dialog->findChild<QLabel*>("lblTagEditorTest")->text();
                 editor->setText("kid3 %F");
                 dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
-                *open = dialog->isVisible();
+                open = dialog->isVisible();
                 dialog->reject();
-                Q_UNUSED(e);
             });
+            e.trigger("submnuPreferences");
         };
-        QStringList shown;
-        bool open = true;
-        fill({{"C:\\Music", a}, {"D:\\Rips", b}, {"F:\\Old=New", c}}, &shown, &open);
-        e.trigger("submnuPreferences");
+        fill({{"C:\\Music", a}, {"D:\\Rips", b}, {"F:\\Old=New", c}});
         QVERIFY(!open);
         const QString three = read(settings::PathMap);
         QCOMPARE(read(settings::TagEditor), QStringLiteral("kid3 %F"));
 
         // Opened again, it shows both; a folder that is not here is refused with a warning.
-        fill({{"E:\\Gone", e.home.filePath("gone")}}, &shown, &open);
-        e.trigger("submnuPreferences");
+        fill({{"E:\\Gone", e.home.filePath("gone")}});
         QCOMPARE(shown, (QStringList{"zentoria-no-editor is not on this computer.", "C:\\Music=" + a,
                                      "D:\\Rips=" + b, "F:\\Old=New=" + c,
                                      "zentoria-no-editor is not on this computer."}));

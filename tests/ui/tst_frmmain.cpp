@@ -1,12 +1,10 @@
 #include "MainWindowFixture.h"
 #include "ui/common/CaptionLabel.h"
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <sys/stat.h>
@@ -46,7 +44,9 @@ private Q_SLOTS:
     }
 
     void openFileMessages_data() {
-        addColumns<QString, QStringList, bool>("file", "messages", "keepsTheReport");
+        // "given" is what OpenFile is called with, "file" what it leaves of it: the quotes around a name
+        // and in it go, but for those that are part of a file's name; blanks stay.
+        addColumns<QString, QString, QStringList, bool>("given", "file", "messages", "keepsTheReport");
 
         static QTemporaryDir dir;
         const QString pipe = dir.filePath("pipe.vzt");
@@ -54,35 +54,47 @@ private Q_SLOTS:
         QVERIFY(::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
         const QString empty = dir.filePath("empty.vzt");
         QVERIFY(writeFile(empty, {}));
+        const QString quoted = dir.filePath("my \"best\" report.vzt");
+        QVERIFY(writeFile(quoted, contentsOf(dataFile("mixed.vzt"))));
         const auto cannotOpen = [](const QString& file, const QString& why) {
             return QStringList{"The report \"" + file + "\" cannot be opened: " + why + "."};
         };
+        const auto same = [&](const char* name, const QString& file, const QStringList& messages,
+                              bool keeps) { addRow(name, file, file, messages, keeps); };
+        const QString corrupted = dataFile("corrupted.txt");
 
-        addRow("loaded", dataFile("mixed.vzt"), QStringList(), false);
-        addRow("corrupted", dataFile("corrupted.txt"), QStringList{"The file is corrupted"}, true);
-        addRow("no problems", dataFile("noproblems.vzt"),
-               QStringList{"The are no MP3 file with \"problems\" in this report."}, false);
-        addRow("ended early", dataFile("endedearly.vzt"),
-               QStringList{
-                   "\"" + dataFile("endedearly.vzt") +
-                   "\" was not read completely.\n\nThe report ends too early: it should go on at line 15 "
-                   "up to its closing \"Date of creation:\" line, but the file ends there. 2 files were "
-                   "read before it."},
-               false);
-        addRow("skipped record", dataFile("skipped.vzt"),
-               QStringList{"\"" + dataFile("skipped.vzt") +
-                           "\" was not read completely.\n\n1 line does not fit the "
-                           "report format, so its record was skipped (line 15)."},
-               false);
-        addRow("missing", "/nonexistent/report.vzt",
-               cannotOpen("/nonexistent/report.vzt", "No such file or directory"), true);
+        same("loaded", dataFile("mixed.vzt"), QStringList(), false);
+        same("corrupted", corrupted, QStringList{"The file is corrupted"}, true);
+        same("no problems", dataFile("noproblems.vzt"),
+             QStringList{"The are no MP3 file with \"problems\" in this report."}, false);
+        same("ended early", dataFile("endedearly.vzt"),
+             QStringList{
+                 "\"" + dataFile("endedearly.vzt") +
+                 "\" was not read completely.\n\nThe report ends too early: it should go on at line 15 "
+                 "up to its closing \"Date of creation:\" line, but the file ends there. 2 files were "
+                 "read before it."},
+             false);
+        same("skipped record", dataFile("skipped.vzt"),
+             QStringList{"\"" + dataFile("skipped.vzt") +
+                         "\" was not read completely.\n\n1 line does not fit the "
+                         "report format, so its record was skipped (line 15)."},
+             false);
+        same("missing", "/nonexistent/report.vzt",
+             cannotOpen("/nonexistent/report.vzt", "No such file or directory"), true);
         // Opening a pipe that nobody writes to would wait for ever, with no window to close.
-        addRow("named pipe", pipe, cannotOpen(pipe, "it is a named pipe, not a file"), true);
-        addRow("empty file", empty, QStringList{"The file \"" + empty + "\" is empty: it holds no report."},
-               true);
+        same("named pipe", pipe, cannotOpen(pipe, "it is a named pipe, not a file"), true);
+        same("empty file", empty, QStringList{"The file \"" + empty + "\" is empty: it holds no report."},
+             true);
+        addRow("quotes removed", "\"" + dataFile("corr\"upted.txt\""), corrupted,
+               QStringList{"The file is corrupted"}, true);
+        addRow("blanks kept", " " + corrupted, " " + corrupted,
+               cannotOpen(" " + corrupted, "No such file or directory"), true);
+        same("quotes of the name", quoted, QStringList(), false);
+        addRow("quotes of the name, quoted", "\"" + quoted + "\"", quoted, QStringList(), false);
     }
 
     void openFileMessages() {
+        QFETCH(QString, given);
         QFETCH(QString, file);
         QFETCH(QStringList, messages);
         QFETCH(bool, keepsTheReport);
@@ -92,43 +104,51 @@ private Q_SLOTS:
         w.window.OpenFile(before);
         QVERIFY(w.window.windowTitle().startsWith("export.vzt"));
 
-        w.window.OpenFile(file);
+        w.window.OpenFile(given);
+        QCOMPARE(given, file);
         QCOMPARE(w.messages, messages);
         // A file that is no report leaves the one on screen as it was.
         QCOMPARE(w.window.windowTitle().startsWith("export.vzt"), keepsTheReport);
+        if (messages.isEmpty()) {
+            QCOMPARE(w.window.windowTitle(), QFileInfo(file).fileName() + " — Melvadex's Zentoria");
+        }
     }
 
-    void openFileRemovesQuotes() {
-        Window w;
-        QString file = "\"" + dataFile("corr\"upted.txt\"");
-        w.window.OpenFile(file);
-        QCOMPARE(file, dataFile("corrupted.txt"));
+    void fileOpenDialog() {
+        HomeWindowFixture w;
+        QString filter, title, folder;
+        QString answer = dataFile("mixed.vzt");
+        w.dialogs->setChooser([&](const CommonDialog& dialog) {
+            filter = dialog.Filter;
+            title = dialog.DialogTitle;
+            folder = dialog.InitDir;
+            return answer;
+        });
+        // It starts at home until a report was opened, then in the folder of the last one.
+        w.trigger("submnuOpen");
+        QCOMPARE(folder, QDir::homePath());
+        answer = dataFile("corrupted.txt");
+        w.trigger("submnuOpen");
+        QCOMPARE(folder, QStringLiteral(ZENTORIA_TEST_DATA));
+        QCOMPARE(filter,
+                 QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt|Melvadex Integrity Report (prev. "
+                                "versions) (*.txt)|*.txt"));
+        QCOMPARE(title, QStringLiteral("Select the file to view"));
         QCOMPARE(w.messages, QStringList{"The file is corrupted"});
+        QCOMPARE(
+            CommonDialog::toQtFilter(filter),
+            QStringLiteral(
+                "Melvadex Integrity Report (*.vzt);;Melvadex Integrity Report (prev. versions) (*.txt)"));
 
-        // Blanks are kept: only the quotes go.
-        QString padded = " " + dataFile("corrupted.txt");
-        w.messages.clear();
-        w.window.OpenFile(padded);
-        QCOMPARE(w.messages.size(), 1);
-        QVERIFY2(w.messages.first().startsWith("The report \" /"), qPrintable(w.messages.first()));
-
-        // Quotes that are part of a file's name stay, whether the name is given as it is, quoted as the
-        // desktop passes it, or chosen in the open dialog.
-        QTemporaryDir dir;
-        const QString quoted = dir.filePath("my \"best\" report.vzt");
+        // A name whose quotes are part of it, chosen in the dialog, or typed into its name box, which has
+        // the keyboard when the dialog opens.
+        const QString quoted = w.home.filePath("my \"best\" report.vzt");
         QVERIFY(QFile::copy(dataFile("mixed.vzt"), quoted));
-        for (QString given : {quoted, "\"" + quoted + "\""}) {
-            w.window.OpenFile(given);
-            QCOMPARE(given, quoted);
-            QVERIFY2(w.window.windowTitle().startsWith("my \"best\" report.vzt"),
-                     qPrintable(w.window.windowTitle()));
-        }
-        w.open(dataFile("export.vzt"));
         w.open(quoted);
-        QVERIFY(w.window.windowTitle().startsWith("my \"best\" report.vzt"));
-        // Typed into the open dialog's name box, which has the keyboard when the dialog opens.
+        QVERIFY2(w.window.windowTitle().startsWith("my \"best\" report.vzt"),
+                 qPrintable(w.window.windowTitle()));
         w.open(dataFile("export.vzt"));
-        w.child<CommonDialog>("CMDlg")->setChooser({});
+        w.dialogs->setChooser({});
         QTimer::singleShot(0, [&quoted] {
             QLineEdit* edit = nullptr;
             const bool typing = QTest::qWaitFor([&edit] {
@@ -152,36 +172,6 @@ private Q_SLOTS:
                  qPrintable(w.window.windowTitle()));
     }
 
-    void fileOpenDialog() {
-        QTemporaryDir config;
-        qputenv("XDG_CONFIG_HOME", QFile::encodeName(config.path()));
-        Window w;
-        QString filter, title, folder;
-        QString answer = dataFile("corrupted.txt");
-        w.child<CommonDialog>("CMDlg")->setChooser([&](const CommonDialog& dialog) {
-            filter = dialog.Filter;
-            title = dialog.DialogTitle;
-            folder = dialog.InitDir;
-            return answer;
-        });
-        // It starts at home until a report was opened, then in the folder of the last one.
-        answer = dataFile("mixed.vzt");
-        w.trigger("submnuOpen");
-        QCOMPARE(folder, QDir::homePath());
-        answer = dataFile("corrupted.txt");
-        w.trigger("submnuOpen");
-        QCOMPARE(folder, QStringLiteral(ZENTORIA_TEST_DATA));
-        QCOMPARE(filter,
-                 QStringLiteral("Melvadex Integrity Report (*.vzt)|*.vzt|Melvadex Integrity Report (prev. "
-                                "versions) (*.txt)|*.txt"));
-        QCOMPARE(title, QStringLiteral("Select the file to view"));
-        QCOMPARE(w.messages, QStringList{"The file is corrupted"});
-        QCOMPARE(
-            CommonDialog::toQtFilter(filter),
-            QStringLiteral(
-                "Melvadex Integrity Report (*.vzt);;Melvadex Integrity Report (prev. versions) (*.txt)"));
-    }
-
     void messagesAndCaptionsArePlainText() {
         const auto box = MessageBoxes::create(nullptr, "<b>C:\\x.mp3</b>");
         QCOMPARE(box->windowTitle(), QStringLiteral("Zentoria"));
@@ -200,13 +190,14 @@ private Q_SLOTS:
                  "&Save&Discard&Cancel");
 
         // "&&" shows one ampersand, a lone "&" marks the access key, markup is text.
-        const QList<std::pair<QString, QString>> captions{
-            {"Rock && Roll", "Rock & Roll"}, {"&File", "File"}, {"<i>x</i>", "<i>x</i>"}, {"a&&&b", "a&b"}};
-        for (const auto& [caption, shown] : captions) {
+        for (const auto& [caption, shown] :
+             std::initializer_list<std::pair<QString, QString>>{{"Rock && Roll", "Rock & Roll"},
+                                                                {"&File", "File"},
+                                                                {"<i>x</i>", "<i>x</i>"},
+                                                                {"a&&&b", "a&b"}}) {
             CaptionLabel label;
             label.setCaption(caption);
-            QCOMPARE(label.caption(), caption);
-            QCOMPARE(label.text(), shown);
+            QCOMPARE(label.caption() + u'|' + label.text(), caption + u'|' + shown);
             QCOMPARE(label.textFormat(), Qt::PlainText);
         }
     }

@@ -2,15 +2,11 @@
 #include "MainWindowFixture.h"
 #include "ui/common/CaptionLabel.h"
 #include "ui/document/ReportDocument.h"
-#include "ui/views/FileListView.h"
-#include "ui/views/ReportTree.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QFocusFrame>
 #include <QMenu>
 #include <QScrollBar>
-#include <QTemporaryDir>
 #include <QUrl>
 
 using namespace zentoria;
@@ -31,28 +27,25 @@ QByteArray reportOf(const QList<std::pair<QByteArray, int>>& files) {
     return report.closing().bytes();
 }
 
-// A shown window in a per-user folder of its own.
-struct Session : MainWindowFixture {
+// A shown window whose settings are in this folder.
+struct Session : HomeWindowFixture {
     CaptionLabel* address = child<CaptionLabel>("WEPath");
 
-    explicit Session(const QString& configHome) {
-        qputenv("XDG_CONFIG_HOME", QFile::encodeName(configHome));
-        show();
-    }
-    // The items of File > Recent, each holding its report.
-    QList<QAction*> recentItems() {
-        QList<QAction*> items = child<QMenu>("mnuRecent")->actions();
-        items.removeIf([](QAction* item) { return !item->objectName().startsWith("submnuRecent"); });
-        return items;
-    }
+    using HomeWindowFixture::HomeWindowFixture;
+    // The reports of File > Recent's items, top to bottom.
     QStringList recentMenu() {
         QStringList reports;
-        for (QAction* item : recentItems()) {
-            reports << item->data().toString();
+        for (QAction* item : child<QMenu>("mnuRecent")->actions()) {
+            if (item->objectName().startsWith("submnuRecent")) {
+                reports << item->data().toString();
+            }
         }
         return reports;
     }
-    QAction* recentItem(const QString& report) { return recentItems().value(recentMenu().indexOf(report)); }
+    QAction* recentItem(const QString& report) {
+        return child<QAction>(
+            ("submnuRecent" + QByteArray::number(recentMenu().indexOf(report) + 1)).constData());
+    }
 };
 
 // Every object a screen reader finds in the window, but the menus, which name themselves: "role name".
@@ -63,9 +56,8 @@ QStringList accessibleObjects(QAccessibleInterface* object) {
         if (!child || child->role() == QAccessible::MenuBar) {
             continue;
         }
-        found << QStringLiteral("%1 %2").arg(int(child->role())).arg(child->text(QAccessible::Name));
-        if (child->state().invisible) {
-            found.removeLast();
+        if (!child->state().invisible) {
+            found << QStringLiteral("%1 %2").arg(int(child->role())).arg(child->text(QAccessible::Name));
         }
         found += accessibleObjects(child);
     }

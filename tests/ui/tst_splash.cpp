@@ -20,23 +20,31 @@ using namespace zentoria;
 
 namespace {
 
-// The program as started, with its splash up, in a per-user folder of its own.
+// The program as started, with its splash up, in a per-user folder of its own. The placements are
+// Width, Height, Top, Left in "Preferences" and "Last Safe Configuration"; language is a language file.
 struct Started {
     QTemporaryDir home;
     std::unique_ptr<frmMain> window;
     QPointer<QWidget> splash;
 
-    explicit Started(const QStringList& placement = {}, const QStringList& safe = {}) {
+    explicit Started(const QStringList& placement = {}, const QStringList& safe = {},
+                     const QByteArray& language = {}) {
         qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
         const char* keys[] = {"Width", "Height", "Top", "Left"};
-        for (qsizetype i = 0; i < placement.size(); ++i) {
-            writeSetting(thisProgram(), "Preferences", keys[i], placement[i]);
+        for (const auto& [section, values] :
+             {std::pair{"Preferences", placement}, {"Last Safe Configuration", safe}}) {
+            for (qsizetype i = 0; i < values.size(); ++i) {
+                writeSetting(thisProgram(), section, keys[i], values[i]);
+            }
         }
-        for (qsizetype i = 0; i < safe.size(); ++i) {
-            writeSetting(thisProgram(), "Last Safe Configuration", keys[i], safe[i]);
+        if (!language.isEmpty()) {
+            QVERIFY(writeFile(home.filePath("Test.ini"), language));
+            writeSetting("Melvadex", "Preferences", "Language",
+                         QDir(GetAppPath()).relativeFilePath(home.filePath("Test.ini")));
         }
         window = Main({"zentoria"});
         splash = window->findChild<QWidget*>("frmSplash");
+        QVERIFY(splash);
     }
     // The main window's outer rectangle once the splash has shown it, in twips.
     QRectF shownPlacement() const {
@@ -70,15 +78,30 @@ class tst_Splash : public QObject {
 private Q_SLOTS:
     void init() { globals().LanguageFile.clear(); }
 
-    void showsWhileTheMainWindowWaits() {
-        Started s;
-        QVERIFY(s.splash);
+    void showsThenCloses_data() {
+        // How it closes (0: by its timer); a language file, and what it makes of the Ok button and the
+        // translator's box.
+        addColumns<int, QByteArray, QString, bool>("key", "language", "okCaption", "translationShown");
+
+        addRow("the timer", 0, QByteArray(), "&Ok", false);
+        addRow("Escape", int(Qt::Key_Escape), QByteArray(), "&Ok", false);
+        addRow("Enter, on the Ok button, translated", int(Qt::Key_Return),
+               QByteArray("[Splash]\nOkButton=&Gut\n[TranslationInfo]\nTranslatedBy=Übersetzt von\n"), "&Gut",
+               true);
+    }
+
+    void showsThenCloses() {
+        QFETCH(int, key);
+        QFETCH(QByteArray, language);
+        QFETCH(QString, okCaption);
+        QFETCH(bool, translationShown);
+
+        Started s({}, {}, language);
         QVERIFY(s.splash->isVisible());
         QVERIFY(!s.window->isVisible());
         // Centred on the 800 x 600 screen, at 15 twips a pixel.
         QCOMPARE(geometryTwips(s.splash), (TwipsRect{2257.5, 2010, 7485, 4980}));
         QVERIFY(s.splash->windowFlags() & Qt::FramelessWindowHint);
-
         const QString version = QStringLiteral("Ver.:%1.%2.%3")
                                     .arg(ZENTORIA_VERSION_MAJOR)
                                     .arg(ZENTORIA_VERSION_MINOR)
@@ -91,21 +114,9 @@ private Q_SLOTS:
         QCOMPARE(geometryTwips(black).Left - geometryTwips(orange).Left, 35.0);
         QCOMPARE(geometryTwips(black).Top - geometryTwips(orange).Top, 10.0);
         QVERIFY(s.splash->findChild<QTimer*>("CloseIt")->isActive());
-    }
+        QCOMPARE(s.splash->findChild<QPushButton*>("cmdOk")->text(), okCaption);
+        QCOMPARE(s.splash->findChild<QGroupBox*>("frmTranslation")->isVisibleTo(s.splash), translationShown);
 
-    void closes_data() {
-        QTest::addColumn<int>("key");
-
-        addRow("the timer", 0);
-        addRow("Escape", int(Qt::Key_Escape));
-        addRow("Enter, on the Ok button", int(Qt::Key_Return));
-    }
-
-    void closes() {
-        QFETCH(int, key);
-
-        Started s;
-        QVERIFY(s.splash);
         if (key != 0) {
             QWidget* target = s.splash->focusWidget();
             if (key != Qt::Key_Escape) {
@@ -115,7 +126,6 @@ private Q_SLOTS:
             QTest::keyClick(target ? target : s.splash.data(), Qt::Key(key));
             QVERIFY(s.window->isVisible());
         } else {
-            QVERIFY(!s.window->isVisible());
             QTRY_VERIFY_WITH_TIMEOUT(s.window->isVisible(), 2000);
         }
         QTRY_VERIFY(!s.splash);
@@ -144,40 +154,10 @@ private Q_SLOTS:
         QFETCH(QString, storedWidth);
 
         Started s(placement, safe);
-        QVERIFY(s.splash);
         s.splash->close();
         QCOMPARE(s.shownPlacement(), shown);
         // A repair copies the last safe placement into "Preferences".
         QCOMPARE(s.stored("Preferences", "Width"), storedWidth);
-    }
-
-    void captionsFromTheLanguageFile_data() {
-        addColumns<QByteArray, QString, bool>("language", "okCaption", "translationShown");
-
-        addRow("no language file", QByteArray(), "&Ok", false);
-        addRow("translated",
-               QByteArray("[Splash]\nOkButton=&Gut\n[TranslationInfo]\nTranslatedBy=Übersetzt von\n"), "&Gut",
-               true);
-    }
-
-    void captionsFromTheLanguageFile() {
-        QFETCH(QByteArray, language);
-        QFETCH(QString, okCaption);
-        QFETCH(bool, translationShown);
-
-        QTemporaryDir dir;
-        qputenv("XDG_CONFIG_HOME", dir.path().toLocal8Bit());
-        if (!language.isEmpty()) {
-            QVERIFY(writeFile(dir.filePath("Test.ini"), language));
-            writeSetting("Melvadex", "Preferences", "Language",
-                         QDir(GetAppPath()).relativeFilePath(dir.filePath("Test.ini")));
-        }
-        const std::unique_ptr<frmMain> window = Main({"zentoria"});
-        auto* splash = window->findChild<QWidget*>("frmSplash");
-        QVERIFY(splash);
-        QCOMPARE(splash->findChild<QPushButton*>("cmdOk")->text(), okCaption);
-        QCOMPARE(splash->findChild<QGroupBox*>("frmTranslation")->isVisibleTo(splash), translationShown);
-        splash->close();
     }
 };
 

@@ -1,7 +1,8 @@
 #include "TestData.h"
 #include "layout/LayoutGeometry.h"
+#include "layout/WrappedText.h"
 
-#include <QTest>
+#include <QFontMetricsF>
 
 using namespace zentoria;
 
@@ -10,29 +11,33 @@ namespace {
 // The window of the worked example: 12000 x 7350 twips, client 11880 wide, status bar 255 high, tree
 // 3000 wide, separator 45, address bar 520 high with the path box at 840, panel 2895 x 2655.
 LayoutInput example() {
-    LayoutInput in;
-    in.WindowWidth = 12000;
-    in.WindowHeight = 7350;
-    in.ClientWidth = 11880;
-    in.AddressBarVisible = true;
-    in.AddressBarHeight = 520;
-    in.PathLeft = 840;
-    in.TreeTop = 560; // after a first pass
-    in.StatusBarHeight = 255;
-    in.AboutTextWidth = 600;
-    in.TreeWidth = 3000;
-    in.SeparatorWidth = 45;
-    in.WebStyle = true;
-    in.PanelWidth = 2895;
-    in.PanelHeight = 2655;
-    return in;
+    return {.WindowWidth = 12000,
+            .WindowHeight = 7350,
+            .ClientWidth = 11880,
+            .AddressBarHeight = 520,
+            .PathLeft = 840,
+            .TreeTop = 560 /* after a first pass */,
+            .StatusBarHeight = 255,
+            .AboutTextWidth = 600,
+            .TreeWidth = 3000,
+            .SeparatorWidth = 45,
+            .PanelWidth = 2895,
+            .PanelHeight = 2655};
+}
+
+QStringList rowsOf(const WrappedText& wrapped) {
+    QStringList rows;
+    for (qsizetype row = 0; row < wrapped.rows().size(); ++row) {
+        rows << wrapped.rowText(row).toString();
+    }
+    return rows;
 }
 
 } // namespace
 
 Q_DECLARE_METATYPE(TwipsRect)
 
-class tst_LayoutGeometry : public QObject {
+class tst_Layout : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -144,7 +149,64 @@ private Q_SLOTS:
         QCOMPARE(out.ScrollLargeChange, large);
         QCOMPARE(out.ScrollSmallChange, small);
     }
+
+    void lineBreaks_data() {
+        addColumns<QString, QStringList>("text", "rows");
+
+        addRow("carriage return, CR LF, line feed", "a\rb\r\nc\nd", QStringList{"a", "b", "c", "d"});
+        addRow("empty lines", "a\r\r\rb", QStringList{"a", "", "", "b"});
+        addRow("ending with a break", "a\r", QStringList{"a", ""});
+        addRow("CR LF CR LF", "x\r\n\r\n", QStringList{"x", "", ""});
+        addRow("empty", "", QStringList{""});
+    }
+
+    void lineBreaks() {
+        QFETCH(QString, text);
+        QFETCH(QStringList, rows);
+
+        WrappedText wrapped;
+        wrapped.layout(text, QFont(), 10000);
+        QCOMPARE(rowsOf(wrapped), rows);
+    }
+
+    void wrapping_data() {
+        // "fitting": what the width is made to hold.
+        addColumns<QString, QString, QString>("line", "fitting", "firstRow");
+
+        addRow("after a backslash", "C:\\Music\\Artist\\Track.mp3", "C:\\Music\\Artis", "C:\\Music\\");
+        addRow("after a blank", "Blue Train.mp3", "Blue Tra", "Blue ");
+        addRow("anywhere in a long name", "Averylongfoldername.mp3", "Averylong", "Averylong");
+        addRow("a whole line that fits", "C:\\a.mp3", "C:\\a.mp3", "C:\\a.mp3");
+        addRow("one character wider than the row", "WWW", "", "W");
+        addRow("a surrogate pair kept whole", "\U0001D11E\U0001D11E\U0001D11E", "\U0001D11E", "\U0001D11E");
+    }
+
+    void wrapping() {
+        QFETCH(QString, line);
+        QFETCH(QString, fitting);
+        QFETCH(QString, firstRow);
+
+        const QFont font;
+        const QFontMetricsF metrics(font);
+        // Room for the fitting text's characters and less than one character more. Rows are measured
+        // character by character, which never comes out narrower than the kerned text.
+        qreal width = 1;
+        for (char32_t c : fitting.toUcs4()) {
+            width += metrics.horizontalAdvance(QString::fromUcs4(&c, 1));
+        }
+        WrappedText wrapped;
+        wrapped.layout(line, font, width);
+        const QStringList rows = rowsOf(wrapped);
+        QCOMPARE(rows.first(), firstRow);
+        // Nothing is lost or doubled, and no row but a single character's is wider than the width.
+        QCOMPARE(rows.join(QString()), line);
+        for (const QString& row : rows) {
+            QVERIFY2(metrics.horizontalAdvance(row) <= width + 1 || row.toUcs4().size() == 1,
+                     qPrintable(row));
+            QVERIFY(!row.isEmpty() && !row.front().isLowSurrogate());
+        }
+    }
 };
 
-QTEST_GUILESS_MAIN(tst_LayoutGeometry)
-#include "tst_layoutgeometry.moc"
+QTEST_MAIN(tst_Layout)
+#include "tst_layout.moc"

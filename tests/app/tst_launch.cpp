@@ -150,12 +150,11 @@ private Q_SLOTS:
                QStringList{"0", "0", "30000", "20000"}, "small", QSize(1024, 600));
         addRow("partly past the right edge", QJsonArray{screen("small", 0, 0, 1024, 768)}, "1",
                QStringList{"13500", "300", "12000", "7350"}, "small", QSize(800, 490));
-        addRow("on the second screen",
-               QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)}, "1",
-               QStringList{"16500", "1500", "12000", "7350"}, "right", QSize(800, 490));
-        addRow("past the second screen's bottom",
-               QJsonArray{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)}, "1",
-               QStringList{"16500", "12000", "12000", "7350"}, "right", QSize(800, 490));
+        const QJsonArray two{screen("left", 0, 0, 1024, 768), screen("right", 1024, 0, 1280, 1024)};
+        addRow("on the second screen", two, "1", QStringList{"16500", "1500", "12000", "7350"}, "right",
+               QSize(800, 490));
+        addRow("past the second screen's bottom", two, "1", QStringList{"16500", "12000", "12000", "7350"},
+               "right", QSize(800, 490));
     }
 
     void windowFitsItsScreen() {

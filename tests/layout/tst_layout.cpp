@@ -102,7 +102,6 @@ private Q_SLOTS:
         in.ClientWidth = 6000;
         const LayoutResult out = ComputeLayout(in);
         QCOMPARE(out.Blank, 6000.0f - 5000 - 900 - 1500 - 200);
-        QVERIFY(out.Blank < 0);
         QCOMPARE(out.Borders.Width, 6120.0f - 3045 - 120);
     }
 

@@ -2,8 +2,6 @@
 #include "export/PathMapping.h"
 #include "export/TagEditorCommand.h"
 
-#include <QTest>
-
 using namespace zentoria;
 
 class tst_Export : public QObject {

@@ -35,8 +35,6 @@ QStringList rowsOf(const WrappedText& wrapped) {
 
 } // namespace
 
-Q_DECLARE_METATYPE(TwipsRect)
-
 class tst_Layout : public QObject {
     Q_OBJECT
 

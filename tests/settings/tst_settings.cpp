@@ -10,7 +10,6 @@
 #include <QRandomGenerator>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace zentoria;
 
@@ -219,33 +218,29 @@ private Q_SLOTS:
     }
 
     void languageFileOfAnInstalledProgram_data() {
-        // "found": "beside", "installed", or "missing".
-        addColumns<QString, QString>("setting", "found");
+        // Not installed: the file beside the program, whether there or missing.
+        addColumns<QString, bool>("setting", "installed");
 
-        addRow("a name the data folders have", "Zentoria-Test-Language.ini", "installed");
-        addRow("a relative name: its file name counts", "languages/Zentoria-Test-Language.ini", "installed");
-        addRow("beside the program first", "TestData-Beside.ini", "beside");
-        addRow("nowhere", "Klingon.ini", "missing");
-        addRow("no setting", "", "beside");
+        addRow("a name the data folders have", "Zentoria-Test-Language.ini", true);
+        addRow("a relative name: its file name counts", "languages/Zentoria-Test-Language.ini", true);
+        addRow("beside the program first", "TestData-Beside.ini", false);
+        addRow("nowhere", "Klingon.ini", false);
+        addRow("no setting", "", false);
     }
 
     void languageFileOfAnInstalledProgram() {
         QFETCH(QString, setting);
-        QFETCH(QString, found);
+        QFETCH(bool, installed);
 
         QTemporaryDir data;
-        const QString installed = data.filePath("zentoria/languages/Zentoria-Test-Language.ini");
+        const QString installedFile = data.filePath("zentoria/languages/Zentoria-Test-Language.ini");
         const QString beside = GetAppPath() + "/TestData-Beside.ini";
-        QVERIFY(writeFile(installed, {}) && writeFile(beside, {}));
+        QVERIFY(writeFile(installedFile, {}) && writeFile(beside, {}));
         qputenv("XDG_DATA_DIRS", data.path().toLocal8Bit() + ":/usr/share");
 
         const QString file = languageFileFor(setting);
         QFile::remove(beside);
-        if (found == "installed") {
-            QCOMPARE(file, installed);
-        } else {
-            QCOMPARE(file, GetAppPath() + '/' + setting);
-        }
+        QCOMPARE(file, installed ? installedFile : GetAppPath() + '/' + setting);
     }
 
     // Texts that hold paths are taken as typed: Qt's own dialect would undo backslashes, make a list at

@@ -5,7 +5,6 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace zentoria;
 

@@ -7,22 +7,13 @@
 #include "settings/SettingsStore.h"
 #include "settings/Texts.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QRandomGenerator>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace zentoria;
 
 namespace {
-
-const Setting* const kTable[] = {
-    &settings::Language,   &settings::InitialTVWidth, &settings::WebStyle, &settings::Left,
-    &settings::Top,        &settings::Width,          &settings::Height,   &settings::SafeWidth,
-    &settings::SafeHeight, &settings::SafeTop,        &settings::SafeLeft, &settings::SafeInitialTVWidth};
 
 // Bytes of every value, NULs and line breaks included, the same on every run.
 QByteArray junk(int size) {
@@ -46,28 +37,18 @@ private Q_SLOTS:
         qputenv("XDG_CONFIG_HOME", m_home->path().toLocal8Bit());
     }
 
-    void settingsTable_data() {
-        QTest::addColumn<int>("row");
-        for (int row = 0; row < int(std::size(kTable)); ++row) {
-            QTest::addRow("%s / %s", qPrintable(kTable[row]->section), qPrintable(kTable[row]->key)) << row;
-        }
-    }
-
-    void settingsTable() {
-        QFETCH(int, row);
-        const Setting& setting = *kTable[row];
-
-        // First run: reading gives the default and creates nothing.
-        QCOMPARE(read(setting), setting.defaultValue);
+    // Reading creates nothing; a value written lands in its program's own file, in the section's group.
+    void storedWhereItBelongs() {
+        read(settings::Language);
+        read(settings::Width);
         QVERIFY(QDir(m_home->path()).isEmpty());
-
-        const QString value = "value of row " + QString::number(row);
-        write(setting, value);
-        QCOMPARE(read(setting), value);
-        // The value sits in the application's own file, in the section's group, under the key.
-        const QString file = row == 0 ? QStringLiteral("Melvadex/Melvadex.conf") : thisProgram() + ".conf";
-        QSettings stored(m_home->filePath(file), QSettings::IniFormat);
-        QCOMPARE(stored.value(setting.section + u'/' + setting.key).toString(), value);
+        for (const auto& [setting, file] : {std::pair{&settings::Language, QString("Melvadex/Melvadex.conf")},
+                                            {&settings::Width, thisProgram() + ".conf"}}) {
+            write(*setting, "a value");
+            QCOMPARE(read(*setting), "a value");
+            QSettings stored(m_home->filePath(file), QSettings::IniFormat);
+            QCOMPARE(stored.value(setting->section + u'/' + setting->key).toString(), "a value");
+        }
     }
 
     void conversions_data() {
@@ -77,29 +58,25 @@ private Q_SLOTS:
         const auto row = [](const char* to, const char* text, const char* value) {
             QTest::addRow("%s: \"%s\"", to, text) << to << text << value;
         };
-        for (const auto& [text, value] : {std::pair{"3000", "3000"},
-                                          {"  3000 ", "3000"},
-                                          {"2500.5", "2500"},
-                                          {"2501.5", "2502"},
-                                          {"-2.5", "-2"},
-                                          {"2147483648", "none"},
-                                          {"3e3", "3000"},
-                                          {"wide", "none"},
-                                          {"", "none"},
-                                          {"inf", "none"}}) {
-            row("int32", text, value);
-        }
-        for (const auto& [text, value] : {std::pair{"0", "false"},
-                                          {"-1", "true"},
-                                          {"0.5", "true"},
-                                          {"True", "true"},
-                                          {"False", "false"},
-                                          {"yes", "none"}}) {
-            row("boolean", text, value);
-        }
-        for (const auto& [text, value] : {std::pair{"45.25", "45.25"}, {"-120", "-120"}, {"1e39", "none"}}) {
-            row("single", text, value);
-        }
+        row("int32", "3000", "3000");
+        row("int32", "  3000 ", "3000");
+        row("int32", "2500.5", "2500");
+        row("int32", "2501.5", "2502");
+        row("int32", "-2.5", "-2");
+        row("int32", "2147483648", "none");
+        row("int32", "3e3", "3000");
+        row("int32", "wide", "none");
+        row("int32", "", "none");
+        row("int32", "inf", "none");
+        row("boolean", "0", "false");
+        row("boolean", "-1", "true");
+        row("boolean", "0.5", "true");
+        row("boolean", "True", "true");
+        row("boolean", "False", "false");
+        row("boolean", "yes", "none");
+        row("single", "45.25", "45.25");
+        row("single", "-120", "-120");
+        row("single", "1e39", "none");
     }
 
     void conversions() {
@@ -158,28 +135,6 @@ private Q_SLOTS:
         QCOMPARE(readInt32(settings::InitialTVWidth), 3000);
         QCOMPARE(readPlacement(), WindowPlacement());
         QCOMPARE(contentsOf(m_home->filePath("plain")), QByteArray("not a folder"));
-    }
-
-    void pathTextKeepsBackslashes_data() {
-        // An empty line means the program writes the value itself.
-        addColumns<QByteArray, QString>("line", "value");
-
-        addRow("written by the program", QByteArray(), "C:\\Music=/media/music");
-        addRow("typed by hand", QByteArray("PathMap=C:\\Music=/media/music"), "C:\\Music=/media/music");
-        addRow("typed by hand, doubled", QByteArray("PathMap=C:\\\\Music=/m"), "C:\\Music=/m");
-        addRow("written, quotes and no backslash", QByteArray(), "%|D:=/a%7Cb \"q\" ; x, y ");
-    }
-
-    void pathTextKeepsBackslashes() {
-        QFETCH(QByteArray, line);
-        QFETCH(QString, value);
-        if (line.isEmpty()) {
-            write(settings::PathMap, value);
-        } else {
-            writeFile(settingsFilePath(thisProgram()), "[Preferences]\n" + line + "\n");
-        }
-        QCOMPARE(readPathText(settings::PathMap), value);
-        QVERIFY(isStored(settings::PathMap));
     }
 
     // The language file: its INI reading, the catalog's lookups, and where the file is found.
@@ -263,55 +218,68 @@ private Q_SLOTS:
     }
 
     void languageFileOfAnInstalledProgram_data() {
-        // "found": "beside", "installed", or "missing".
-        addColumns<QString, QString>("setting", "found");
+        // Not installed: the file beside the program, whether there or missing.
+        addColumns<QString, bool>("setting", "installed");
 
-        addRow("a name the data folders have", "Zentoria-Test-Language.ini", "installed");
-        addRow("a relative name: its file name counts", "languages/Zentoria-Test-Language.ini", "installed");
-        addRow("beside the program first", "TestData-Beside.ini", "beside");
-        addRow("nowhere", "Klingon.ini", "missing");
-        addRow("no setting", "", "beside");
+        addRow("a name the data folders have", "Zentoria-Test-Language.ini", true);
+        addRow("a relative name: its file name counts", "languages/Zentoria-Test-Language.ini", true);
+        addRow("beside the program first", "TestData-Beside.ini", false);
+        addRow("nowhere", "Klingon.ini", false);
+        addRow("no setting", "", false);
     }
 
     void languageFileOfAnInstalledProgram() {
         QFETCH(QString, setting);
-        QFETCH(QString, found);
+        QFETCH(bool, installed);
 
         QTemporaryDir data;
-        const QString installed = data.filePath("zentoria/languages/Zentoria-Test-Language.ini");
+        const QString installedFile = data.filePath("zentoria/languages/Zentoria-Test-Language.ini");
         const QString beside = GetAppPath() + "/TestData-Beside.ini";
-        QVERIFY(writeFile(installed, {}) && writeFile(beside, {}));
+        QVERIFY(writeFile(installedFile, {}) && writeFile(beside, {}));
         qputenv("XDG_DATA_DIRS", data.path().toLocal8Bit() + ":/usr/share");
 
         const QString file = languageFileFor(setting);
         QFile::remove(beside);
-        if (found == "installed") {
-            QCOMPARE(file, installed);
-        } else {
-            QCOMPARE(file, GetAppPath() + '/' + setting);
-        }
+        QCOMPARE(file, installed ? installedFile : GetAppPath() + '/' + setting);
     }
 
-    void melvadexLanguageIsPlainText_data() {
-        addColumns<QByteArray, QString>("line", "language");
+    // Texts that hold paths are taken as typed: Qt's own dialect would undo backslashes, make a list at
+    // commas and cut at semicolons. An empty line means the program writes the value itself.
+    void textsAreKeptAsTyped_data() {
+        addColumns<bool, QByteArray, QString>("language", "line", "value");
 
-        // Qt's own dialect would make a list of the first two and cut the third at the semicolon.
-        addRow("comma", QByteArray("Language=Deutsch, neu.ini"), "Deutsch, neu.ini");
-        addRow("semicolon", QByteArray("Language=Deutsch;2.ini"), "Deutsch;2.ini");
-        addRow("backslashes", QByteArray("Language=Languages\\Deutsch.ini"), "Languages\\Deutsch.ini");
-        addRow("blanks around", QByteArray("Language =  English.ini  "), "English.ini");
-        addRow("non-ASCII",
+        addRow("path map written by the program", false, QByteArray(), "C:\\Music=/media/music");
+        addRow("path map typed", false, QByteArray("PathMap=C:\\Music=/media/music"),
+               "C:\\Music=/media/music");
+        addRow("path map typed, doubled", false, QByteArray("PathMap=C:\\\\Music=/m"), "C:\\Music=/m");
+        addRow("path map written, quotes", false, QByteArray(), "%|D:=/a%7Cb \"q\" ; x, y ");
+        addRow("language, comma", true, QByteArray("Language=Deutsch, neu.ini"), "Deutsch, neu.ini");
+        addRow("language, semicolon", true, QByteArray("Language=Deutsch;2.ini"), "Deutsch;2.ini");
+        addRow("language, backslashes", true, QByteArray("Language=Languages\\Deutsch.ini"),
+               "Languages\\Deutsch.ini");
+        addRow("language, blanks around", true, QByteArray("Language =  English.ini  "), "English.ini");
+        addRow("language, non-ASCII", true,
                QByteArray("Language=Fran\xC3\xA7"
                           "ais.ini"),
                QStringLiteral("Fran\u00E7ais.ini"));
     }
 
-    void melvadexLanguageIsPlainText() {
+    void textsAreKeptAsTyped() {
+        QFETCH(bool, language);
         QFETCH(QByteArray, line);
-        QFETCH(QString, language);
+        QFETCH(QString, value);
 
-        QVERIFY(writeFile(settingsFilePath("Melvadex"), "[Preferences]\r\n" + line + "\r\n"));
-        QCOMPARE(read(settings::Language), language);
+        const Setting& setting = language ? settings::Language : settings::PathMap;
+        if (line.isEmpty()) {
+            write(setting, value);
+        } else {
+            // The other program's file has Windows line ends.
+            const QByteArray end = language ? "\r\n" : "\n";
+            QVERIFY(writeFile(settingsFilePath(language ? "Melvadex" : thisProgram()),
+                              "[Preferences]" + end + line + end));
+        }
+        QCOMPARE(language ? read(setting) : readPathText(setting), value);
+        QVERIFY(isStored(setting));
     }
 
 private:

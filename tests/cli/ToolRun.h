@@ -15,8 +15,8 @@ struct Run {
     QByteArray err;
 };
 
-// Runs the command in the folder and waits at most `seconds` for it; one that hangs is killed and fails
-// the caller.
+// Runs the command in the folder (none: this one) and waits at most `seconds` for it; one that hangs is
+// killed and fails the caller.
 inline Run runCommand(const QStringList& command, const QString& folder, int seconds) {
     QProcess process;
     process.setWorkingDirectory(folder);
@@ -34,7 +34,7 @@ inline Run runCommand(const QStringList& command, const QString& folder, int sec
 }
 
 // Runs the tool (through `runner`, a command such as setpriv's with its options, when one is given).
-inline Run runTool(const QStringList& arguments, const QString& folder, int seconds = 20,
+inline Run runTool(const QStringList& arguments, const QString& folder = {}, int seconds = 20,
                    const QStringList& runner = {}) {
     return runCommand(runner + QStringList{ZENTORIA_REPORT_TOOL} + arguments, folder, seconds);
 }

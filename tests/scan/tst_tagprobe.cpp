@@ -184,6 +184,27 @@ private Q_SLOTS:
         row("ID3v1 of blanks", kAudio + v1(QByteArray(30, ' '), "    ", QByteArray(30, ' ')), "tag editors",
             "1 0 0");
         row("64 MB of something else", QByteArray(64 << 20, 'x'), "tag editors", "0 0 0");
+
+        // Tags of every version and flag TagLib reads right, then bytes of their start changed at random.
+        QRandomGenerator random(20261125);
+        for (int i = 0; i < 400; ++i) {
+            const int major = 2 + random.bounded(3);
+            QByteArray body;
+            for (int frames = random.bounded(3); frames > 0; --frames) {
+                body += title(major, QByteArray(random.bounded(40), 'a'));
+            }
+            const char flags =
+                char(random.bounded(2) ? 0x80 : 0) | char(major == 4 && random.bounded(2) ? 0x10 : 0);
+            QByteArray bytes = QByteArray(random.bounded(2) * random.bounded(300), 'j') +
+                               tag(major, body, flags, (flags & 0x10) ? 30 : random.bounded(200));
+            for (int changes = random.bounded(3); changes > 0; --changes) {
+                bytes[random.bounded(int(std::min<qsizetype>(bytes.size(), 40)))] = char(random.bounded(256));
+            }
+            bytes += QByteArray(random.bounded(2) * random.bounded(200000), '\0') + kAudio;
+            bytes +=
+                v1(random.bounded(2) ? "x" : "", random.bounded(2) ? "1999" : "0000", "", random.bounded(2));
+            QTest::addRow("damaged %d", i) << bytes << QString("TagLib") << QString();
+        }
     }
 
     void sameAsAReader() {
@@ -262,31 +283,6 @@ private Q_SLOTS:
         } else {
             QCOMPARE(probe.outcome, TagProbe::Outcome::Unreadable);
             QCOMPARE(describe({{}, probe.obstacle, probe.error}), named);
-        }
-    }
-
-    void sameAsTagLibOnDamagedTags() {
-        // Tags of every version and flag TagLib reads right, then bytes of their start changed at random.
-        QRandomGenerator random(20261125);
-        const QString path = m_dir.filePath("a.mp3");
-        for (int i = 0; i < 400; ++i) {
-            const int major = 2 + random.bounded(3);
-            QByteArray body;
-            for (int frames = random.bounded(3); frames > 0; --frames) {
-                body += title(major, QByteArray(random.bounded(40), 'a'));
-            }
-            const char flags =
-                char(random.bounded(2) ? 0x80 : 0) | char(major == 4 && random.bounded(2) ? 0x10 : 0);
-            QByteArray bytes = QByteArray(random.bounded(2) * random.bounded(300), 'j') +
-                               tag(major, body, flags, (flags & 0x10) ? 30 : random.bounded(200));
-            for (int changes = random.bounded(3); changes > 0; --changes) {
-                bytes[random.bounded(int(std::min<qsizetype>(bytes.size(), 40)))] = char(random.bounded(256));
-            }
-            bytes += QByteArray(random.bounded(2) * random.bounded(200000), '\0') + kAudio;
-            bytes +=
-                v1(random.bounded(2) ? "x" : "", random.bounded(2) ? "1999" : "0000", "", random.bounded(2));
-            QVERIFY(writeFile(path, bytes));
-            QCOMPARE(probeReads(path), taglibReads(path));
         }
     }
 

@@ -123,8 +123,9 @@ private Q_SLOTS:
             QCOMPARE(int(summary.value("fixed").toArray().size()), round == 0 ? fixed : 0);
             QCOMPARE(runTool({"recheck", "--map", map, "-o", file, file}, {}, 30).exitCode, exitCode);
             QVERIFY(exitCode == 0 || !contentsOf(file).contains("  Problem files: 0\r\n"));
-            zentoria::MemoryLineSource written(contentsOf(file));
-            QVERIFY(zentoria::ReadReport(written).missing() ==
+            const QByteArray written = contentsOf(file);
+            zentoria::MemoryLineSource source(written);
+            QVERIFY(zentoria::ReadReport(source).missing() ==
                     (zentoria::MissingRecords{notRead, endedEarly, leftOut}));
         }
     }

@@ -2,8 +2,6 @@
 #include "TestData.h"
 #include "report/ReportReader.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace zentoria;
@@ -13,11 +11,6 @@ namespace {
 constexpr QByteArrayView kV1 = kDetailID3v1;
 constexpr QByteArrayView kV2 = kDetailID3v2;
 constexpr QByteArrayView kV0 = kDetailID3v0;
-
-ReportReadResult readBytes(const QByteArray& bytes) {
-    MemoryLineSource source(bytes);
-    return ReadReport(source);
-}
 
 } // namespace
 
@@ -158,7 +151,8 @@ private Q_SLOTS:
         QFETCH(QByteArray, bytes);
         QFETCH(QString, expected);
 
-        const ReportReadResult result = readBytes(bytes);
+        MemoryLineSource source(bytes);
+        const ReportReadResult result = ReadReport(source);
         // "[ordinal kind path]" for each entry: one readable line when a comparison fails.
         QString got = outcomeName(result.Outcome);
         for (const ReportEntry& e : result.Entries) {
@@ -202,8 +196,9 @@ private Q_SLOTS:
             report.record(QByteArray("/music/") + QByteArray::number(i) + ".mp3",
                           i % 10 == 0 ? QByteArrayView("") : kV2);
         }
-        report.closing();
-        const ReportReadResult result = readBytes(report.bytes());
+        const QByteArray bytes = report.closing().bytes();
+        MemoryLineSource source(bytes);
+        const ReportReadResult result = ReadReport(source);
 
         QCOMPARE(outcomeName(result.Outcome), outcomeName(outcome));
         QCOMPARE(result.Entries.size(), entries - entries / 10);

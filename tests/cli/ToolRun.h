@@ -3,6 +3,9 @@
 #include "TestData.h"
 #include "report/ReportReader.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 
 // What the tool did.
@@ -12,24 +15,38 @@ struct Run {
     QByteArray err;
 };
 
-// Runs the tool (through `runner`, a command such as setpriv's with its options, when one is given) and
-// waits at most `seconds` for it; a tool that hangs is killed and fails the caller.
-inline Run runTool(const QStringList& arguments, const QString& folder, int seconds,
-                   const QStringList& runner = {}) {
-    QProcess tool;
-    tool.setWorkingDirectory(folder);
-    const QStringList command = runner + QStringList{ZENTORIA_REPORT_TOOL} + arguments;
-    tool.start(command.first(), command.mid(1));
+// Runs the command in the folder (none: this one) and waits at most `seconds` for it; one that hangs is
+// killed and fails the caller.
+inline Run runCommand(const QStringList& command, const QString& folder, int seconds) {
+    QProcess process;
+    process.setWorkingDirectory(folder);
+    process.start(command.first(), command.mid(1));
     Run run;
-    if (!tool.waitForFinished(seconds * 1000) || tool.exitStatus() != QProcess::NormalExit) {
-        tool.kill();
-        tool.waitForFinished();
+    if (!process.waitForFinished(seconds * 1000) || process.exitStatus() != QProcess::NormalExit) {
+        process.kill();
+        process.waitForFinished();
         return run;
     }
-    run.exitCode = tool.exitCode();
-    run.out = tool.readAllStandardOutput();
-    run.err = tool.readAllStandardError();
+    run.exitCode = process.exitCode();
+    run.out = process.readAllStandardOutput();
+    run.err = process.readAllStandardError();
     return run;
+}
+
+// Runs the tool (through `runner`, a command such as setpriv's with its options, when one is given).
+inline Run runTool(const QStringList& arguments, const QString& folder = {}, int seconds = 20,
+                   const QStringList& runner = {}) {
+    return runCommand(runner + QStringList{ZENTORIA_REPORT_TOOL} + arguments, folder, seconds);
+}
+
+// Runs a bash script that finds the tool as "$0" and the arguments as "$1" on.
+inline Run runShell(const QString& script, const QStringList& arguments, const QString& folder = {}) {
+    return runCommand(QStringList{"bash", "-c", script, ZENTORIA_REPORT_TOOL} + arguments, folder, 20);
+}
+
+// What --json wrote.
+inline QJsonObject json(const Run& run) {
+    return QJsonDocument::fromJson(run.out).object();
 }
 
 // A report's entries as "CODE PATH", or "not loaded".

@@ -11,20 +11,19 @@ shopt -u extglob
 # shellcheck source=/dev/null
 source "$completion"
 compopt() { :; } # only a completion that bash itself runs may set options
-COMP_WORDS=(zentoria-report check "")
-COMP_CWORD=2
-_zentoria_report
-got=$(printf '%s\n' "${COMPREPLY[@]}" | sort)
-expected=$(printf '%s\n' B.TXT a.vzt sub | sort)
-if [ "$got" != "$expected" ]; then
-    printf 'completion offered:\n%s\nexpected:\n%s\n' "$got" "$expected" >&2
-    exit 1
-fi
+# What completing the command's first word offers, one a line, sorted, compared with the expected.
+offers() {
+    COMP_WORDS=(zentoria-report "$1" "")
+    COMP_CWORD=2
+    _zentoria_report
+    got=$(printf '%s\n' "${COMPREPLY[@]}" | sort)
+    expected=$(printf '%s\n' "${@:2}" | sort)
+    if [ "$got" != "$expected" ]; then
+        printf '%s completion offered:\n%s\nexpected:\n%s\n' "$1" "$got" "$expected" >&2
+        exit 1
+    fi
+}
+offers check B.TXT a.vzt sub
 # A check of the collection takes folders only.
-COMP_WORDS=(zentoria-report scan "")
-_zentoria_report
-if [ "${COMPREPLY[*]}" != sub ]; then
-    printf 'scan completion offered: %s, expected: sub\n' "${COMPREPLY[*]}" >&2
-    exit 1
-fi
+offers scan sub
 echo "completion offers each report and folder once, and folders alone to scan"

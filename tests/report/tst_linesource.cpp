@@ -29,31 +29,26 @@ class tst_LineSource : public QObject {
 private Q_SLOTS:
     void splitting_data() {
         addColumns<QByteArray, QList<QByteArray>>("bytes", "lines");
-
-        addRow("empty", QByteArray(), QList<QByteArray>());
-        addRow("CR LF", QByteArray("a\r\nb\r\n"), QList<QByteArray>{"a", "b"});
-        addRow("LF", QByteArray("a\nb\n"), QList<QByteArray>{"a", "b"});
-        addRow("lone CR", QByteArray("a\rb\r"), QList<QByteArray>{"a", "b"});
-        addRow("LF CR is two terminators", QByteArray("a\n\rb"), QList<QByteArray>{"a", "", "b"});
-        addRow("no final terminator", QByteArray("a\r\nb"), QList<QByteArray>{"a", "b"});
-        addRow("byte order mark",
-               QByteArray("\xEF\xBB\xBF"
-                          "a\r\n"),
-               QList<QByteArray>{"a"});
-        addRow("part of a byte order mark", QByteArray("\xEF\xBB"), QList<QByteArray>{"\xEF\xBB"});
-        addRow("byte order mark only at the start",
-               QByteArray("a\n\xEF\xBB\xBF"
-                          "b"),
-               QList<QByteArray>{"a", "\xEF\xBB\xBF"
-                                      "b"});
+        const auto row = [](const char* name, const QByteArray& bytes, const QList<QByteArray>& lines) {
+            addRow(name, bytes, lines);
+        };
+        const QByteArray bom = "\xEF\xBB\xBF";
+        row("empty", "", {});
+        row("CR LF", "a\r\nb\r\n", {"a", "b"});
+        row("LF", "a\nb\n", {"a", "b"});
+        row("lone CR", "a\rb\r", {"a", "b"});
+        row("LF CR is two terminators", "a\n\rb", {"a", "", "b"});
+        row("no final terminator", "a\r\nb", {"a", "b"});
+        row("byte order mark", bom + "a\r\n", {"a"});
+        row("part of a byte order mark", "\xEF\xBB", {"\xEF\xBB"});
+        row("byte order mark only at the start", "a\n" + bom + "b", {"a", bom + "b"});
         // A CR as the last byte of one chunk and its LF as the first of the next.
-        const QByteArray straddling = QByteArray(64 * 1024 - 1, 'x') + "\r\nnext\r\n";
-        addRow("CR LF across chunks", straddling, QList<QByteArray>{QByteArray(64 * 1024 - 1, 'x'), "next"});
-        addRow("overlong line cut", QByteArray(QByteArray(kMaxLineLength + 10, 'x') + "\r\nafter"),
-               QList<QByteArray>{QByteArray(kMaxLineLength, 'x'), "after"});
-        addRow("overlong line over several chunks, lone CR",
-               QByteArray(QByteArray(5 * kMaxLineLength, 'x') + "\r\r\nafter"),
-               QList<QByteArray>{QByteArray(kMaxLineLength, 'x'), "", "after"});
+        const QByteArray chunk(64 * 1024 - 1, 'x');
+        row("CR LF across chunks", chunk + "\r\nnext\r\n", {chunk, "next"});
+        const QByteArray longest(kMaxLineLength, 'x');
+        row("overlong line cut", longest + "xxxxxxxxxx\r\nafter", {longest, "after"});
+        row("overlong line over several chunks, lone CR", longest.repeated(5) + "\r\r\nafter",
+            {longest, "", "after"});
     }
 
     void splitting() {
@@ -80,19 +75,16 @@ private Q_SLOTS:
 
     void utf8Validity_data() {
         addColumns<QByteArray, bool>("bytes", "valid");
-
-        addRow("ASCII", QByteArray("plain text, long enough for the fast path"), true);
-        addRow("two bytes", QByteArray("\xC3\xB6"), true);
-        addRow("three bytes", QByteArray("\xE2\x82\xAC"), true);
-        addRow("four bytes", QByteArray("\xF0\x9F\x8E\xB5"), true);
-        addRow("highest code point", QByteArray("\xF4\x8F\xBF\xBF"), true);
-        addRow("lone continuation", QByteArray("a\x80"), false);
-        addRow("overlong two bytes", QByteArray("\xC0\x80"), false);
-        addRow("surrogate", QByteArray("\xED\xA0\x80"), false);
-        addRow("above U+10FFFF", QByteArray("\xF4\x90\x80\x80"), false);
-        addRow("cut short at the end", QByteArray("abc\xE2\x82"), false);
-        addRow("Windows-1252 text", QByteArray("Mot\xF6rhead"), false);
-        addRow("non-ASCII after eight ASCII bytes", QByteArray("12345678\xC3\xB6"), true);
+        for (const char* valid : {"plain text, long enough for the fast path", "\xC3\xB6", "\xE2\x82\xAC",
+                                  "\xF0\x9F\x8E\xB5", "\xF4\x8F\xBF\xBF", "12345678\xC3\xB6"}) {
+            QTest::addRow("valid %s", valid) << QByteArray(valid) << true;
+        }
+        // A lone continuation, an overlong form, a surrogate, above U+10FFFF, cut short, Windows-1252.
+        for (const char* invalid :
+             {"a\x80", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "abc\xE2\x82", "Mot\xF6rhead"}) {
+            QTest::addRow("invalid %s", QByteArray(invalid).toHex(' ').constData())
+                << QByteArray(invalid) << false;
+        }
     }
 
     void utf8Validity() {
@@ -111,17 +103,19 @@ private Q_SLOTS:
 
     void nameForm_data() {
         addColumns<QByteArray, QString>("bytes", "shown");
-        addRow("UTF-8 stands as it is", QByteArray("Björk/Jóga 100% pure.mp3"), "Björk/Jóga 100% pure.mp3");
-        addRow("a Latin-1 byte", QByteArray("caf\xE9.mp3"), "caf%E9.mp3");
-        addRow("each part on its own", QByteArray("Bj\xF6rk/caf\xC3\xA9.mp3"), "Bj%F6rk/café.mp3");
-        addRow("a percent beside a bad byte", QByteArray("100%\xE9"), "100%25%E9");
-        addRow("a percent code that is UTF-8", QByteArray("100%20.mp3"), "100%20.mp3");
-        addRow("UTF-8 that reads as the form", QByteArray("caf%E9.mp3"), "caf%25E9.mp3");
-        addRow("a written percent sign", QByteArray("50%25.mp3"), "50%2525.mp3");
-        addRow("a sequence cut short", QByteArray("\xC3.mp3"), "%C3.mp3");
-        addRow("a leading byte order mark", QByteArray("\xEF\xBB\xBFsong.mp3"),
-               QStringLiteral("\uFEFFsong.mp3"));
-        addRow("one after a bad byte", QByteArray("\xE9\xEF\xBB\xBF.mp3"), QStringLiteral("%E9\uFEFF.mp3"));
+        const auto row = [](const char* name, const QByteArray& bytes, const QString& shown) {
+            addRow(name, bytes, shown);
+        };
+        row("UTF-8 stands as it is", "Björk/Jóga 100% pure.mp3", "Björk/Jóga 100% pure.mp3");
+        row("a Latin-1 byte", "caf\xE9.mp3", "caf%E9.mp3");
+        row("each part on its own", "Bj\xF6rk/caf\xC3\xA9.mp3", "Bj%F6rk/café.mp3");
+        row("a percent beside a bad byte", "100%\xE9", "100%25%E9");
+        row("a percent code that is UTF-8", "100%20.mp3", "100%20.mp3");
+        row("UTF-8 that reads as the form", "caf%E9.mp3", "caf%25E9.mp3");
+        row("a written percent sign", "50%25.mp3", "50%2525.mp3");
+        row("a sequence cut short", "\xC3.mp3", "%C3.mp3");
+        row("a leading byte order mark", "\xEF\xBB\xBFsong.mp3", QStringLiteral("\uFEFFsong.mp3"));
+        row("one after a bad byte", "\xE9\xEF\xBB\xBF.mp3", QStringLiteral("%E9\uFEFF.mp3"));
     }
 
     void nameForm() {

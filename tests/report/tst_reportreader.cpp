@@ -2,8 +2,6 @@
 #include "TestData.h"
 #include "report/ReportReader.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace zentoria;
@@ -13,20 +11,6 @@ namespace {
 constexpr QByteArrayView kV1 = kDetailID3v1;
 constexpr QByteArrayView kV2 = kDetailID3v2;
 constexpr QByteArrayView kV0 = kDetailID3v0;
-
-// "ordinal kind path" for each entry: one readable line per entry when a comparison fails.
-QStringList describe(const QList<ReportEntry>& entries) {
-    QStringList out;
-    for (const ReportEntry& e : entries) {
-        out << QStringLiteral("%1 %2 %3").arg(e.Ordinal).arg(kindNumber(e.Kind)).arg(e.Path);
-    }
-    return out;
-}
-
-ReportReadResult readBytes(const QByteArray& bytes) {
-    MemoryLineSource source(bytes);
-    return ReadReport(source);
-}
 
 } // namespace
 
@@ -40,6 +24,7 @@ private Q_SLOTS:
         // A report's lines separated by "|": "#" first stands for the banner and the six header lines,
         // V1, V2 and V0 for the detail lines, D for the closing line; each line ends in CR LF unless the
         // script ends with "~". Expected: the outcome, each entry, the skipped lines, the stop line.
+        const QByteArray banner = kBanner.toByteArray();
         const auto row = [](const char* name, QByteArrayView script, const char* expected) {
             QByteArray bytes;
             QByteArray text = script.toByteArray();
@@ -73,22 +58,20 @@ private Q_SLOTS:
         row("banner in other case", "   This file was created with melvadex (By Orsolt)||||||||D",
             "Corrupted");
         row("marker in header ignored",
-            QByteArray(kBanner.toByteArray() + "|Date of creation: 1.1.2001|x|Date of creation:||||a|V1||D"),
+            QByteArray(banner + "|Date of creation: 1.1.2001|x|Date of creation:||||a|V1||D"),
             "Loaded [1 1 a]");
         row("closing at line 8", "#|D", "Loaded");
         // What the header of a report this program wrote says it lacks is read back.
         row("header: left out, not read, ended early",
-            QByteArray(kBanner.toByteArray() + "||  Written by zentoria-report recheck|  Checked: a.vzt|" +
+            QByteArray(banner + "||  Written by zentoria-report recheck|  Checked: a.vzt|" +
                        problemFilesLine(1, {4, true, 12}) + "|  Not found: 0" + notReadClause({4, true, 0}) +
                        "||a|V1||D"),
             "Loaded [1 1 a] written: left out 12, not read 4, ended early");
         row("header: not read only",
-            QByteArray(kBanner.toByteArray() + "|||||  Not found: 2" + notReadClause({3, false, 0}) +
-                       "||a|V1||D"),
+            QByteArray(banner + "|||||  Not found: 2" + notReadClause({3, false, 0}) + "||a|V1||D"),
             "Loaded [1 1 a] written: left out 0, not read 3");
         row("header: look-alikes in other words",
-            QByteArray(kBanner.toByteArray() + "||||  Problem files: 1 (12 more)|  Not read: 4||a|V1||D"),
-            "Loaded [1 1 a]");
+            QByteArray(banner + "||||  Problem files: 1 (12 more)|  Not read: 4||a|V1||D"), "Loaded [1 1 a]");
         row("closing at line 9", "#||D", "NoProblems");
         row("closing at a detail position after entries", "#|a|V1||b|D", "NoProblems [1 1 a]");
         row("detail one blank short", "#|a| Melvadex could not get the ID3v1 information||b|V2||D",
@@ -104,7 +87,7 @@ private Q_SLOTS:
         row("same file twice", "#|a|V1||a|V1||D", "Loaded [1 1 a] [2 1 a]");
         // No banner, so no report: the one on screen stays, as for any file without it.
         row("empty file", "", "Corrupted");
-        row("only three lines", QByteArray(kBanner.toByteArray() + "||"), "EndedEarly stop 4");
+        row("only three lines", QByteArray(banner + "||"), "EndedEarly stop 4");
         row("ends at a path position", "#|a|V1||b|V0|", "EndedEarly [1 1 a] [2 0 b] stop 14");
         row("ends at a detail position", "#|a|V1||b", "EndedEarly [1 1 a] stop 12 unread 1");
         row("ends at a separator position", "#|a|V2~", "EndedEarly [1 2 a] stop 10");
@@ -122,23 +105,21 @@ private Q_SLOTS:
                           "\r\rDate of creation:"),
                "Loaded [1 1 a]");
         // Windows-1252 unless the whole file is UTF-8: one stray byte, even after the closing line, decides.
-        const auto withPath = [](QByteArrayView path, QByteArrayView after = {}) {
-            return ReportBuilder().start().record(path, kV1).closing().bytes() + after.toByteArray();
-        };
-        addRow("Windows-1252", withPath("C:\\Mot\xF6rhead\\\x80 \x96 \x9Cuvre.mp3"),
-               QStringLiteral("Loaded [1 1 C:\\Motörhead\\€ – œuvre.mp3]"));
-        addRow("an invalid byte after the closing line", withPath("Mot\xC3\xB6rhead.mp3", "\xFF"),
-               QStringLiteral("Loaded [1 1 MotÃ¶rhead.mp3]"));
+        row("Windows-1252", "#|C:\\Mot\xF6rhead\\\x80 \x96 \x9Cuvre.mp3|V1||D",
+            "Loaded [1 1 C:\\Motörhead\\€ – œuvre.mp3]");
+        row("an invalid byte after the closing line", "#|Mot\xC3\xB6rhead.mp3|V1||D|\xFF~",
+            "Loaded [1 1 MotÃ¶rhead.mp3]");
         // Paths longer than a Windows path can be are skipped, counted in UTF-16 units; lines longer
         // still are cut where they are read.
         const QByteArray longest(kMaxPathLength, 'p');
-        addRow("the longest path", withPath(longest), "Loaded [1 1 " + QString::fromLatin1(longest) + ']');
+        addRow("the longest path", ReportBuilder().start().record(longest, kV1).closing().bytes(),
+               "Loaded [1 1 " + QString::fromLatin1(longest) + ']');
         addRow("a path one character too long",
                ReportBuilder().start().record(longest + "p", kV1).record("b", kV2).closing().bytes(),
                "Loaded [2 2 b] skipped 8 unread 1");
-        addRow("one three-byte character too many",
-               withPath(QByteArray("\xE2\x82\xAC").repeated(kMaxPathLength) + "p"),
-               "Loaded skipped 8 unread 1");
+        row("one three-byte character too many",
+            "#|" + QByteArray("\xE2\x82\xAC").repeated(kMaxPathLength) + "p|V1||D",
+            "Loaded skipped 8 unread 1");
         addRow("a detail line too long",
                ReportBuilder()
                    .start()
@@ -151,49 +132,39 @@ private Q_SLOTS:
                QByteArray("\xEF\xBB\xBF" + ReportBuilder().start().record("a", kV1).closing().bytes()),
                "Loaded [1 1 a]");
         // Only the file's first bytes are its mark: a path that starts with one keeps it.
-        addRow("a path's byte order mark",
-               withPath("\xEF\xBB\xBF"
-                        "a"),
-               QStringLiteral("Loaded [1 1 \uFEFFa]"));
+        row("a path's byte order mark",
+            "#|\xEF\xBB\xBF"
+            "a|V1||D",
+            "Loaded [1 1 \uFEFFa]");
         // Ours say so on their third line, and name files in the escaped form; Melvadex's are read as text.
-        const auto writtenBy = [](QByteArrayView text, int at = 3) {
-            ReportBuilder report;
-            report.banner();
-            for (int line = 2; line <= 7; ++line) {
-                report.line(line == at ? text : QByteArrayView());
-            }
-            return report.record("a", kV1).closing().bytes();
-        };
-        addRow("written here", writtenBy("  Written by zentoria-report scan 0.1.0 on Linux"),
-               "Loaded [1 1 a] escaped");
-        addRow("written here, names as Windows wrote them",
-               writtenBy("  Written by zentoria-report recheck 0.1.0 on Linux, names as Windows wrote them"),
-               "Loaded [1 1 a]");
-        addRow("on another line", writtenBy("  Written by Zentoria 0.1.0 on Linux", 4), "Loaded [1 1 a]");
+        row("written here", banner + "||  Written by zentoria-report scan 0.1.0 on Linux|||||a|V1||D",
+            "Loaded [1 1 a] escaped");
+        row("written here, names as Windows wrote them",
+            banner + "||  Written by zentoria-report recheck 0.1.0 on Linux, names as Windows wrote "
+                     "them|||||a|V1||D",
+            "Loaded [1 1 a]");
+        row("on another line", banner + "|||  Written by Zentoria 0.1.0 on Linux||||a|V1||D",
+            "Loaded [1 1 a]");
     }
 
     void formatRules() {
         QFETCH(QByteArray, bytes);
         QFETCH(QString, expected);
 
-        const ReportReadResult result = readBytes(bytes);
+        MemoryLineSource source(bytes);
+        const ReportReadResult result = ReadReport(source);
+        // "[ordinal kind path]" for each entry: one readable line when a comparison fails.
         QString got = outcomeName(result.Outcome);
-        for (const QString& entry : describe(result.Entries)) {
-            got += " [" + entry + ']';
+        for (const ReportEntry& e : result.Entries) {
+            got += QStringLiteral(" [%1 %2 %3]").arg(e.Ordinal).arg(kindNumber(e.Kind)).arg(e.Path);
         }
         QStringList skipped;
         for (qint64 line : result.SkippedLines) {
             skipped << QString::number(line);
         }
-        if (!skipped.isEmpty()) {
-            got += " skipped " + skipped.join(u',');
-        }
-        if (result.StopLine > 0) {
-            got += " stop " + QString::number(result.StopLine);
-        }
-        if (result.UnreadRecords > 0) {
-            got += " unread " + QString::number(result.UnreadRecords);
-        }
+        got += skipped.isEmpty() ? QString() : " skipped " + skipped.join(u',');
+        got += result.StopLine > 0 ? " stop " + QString::number(result.StopLine) : QString();
+        got += result.UnreadRecords > 0 ? " unread " + QString::number(result.UnreadRecords) : QString();
         const MissingRecords& written = result.Written;
         if (written.any()) {
             got += QStringLiteral(" written: left out %1, not read %2%3")
@@ -201,9 +172,7 @@ private Q_SLOTS:
                        .arg(written.notRead)
                        .arg(written.endedEarly ? ", ended early" : "");
         }
-        if (result.Names == NameReading::Escaped) {
-            got += " escaped";
-        }
+        got += result.Names == NameReading::Escaped ? " escaped" : "";
         QCOMPARE(got, expected);
     }
 
@@ -227,8 +196,9 @@ private Q_SLOTS:
             report.record(QByteArray("/music/") + QByteArray::number(i) + ".mp3",
                           i % 10 == 0 ? QByteArrayView("") : kV2);
         }
-        report.closing();
-        const ReportReadResult result = readBytes(report.bytes());
+        const QByteArray bytes = report.closing().bytes();
+        MemoryLineSource source(bytes);
+        const ReportReadResult result = ReadReport(source);
 
         QCOMPARE(outcomeName(result.Outcome), outcomeName(outcome));
         QCOMPARE(result.Entries.size(), entries - entries / 10);

@@ -42,20 +42,45 @@ inline bool writeMp3(const QString& path, int tags) {
     return writeFile(path, mpegFrames()) && setTags(path, tags);
 }
 
-// Moves the file into the open folder under a name given as bytes, which need not be UTF-8; through
-// the folder's descriptor, so no path length limits it.
-inline bool moveToBytes(const QString& from, int folder, const QByteArray& name) {
-    return ::renameat(AT_FDCWD, QFile::encodeName(from).constData(), folder, name.constData()) == 0;
+// Writes an MP3 file with these tags under the open folder, by a name given as bytes (which need not be
+// UTF-8) whose one parent folder is made when missing; through the folder's descriptor, so no path
+// length limits it.
+inline bool putMp3(int folder, const QByteArray& name, int tags) {
+    if (const qsizetype slash = name.lastIndexOf('/'); slash > 0) {
+        ::mkdirat(folder, name.left(slash).constData(), 0755);
+    }
+    return writeMp3(QStringLiteral("/proc/self/fd/%1/new.mp3").arg(folder), tags) &&
+           ::renameat(folder, "new.mp3", folder, name.constData()) == 0;
 }
 
-// Nests folders of 200-byte names under root until the path is longer than the system takes at once;
-// returns the innermost one open (the caller closes it) and its path in `path`.
-inline int makeDeepFolders(const QString& root, QString* path) {
+inline bool putMp3(const QString& root, const QByteArray& name, int tags) {
+    const int folder = ::open(QFile::encodeName(root).constData(), O_RDONLY | O_DIRECTORY);
+    const bool put = folder >= 0 && putMp3(folder, name, tags);
+    ::close(folder);
+    return put;
+}
+
+// Gives the file `count` more names in `folder`, the pattern (as QString::asprintf) numbering them: as
+// many files to check as wanted, at no disk space.
+inline bool linkMany(const QString& file, const QString& folder, int count, const char* pattern) {
+    for (int i = 0; i < count; ++i) {
+        if (::link(QFile::encodeName(file).constData(),
+                   QFile::encodeName(folder + u'/' + QString::asprintf(pattern, i)).constData()) != 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Nests folders of 200-byte names under root until the path is longer than `longerThan` (by default
+// longer than the system takes at once); returns the innermost one open (the caller closes it) and its
+// path in `path`.
+inline int makeDeepFolders(const QString& root, QString* path, qsizetype longerThan = PATH_MAX) {
     QDir().mkpath(root);
     int folder = ::open(QFile::encodeName(root).constData(), O_RDONLY | O_DIRECTORY);
     *path = root;
     const QByteArray name(200, 'd');
-    while (folder >= 0 && path->size() <= PATH_MAX) {
+    while (folder >= 0 && path->size() <= longerThan) {
         ::mkdirat(folder, name.constData(), 0755);
         const int inner = ::openat(folder, name.constData(), O_RDONLY | O_DIRECTORY);
         ::close(folder);

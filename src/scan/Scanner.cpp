@@ -5,7 +5,6 @@
 #include "TagProbe.h"
 #include "WorkerPool.h"
 #include "report/FileNameForm.h"
-#include "report/ListOrder.h"
 #include "report/ReportFormat.h"
 
 #include <QDir>
@@ -78,17 +77,6 @@ QString childPath(const QString& folder, const QByteArray& name) {
 }
 
 } // namespace
-
-bool listedBefore(const FoundProblem& a, const FoundProblem& b) {
-    // A collator is no object for threads to share: each of the pool's threads keeps its own.
-    thread_local const ListOrder order;
-    const int collated = order.compare(a.path, b.path);
-    return collated != 0 ? collated < 0 : a.path < b.path;
-}
-
-void sortAsListed(QList<FoundProblem>& problems) {
-    std::sort(problems.begin(), problems.end(), listedBefore);
-}
 
 // One check: the pool, the counts and what was found so far.
 class Scanner::Run {

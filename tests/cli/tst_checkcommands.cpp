@@ -371,12 +371,17 @@ private Q_SLOTS:
             QCOMPARE(run.exitCode, 1);
             QCOMPARE(entries(run.out).size(), 2400);
         }
-        // With next to none, what could not be opened is named by its cause.
+#ifndef __SANITIZE_ADDRESS__ // whose runtime needs descriptors of its own to look at memory
+        // With next to none, the walk may still get through, a folder and a file at a time; whatever it
+        // could not open is named by its cause.
         const Run run = runTool({"scan", "--jobs", "16", music.path()}, {}, 60, limited(6));
-        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(run.exitCode == 2 || (run.exitCode == 1 && entries(run.out).size() == 2400), run.err);
         for (const QByteArray& line : run.err.trimmed().split('\n')) {
-            QVERIFY2(line.endsWith(": Too many open files") || line.endsWith("could not be checked"), line);
+            QVERIFY2(line.isEmpty() || line.endsWith(": Too many open files") ||
+                         line.endsWith("could not be checked"),
+                     line);
         }
+#endif
     }
 
     void reportsAreWrittenWholeOrNotAtAll_data() {

@@ -14,6 +14,8 @@ namespace zentoria {
 
 namespace {
 
+void fitShown(QWidget* window);
+
 // Watches every widget's showing; a dialog's Show arrives here before it maps and before the dialog
 // centres itself on its parent, so the size it centres is the fitted one.
 class DialogFitter : public QObject {
@@ -21,10 +23,17 @@ public:
     using QObject::QObject;
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Show && watched->isWidgetType()) {
+        const bool showing = event->type() == QEvent::Show;
+        if ((showing || event->type() == QEvent::Resize) && watched->isWidgetType()) {
             auto* widget = static_cast<QWidget*>(watched);
-            if (widget->isWindow() && qobject_cast<QDialog*>(widget)) {
+            if (!widget->isWindow() || !qobject_cast<QDialog*>(widget)) {
+                return false;
+            }
+            if (showing) {
                 fitBeforeShowing(widget);
+            } else if (widget->isVisible()) {
+                // A shown dialog that grows (a message box showing its details) is fitted again.
+                QTimer::singleShot(0, widget, [widget] { fitShown(widget); });
             }
         }
         return false;

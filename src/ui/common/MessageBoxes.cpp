@@ -2,6 +2,7 @@
 
 #include "settings/Texts.h"
 
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QLayout>
 #include <QMessageBox>
@@ -29,8 +30,10 @@ std::unique_ptr<QMessageBox> MessageBoxes::create(QWidget* parent, const QString
     const QScreen* screen = parent ? parent->screen() : QGuiApplication::primaryScreen();
     const int titleWidth = std::min(box->fontMetrics().horizontalAdvance(title) + kTitleBarRoom,
                                     screen ? screen->availableGeometry().width() * 9 / 10 : 640);
-    if (box->layout()) {
-        box->layout()->addItem(new QSpacerItem(titleWidth, 0, QSizePolicy::Minimum, QSizePolicy::Fixed));
+    // Across every column of the box's grid: in the first alone it would push the text aside.
+    if (auto* grid = qobject_cast<QGridLayout*>(box->layout())) {
+        grid->addItem(new QSpacerItem(titleWidth, 0, QSizePolicy::Minimum, QSizePolicy::Fixed),
+                      grid->rowCount(), 0, 1, grid->columnCount());
     }
     // Before the window is shown (a report that fails at start-up) it has no place to centre on yet:
     // the message goes to the middle of the screen the window will open on, not to a corner.

@@ -97,6 +97,13 @@ private Q_SLOTS:
         QCOMPARE(read(settings::SafeInitialTVWidth), QStringLiteral("3000"));
         QCOMPARE(read(settings::InitialTVWidth), QStringLiteral("3000"));
 
+        // A longer address caption moves the path box along.
+        auto* address = f.child<CaptionLabel>("lblAddress");
+        address->setCaption("A much longer address caption");
+        const TwipsRect addressRect = geometryTwips(address);
+        QCOMPARE(geometryTwips(f.child<CaptionLabel>("WEPath")).Left,
+                 addressRect.Left + addressRect.Width + 200);
+
         // Tools > WebStyle, twice: the classic view and back.
         QAction* item = f.child<QAction>("submnuWebStyle");
         QVERIFY(item->isChecked());
@@ -124,55 +131,45 @@ private Q_SLOTS:
                  QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
     }
 
+    // A drag of the separator to a point of the client area (in twips from its left edge) sets the tree's
+    // width: the window is 12000 twips wide and has no frame offscreen.
     void separatorDrag_data() {
-        addColumns<int, QString, bool>("button", "where", "webStyle");
+        addColumns<int, bool, int, int>("button", "webStyle", "to", "width");
 
-        addRow("past the left edge", int(Qt::LeftButton), "left edge", true);
-        addRow("beyond the client width", int(Qt::LeftButton), "beyond", false);
-        addRow("to 3990 twips", int(Qt::LeftButton), "3990", true);
-        addRow("the right button drags too", int(Qt::RightButton), "3990", true);
+        addRow("past the left edge", int(Qt::LeftButton), true, -600, 0);
+        addRow("beyond the client width", int(Qt::LeftButton), false, 12600, 12000 - 45);
+        addRow("to 3990 twips", int(Qt::LeftButton), true, 3990, 3990);
+        addRow("the right button drags too", int(Qt::RightButton), true, 3990, 3990);
         // In web style the panel needs room beside the tree: a list of negative width is refused and the
         // pass takes the last safe tree width instead.
-        QTest::addRow("beyond the client width, web style")
-            << int(Qt::LeftButton) << "beyond, recovered" << true;
+        addRow("beyond the client width, web style", int(Qt::LeftButton), true, 12600, 3000);
     }
 
     void separatorDrag() {
         QFETCH(int, button);
-        QFETCH(QString, where);
         QFETCH(bool, webStyle);
+        QFETCH(int, to);
+        QFETCH(int, width);
 
         Frame f;
         if (!webStyle) {
             f.trigger("submnuWebStyle");
         }
-        const QPoint grip(1, f.separator->height() / 2);
-        const int separatorX = f.separator->x();
-        QPoint to;
-        int expected = 0;
-        if (where == "left edge") {
-            to = QPoint(-separatorX - 40, grip.y());
-            expected = 0;
-        } else if (where.startsWith("beyond")) {
-            to = QPoint(f.window.centralWidget()->width() + 40 - separatorX, grip.y());
-            expected = where == "beyond" ? int(f.clientWidthTwips() - 45) : 3000;
-        } else {
-            to = QPoint(66, grip.y()); // 66 pixels of 15 twips right of the separator's left edge at 3000
-            expected = 3990;
-        }
-        QTest::mousePress(f.separator, Qt::MouseButton(button), {}, grip);
-        QTest::mouseMove(f.separator, to);
-        QTest::mouseRelease(f.separator, Qt::MouseButton(button), {}, to);
+        const int y = f.separator->height() / 2;
+        const QPoint end(twipsToPixels(to, logicalDpi(&f.window)) - f.separator->x(), y);
+        QTest::mousePress(f.separator, Qt::MouseButton(button), {}, QPoint(1, y));
+        QTest::mouseMove(f.separator, end);
+        QTest::mouseRelease(f.separator, Qt::MouseButton(button), {}, end);
 
-        QCOMPARE(globals().InitialTVWidth, expected);
-        QCOMPARE(read(settings::InitialTVWidth), QString::number(expected));
+        QCOMPARE(globals().InitialTVWidth, width);
+        QCOMPARE(read(settings::InitialTVWidth), QString::number(width));
         f.resizeEventAgain();
-        QCOMPARE(geometryTwips(f.tree).Width, double(expected));
-        QCOMPARE(geometryTwips(f.separator).Left, double(expected));
+        QCOMPARE(geometryTwips(f.tree).Width, double(width));
+        QCOMPARE(geometryTwips(f.separator).Left, double(width));
 
         // Without a button held, moving over the separator drags nothing.
-        QTest::mouseMove(f.separator, QPoint(2, grip.y()));
-        QCOMPARE(globals().InitialTVWidth, expected);
+        QTest::mouseMove(f.separator, QPoint(2, y));
+        QCOMPARE(globals().InitialTVWidth, width);
     }
 
     void treeWidthThatCannotBeApplied_data() {
@@ -365,29 +362,23 @@ private Q_SLOTS:
         QTRY_COMPARE(f.list->horizontalScrollBar()->maximum(), 0);
     }
 
-    void addressCaptionMovesThePath() {
-        Frame f;
-        auto* label = f.child<CaptionLabel>("lblAddress");
-        auto* path = f.child<CaptionLabel>("WEPath");
-        label->setCaption("A much longer address caption");
-        const TwipsRect labelRect = geometryTwips(label);
-        QCOMPARE(geometryTwips(path).Left, labelRect.Left + labelRect.Width + 200);
-    }
-
+    // Whatever scrolls the list up or down puts the panel back above it first; other input does not.
     void reordersBeforeTheListScrolls_data() {
-        addColumns<QString, bool>("action", "reorders");
+        addColumns<QString, QPoint, int, bool>("on", "wheel", "key", "reorders");
 
-        addRow("wheel over the list", "wheel", true);
-        addRow("wheel over its scroll bar", "wheel on the bar", true);
-        addRow("a press on its scroll bar", "press on the bar", true);
-        addRow("Page Down", "page down", true);
-        addRow("sideways wheel", "sideways wheel", false);
-        addRow("a press on the sideways scroll bar", "press on the sideways bar", false);
-        addRow("a letter", "letter", false);
+        addRow("wheel over the list", "list", QPoint(0, -120), 0, true);
+        addRow("wheel over its scroll bar", "bar", QPoint(0, -120), 0, true);
+        addRow("a press on its scroll bar", "bar", QPoint(), 0, true);
+        addRow("Page Down", "list", QPoint(), int(Qt::Key_PageDown), true);
+        addRow("sideways wheel", "list", QPoint(-120, 0), 0, false);
+        addRow("a press on the sideways scroll bar", "sideways bar", QPoint(), 0, false);
+        addRow("a letter", "list", QPoint(), int(Qt::Key_W), false);
     }
 
     void reordersBeforeTheListScrolls() {
-        QFETCH(QString, action);
+        QFETCH(QString, on);
+        QFETCH(QPoint, wheel);
+        QFETCH(int, key);
         QFETCH(bool, reorders);
 
         // The list shows a kind long enough to scroll.
@@ -398,20 +389,15 @@ private Q_SLOTS:
         QVERIFY(isHooked(f.list));
         f.list->raise(); // as other code may leave it
         QVERIFY(!f.panelAboveList());
-        if (action == "wheel") {
-            wheel(f.list->viewport(), QPoint(0, -120));
-        } else if (action == "wheel on the bar") {
-            wheel(f.list->verticalScrollBar(), QPoint(0, -120));
-        } else if (action == "press on the bar") {
-            QTest::mouseClick(f.list->verticalScrollBar(), Qt::LeftButton, {}, QPoint(2, 2));
-        } else if (action == "page down") {
-            QTest::keyClick(f.list, Qt::Key_PageDown);
-        } else if (action == "sideways wheel") {
-            wheel(f.list->viewport(), QPoint(-120, 0));
-        } else if (action == "press on the sideways bar") {
-            QTest::mouseClick(f.list->horizontalScrollBar(), Qt::LeftButton, {}, QPoint(2, 2));
+        QWidget* target = on == "bar"            ? f.list->verticalScrollBar()
+                          : on == "sideways bar" ? f.list->horizontalScrollBar()
+                                                 : f.list->viewport();
+        if (!wheel.isNull()) {
+            ::wheel(target, wheel);
+        } else if (key != 0) {
+            QTest::keyClick(f.list, Qt::Key(key));
         } else {
-            QTest::keyClick(f.list, Qt::Key_W);
+            QTest::mouseClick(target, Qt::LeftButton, {}, QPoint(2, 2));
         }
         QCOMPARE(f.panelAboveList(), reorders);
     }

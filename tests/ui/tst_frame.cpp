@@ -131,24 +131,31 @@ private Q_SLOTS:
                  QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
     }
 
-    // A drag of the separator to a point of the client area (in twips from its left edge) sets the tree's
-    // width: the window is 12000 twips wide and has no frame offscreen.
-    void separatorDrag_data() {
-        addColumns<int, bool, int, int>("button", "webStyle", "to", "width");
+    // The tree's width, from a drag of the separator with a button (to a point of the client area, in twips
+    // from its left edge: the window is 12000 twips wide and has no frame offscreen) or from the settings.
+    void treeWidth_data() {
+        addColumns<int, bool, int, int, QString, int>("button", "webStyle", "to", "stored", "safe", "width");
 
-        addRow("past the left edge", int(Qt::LeftButton), true, -600, 0);
-        addRow("beyond the client width", int(Qt::LeftButton), false, 12600, 12000 - 45);
-        addRow("to 3990 twips", int(Qt::LeftButton), true, 3990, 3990);
-        addRow("the right button drags too", int(Qt::RightButton), true, 3990, 3990);
-        // In web style the panel needs room beside the tree: a list of negative width is refused and the
-        // pass takes the last safe tree width instead.
-        addRow("beyond the client width, web style", int(Qt::LeftButton), true, 12600, 3000);
+        addRow("drag past the left edge", int(Qt::LeftButton), true, -600, 0, "", 0);
+        addRow("drag beyond the client width", int(Qt::LeftButton), false, 12600, 0, "", 12000 - 45);
+        addRow("drag to 3990 twips", int(Qt::LeftButton), true, 3990, 0, "", 3990);
+        addRow("the right button drags too", int(Qt::RightButton), true, 3990, 0, "", 3990);
+        // A width the window cannot take gives way to the last safe one (3000 from the start here), and if
+        // that is no better, to the default. In web style the panel needs room beside the tree: a list of
+        // negative width is refused.
+        addRow("drag beyond the client width, web style", int(Qt::LeftButton), true, 12600, 0, "", 3000);
+        addRow("stored wider than any screen", 0, true, 0, 100000, "2500", 2500);
+        addRow("stored, no safe configuration yet", 0, true, 0, -500, "", 3000);
+        addRow("stored, the last safe one no better", 0, true, 0, 100000, "-20", 3000);
+        addRow("stored too wide for this window", 0, true, 0, 9000, "2500", 2500);
     }
 
-    void separatorDrag() {
+    void treeWidth() {
         QFETCH(int, button);
         QFETCH(bool, webStyle);
         QFETCH(int, to);
+        QFETCH(int, stored);
+        QFETCH(QString, safe);
         QFETCH(int, width);
 
         Frame f;
@@ -156,13 +163,25 @@ private Q_SLOTS:
             f.trigger("submnuWebStyle");
         }
         const int y = f.separator->height() / 2;
-        const QPoint end(twipsToPixels(to, logicalDpi(&f.window)) - f.separator->x(), y);
-        QTest::mousePress(f.separator, Qt::MouseButton(button), {}, QPoint(1, y));
-        QTest::mouseMove(f.separator, end);
-        QTest::mouseRelease(f.separator, Qt::MouseButton(button), {}, end);
+        if (button != 0) {
+            const QPoint end(twipsToPixels(to, logicalDpi(&f.window)) - f.separator->x(), y);
+            QTest::mousePress(f.separator, Qt::MouseButton(button), {}, QPoint(1, y));
+            QTest::mouseMove(f.separator, end);
+            QTest::mouseRelease(f.separator, Qt::MouseButton(button), {}, end);
+        } else {
+            f.forgetSettings();
+            if (!safe.isEmpty()) {
+                write(settings::SafeInitialTVWidth, safe);
+            }
+            globals().InitialTVWidth = stored;
+            f.resizeTwips(11000, 7000);
+        }
 
         QCOMPARE(globals().InitialTVWidth, width);
         QCOMPARE(read(settings::InitialTVWidth), QString::number(width));
+        QCOMPARE(read(settings::SafeInitialTVWidth), QString::number(width));
+        // The step that failed and every later one use the width taken instead.
+        QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Left, double(width + 45));
         f.resizeEventAgain();
         QCOMPARE(geometryTwips(f.tree).Width, double(width));
         QCOMPARE(geometryTwips(f.separator).Left, double(width));
@@ -170,36 +189,6 @@ private Q_SLOTS:
         // Without a button held, moving over the separator drags nothing.
         QTest::mouseMove(f.separator, QPoint(2, y));
         QCOMPARE(globals().InitialTVWidth, width);
-    }
-
-    void treeWidthThatCannotBeApplied_data() {
-        addColumns<int, QString, int>("stored", "safe", "recovered");
-
-        addRow("wider than any screen", 100000, "2500", 2500);
-        addRow("no safe configuration yet", -500, "", 3000);
-        // The repair is tried once: a last safe width no better gives way to the default.
-        addRow("the last safe one no better", 100000, "-20", 3000);
-        addRow("too wide for this window", 9000, "2500", 2500);
-    }
-
-    void treeWidthThatCannotBeApplied() {
-        QFETCH(int, stored);
-        QFETCH(QString, safe);
-        QFETCH(int, recovered);
-
-        Frame f;
-        f.forgetSettings();
-        if (!safe.isEmpty()) {
-            write(settings::SafeInitialTVWidth, safe);
-        }
-        globals().InitialTVWidth = stored;
-        f.resizeTwips(11000, 7000);
-
-        QCOMPARE(globals().InitialTVWidth, recovered);
-        QCOMPARE(read(settings::InitialTVWidth), QString::number(recovered));
-        QCOMPARE(read(settings::SafeInitialTVWidth), QString::number(recovered));
-        // The step that failed and every later one use the recovered width.
-        QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Left, double(recovered + 45));
     }
 
     void panelTallerThanTheList() {

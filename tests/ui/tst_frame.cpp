@@ -54,9 +54,6 @@ struct Frame : MainWindowFixture {
         QResizeEvent again(window.size(), window.size());
         QCoreApplication::sendEvent(&window, &again);
     }
-    double clientWidthTwips() const {
-        return pixelsToTwips(window.centralWidget()->width(), logicalDpi(&window));
-    }
     bool settingsWritten() const { return QFile::exists(settingsFilePath(thisProgram())); }
     void forgetSettings() { QFile::remove(settingsFilePath(thisProgram())); }
     // The panel and its scroll bar stacked above the list, as they are drawn after a scroll.
@@ -86,7 +83,7 @@ private Q_SLOTS:
         QVERIFY(f.panel->isVisible());
         // The panes fill the client area: the list ends 30 twips short of the right pane's edge, and the
         // tree ends where the status bar begins.
-        const double client = f.clientWidthTwips();
+        const double client = pixelsToTwips(f.window.centralWidget()->width(), logicalDpi(&f.window));
         QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Width, client - 3045);
         const TwipsRect tree = geometryTwips(f.tree);
         QCOMPARE(tree.Top + tree.Height, geometryTwips(f.child<QWidget>("SB")).Top);

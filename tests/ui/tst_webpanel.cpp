@@ -14,9 +14,7 @@ using namespace zentoria;
 
 namespace {
 
-const QString kRockAndRoll = QStringLiteral("C:\\Music\\Rock & Roll\\Track.mp3");
 const QString kBold = QStringLiteral("C:\\Music\\<b>Bold</b>.mp3");
-const QString kPlain = QStringLiteral("C:\\Music\\Plain.mp3");
 
 // A shown main window with a report open and the panel's parts at hand.
 struct Panel : MainWindowFixture {
@@ -61,8 +59,8 @@ private Q_SLOTS:
         addColumns<QString, QList<int>, QString, QString, QString>("kindKey", "rows", "caption", "shown",
                                                                    "kind");
 
-        addRow("ampersand", "ID3v1", QList<int>{0}, "C:\\Music\\Rock && Roll\\Track.mp3", kRockAndRoll,
-               "ID3v1 not found");
+        addRow("ampersand", "ID3v1", QList<int>{0}, "C:\\Music\\Rock && Roll\\Track.mp3",
+               "C:\\Music\\Rock & Roll\\Track.mp3", "ID3v1 not found");
         addRow("markup", "ID3v1", QList<int>{1}, kBold, kBold, "ID3v1 not found");
         addRow("kind 2, capital N", "ID3v2", QList<int>{0}, "D:\\Other.mp3", "D:\\Other.mp3",
                "ID3v2 Not found");
@@ -70,7 +68,7 @@ private Q_SLOTS:
         // details add nothing, not an empty line per file.
         addRow("three files", "ID3v1", QList<int>{0, 1, 2}, "", "",
                "3 files selected (ID3v1 not found).\r\r\rC:\\Music\\Rock && Roll\\Track.mp3\r" + kBold +
-                   '\r' + kPlain);
+                   "\rC:\\Music\\Plain.mp3");
     }
 
     void selection() {
@@ -274,17 +272,13 @@ private Q_SLOTS:
             p.settle();
             p.activate(last ? "ID3v2" : "ID3v1");
             p.settle();
-            for (CaptionLabel* label : {p.name, p.kind, p.info}) {
-                QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName() + label->caption()));
-            }
+            QCOMPARE(p.name->caption() + p.kind->caption() + p.info->caption(), QString());
         }
         // Another report: the program's name as title, and nothing of the earlier one.
         p.clickRow(0);
         p.open(dataFile("mixed.vzt"));
         QCOMPARE(p.title->caption(), QStringLiteral("Zentoria"));
-        for (CaptionLabel* label : {p.name, p.kind, p.tip, p.info}) {
-            QVERIFY2(label->caption().isEmpty(), qPrintable(label->objectName()));
-        }
+        QCOMPARE(p.name->caption() + p.kind->caption() + p.tip->caption() + p.info->caption(), QString());
         QVERIFY(!p.refresh->isActive());
         p.verifyStacked();
     }

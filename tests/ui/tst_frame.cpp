@@ -35,7 +35,6 @@ namespace {
 struct Frame : MainWindowFixture {
     QTemporaryDir home;
     PictureBox* separator = child<PictureBox>("Separator");
-    QWidget* tree = child<QWidget>("TV");
     PictureBox* panel = child<PictureBox>("pctWeb");
     QScrollBar* scroll = child<QScrollBar>("vsbBack");
 
@@ -126,6 +125,36 @@ private Q_SLOTS:
         QTRY_VERIFY(f.settingsWritten());
         QCOMPARE(read(settings::SafeWidth),
                  QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
+
+        // A panel whose content ends 2000 twips below the list's height gets its scroll bar.
+        auto* info = f.child<CaptionLabel>("lblInfo");
+        const double listHeight = geometryTwips(f.list).Height;
+        const TwipsRect infoRect = geometryTwips(info);
+        setGeometryTwips(info, infoRect.Left, listHeight + 2000 - infoRect.Height, infoRect.Width,
+                         infoRect.Height);
+        f.resizeEventAgain();
+        QVERIFY(f.scroll->isVisible());
+        QCOMPARE(f.scroll->maximum(), 2000);
+        QCOMPARE(f.scroll->pageStep(), 200);
+        QCOMPARE(f.scroll->singleStep(), 20);
+        QCOMPARE(geometryTwips(f.panel).Height, listHeight + 2000);
+        QCOMPARE(geometryTwips(f.scroll).Left, geometryTwips(f.panel).Width);
+
+        // Dragging the thumb moves the panel along; the value at the end of the drag keeps it there.
+        f.scroll->setSliderDown(true);
+        f.scroll->setSliderPosition(1000);
+        QCOMPARE(geometryTwips(f.panel).Top, -1000.0);
+        f.scroll->setSliderPosition(f.scroll->maximum());
+        QCOMPARE(geometryTwips(f.panel).Top, -2000.0);
+        f.scroll->setSliderDown(false);
+        QCOMPARE(f.scroll->value(), 2000);
+        QCOMPARE(geometryTwips(f.panel).Top, -2000.0);
+        QVERIFY(f.list->hasFocus());
+
+        // Content that ends above the panel's edge hides the scroll bar and fits the panel to the list.
+        setGeometryTwips(info, infoRect.Left, 100, infoRect.Width, infoRect.Height);
+        f.resizeEventAgain();
+        QVERIFY(!f.scroll->isVisible());
     }
 
     // The tree's width, from a drag of the separator with a button (to a point of the client area, in twips
@@ -188,40 +217,6 @@ private Q_SLOTS:
         QCOMPARE(globals().InitialTVWidth, width);
     }
 
-    void panelTallerThanTheList() {
-        Frame f;
-        auto* info = f.child<CaptionLabel>("lblInfo");
-        const double listHeight = geometryTwips(f.list).Height;
-        const TwipsRect infoRect = geometryTwips(info);
-        // The panel's content ends 2000 twips below the list's height.
-        setGeometryTwips(info, infoRect.Left, listHeight + 2000 - infoRect.Height, infoRect.Width,
-                         infoRect.Height);
-        f.resizeEventAgain();
-
-        QVERIFY(f.scroll->isVisible());
-        QCOMPARE(f.scroll->maximum(), 2000);
-        QCOMPARE(f.scroll->pageStep(), 200);
-        QCOMPARE(f.scroll->singleStep(), 20);
-        QCOMPARE(geometryTwips(f.panel).Height, listHeight + 2000);
-        QCOMPARE(geometryTwips(f.scroll).Left, geometryTwips(f.panel).Width);
-
-        // Dragging the thumb moves the panel along; the value at the end of the drag keeps it there.
-        f.scroll->setSliderDown(true);
-        f.scroll->setSliderPosition(1000);
-        QCOMPARE(geometryTwips(f.panel).Top, -1000.0);
-        f.scroll->setSliderPosition(f.scroll->maximum());
-        QCOMPARE(geometryTwips(f.panel).Top, -2000.0);
-        f.scroll->setSliderDown(false);
-        QCOMPARE(f.scroll->value(), 2000);
-        QCOMPARE(geometryTwips(f.panel).Top, -2000.0);
-        QVERIFY(f.list->hasFocus());
-
-        // Content that ends above the panel's edge hides the scroll bar and fits the panel to the list.
-        setGeometryTwips(info, infoRect.Left, 100, infoRect.Width, infoRect.Height);
-        f.resizeEventAgain();
-        QVERIFY(!f.scroll->isVisible());
-    }
-
     // The file names get the room there is (at least the design's 6500 twips, and the list's width),
     // and a sideways scroll shows what a fresh paint of the same state shows, in the list and the tree.
     void smallScreen() {
@@ -235,7 +230,7 @@ private Q_SLOTS:
         fitToScreen(&f.window);
         f.open(dataFile("mixed.vzt"));
         f.activate("ID3v1");
-        auto* tree = f.child<QTreeView>("TV");
+        ReportTree* tree = f.tree;
         for (const QModelIndex& node :
              {tree->model()->index(0, 0), indexOfKey(tree, QStringLiteral("ID3v1"))}) {
             QTRY_VERIFY2(tree->visualRect(node).left() + tree->sizeHintForIndex(node).width() <=
@@ -311,13 +306,13 @@ private Q_SLOTS:
             QCOMPARE(f.list->horizontalScrollBar()->mapTo(f.list, QPoint()).x(), f.list->viewport()->x());
         }
         // The tree's long paths in view, as the user opens the kind.
-        static_cast<QTreeView*>(f.tree)->expandAll();
-        for (auto* view : QList<QTreeView*>{f.list, f.child<QTreeView>("TV")}) {
+        f.tree->expandAll();
+        for (auto* view : QList<QTreeView*>{f.list, f.tree}) {
             QScrollBar* bar = view->horizontalScrollBar();
             QTRY_VERIFY2(bar->maximum() > 0, qPrintable(view->objectName()));
             bar->setValue(0);
             QCoreApplication::processEvents();
-            const QImage start = view->viewport()->grab().toImage();
+            const QImage start = view->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
             for (const int value : {qMin(40, bar->maximum()), bar->maximum()}) {
                 bar->setValue(value);
                 QCoreApplication::processEvents();
@@ -336,8 +331,7 @@ private Q_SLOTS:
                     continue;
                 }
                 const QRect kept(0, 0, at.width() - value, at.height());
-                QCOMPARE(shown.copy(kept), start.copy(kept.translated(seen.left() + value, seen.top()))
-                                               .convertToFormat(QImage::Format_RGB32));
+                QCOMPARE(shown.copy(kept), start.copy(kept.translated(seen.left() + value, seen.top())));
             }
         }
         // Short names show their file's whole name in a list narrower than the column's design width:

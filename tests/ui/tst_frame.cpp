@@ -90,8 +90,6 @@ private Q_SLOTS:
         const QString savedWidth =
             QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window)));
         QCOMPARE(read(settings::SafeWidth), savedWidth);
-        QCOMPARE(read(settings::SafeInitialTVWidth), QStringLiteral("3000"));
-        QCOMPARE(read(settings::InitialTVWidth), QStringLiteral("3000"));
 
         // A longer address caption moves the path box along.
         auto* address = f.child<CaptionLabel>("lblAddress");

@@ -62,12 +62,6 @@ struct Frame : MainWindowFixture {
     }
 };
 
-void wheel(QWidget* target, QPoint angle) {
-    const QPointF at(target->width() / 2.0, target->height() / 2.0);
-    QWheelEvent event(at, target->mapToGlobal(at), {}, angle, Qt::NoButton, {}, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(target, &event);
-}
-
 } // namespace
 
 class tst_Frame : public QObject {
@@ -228,11 +222,10 @@ private Q_SLOTS:
         fitToScreen(&f.window);
         f.open(dataFile("mixed.vzt"));
         f.activate("ID3v1");
-        ReportTree* tree = f.tree;
         for (const QModelIndex& node :
-             {tree->model()->index(0, 0), indexOfKey(tree, QStringLiteral("ID3v1"))}) {
-            QTRY_VERIFY2(tree->visualRect(node).left() + tree->sizeHintForIndex(node).width() <=
-                             tree->viewport()->width(),
+             {f.tree->model()->index(0, 0), indexOfKey(f.tree, QStringLiteral("ID3v1"))}) {
+            QTRY_VERIFY2(f.tree->visualRect(node).left() + f.tree->sizeHintForIndex(node).width() <=
+                             f.tree->viewport()->width(),
                          qPrintable(node.data().toString()));
         }
         const QModelIndex first = f.list->model()->index(0, 0);
@@ -371,7 +364,10 @@ private Q_SLOTS:
                           : on == "sideways bar" ? f.list->horizontalScrollBar()
                                                  : f.list->viewport();
         if (!wheel.isNull()) {
-            ::wheel(target, wheel);
+            const QPointF at(target->width() / 2.0, target->height() / 2.0);
+            QWheelEvent event(at, target->mapToGlobal(at), {}, wheel, Qt::NoButton, {}, Qt::NoScrollPhase,
+                              false);
+            QApplication::sendEvent(target, &event);
         } else if (key != 0) {
             QTest::keyClick(f.list, Qt::Key(key));
         } else {

@@ -57,14 +57,6 @@ void perform(Views& v, const QString& step) {
     }
 }
 
-// The folders every report tree has: the root at 1, the kinds "ID3v1", "ID3v2", "ID3v0" at 2 to 4.
-void addFolders(NodeCollection& nodes) {
-    nodes.add({}, "Integrity", "Integrity Report");
-    for (ProblemKind kind : {ProblemKind::ID3v1, ProblemKind::ID3v2, ProblemKind::ID3v0}) {
-        nodes.add("Integrity", kindCode(kind), kindCaption(kind));
-    }
-}
-
 // The list's rows as "key text", top to bottom.
 QStringList rows(const FileListModel& model) {
     QStringList out;
@@ -288,8 +280,12 @@ private Q_SLOTS:
         QLocale::setDefault(QLocale(locale));
         const auto restore = qScopeGuard([&before] { QLocale::setDefault(before); });
 
+        // The folders every report tree has (the root at 1, the kinds at 2 to 4), then the entries.
         NodeCollection nodes;
-        addFolders(nodes);
+        nodes.add({}, "Integrity", "Integrity Report");
+        for (ProblemKind kind : {ProblemKind::ID3v1, ProblemKind::ID3v2, ProblemKind::ID3v0}) {
+            nodes.add("Integrity", kindCode(kind), kindCaption(kind));
+        }
         for (int i = 0; i < paths.size(); ++i) {
             nodes.addEntry({qint16(i + 1), ProblemKind::ID3v1, paths[i]});
         }

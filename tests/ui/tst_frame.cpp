@@ -107,11 +107,10 @@ private Q_SLOTS:
         // Minimized, the window moves nothing and saves nothing; restored, it runs a full pass again.
         f.forgetSettings();
         f.window.setWindowState(Qt::WindowMinimized);
-        const QRect treeBefore = f.tree->geometry();
-        const QRect listBefore = f.list->geometry();
+        const auto panes = [&f] { return QList<QRect>{f.tree->geometry(), f.list->geometry()}; };
+        const QList<QRect> before = panes();
         f.resizeTwips(9000, 6000);
-        QCOMPARE(f.tree->geometry(), treeBefore);
-        QCOMPARE(f.list->geometry(), listBefore);
+        QCOMPARE(panes(), before);
         QVERIFY(!f.settingsWritten());
         f.window.setWindowState(Qt::WindowNoState);
         QTRY_VERIFY(f.settingsWritten());
@@ -126,9 +125,8 @@ private Q_SLOTS:
                          infoRect.Height);
         f.resizeEventAgain();
         QVERIFY(f.scroll->isVisible());
-        QCOMPARE(f.scroll->maximum(), 2000);
-        QCOMPARE(f.scroll->pageStep(), 200);
-        QCOMPARE(f.scroll->singleStep(), 20);
+        QCOMPARE((QList<int>{f.scroll->maximum(), f.scroll->pageStep(), f.scroll->singleStep()}),
+                 (QList<int>{2000, 200, 20}));
         QCOMPARE(geometryTwips(f.panel).Height, listHeight + 2000);
         QCOMPARE(geometryTwips(f.scroll).Left, geometryTwips(f.panel).Width);
 

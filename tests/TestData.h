@@ -49,11 +49,7 @@ inline QString writeGeneratedReport(const QString& path, int files, const QByteA
         bytes += "C:\\Music\\Artist " + QByteArray::number(i % 700) + "\\" + QByteArray::number(i) + " - " +
                  name + "\r\n  Melvadex could not get the ID3v1 information\r\n\r\n";
     }
-    bytes += more;
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(bytes + "Date of creation: today\r\n");
-    }
+    writeFile(path, bytes + more + "Date of creation: today\r\n");
     return path;
 }
 

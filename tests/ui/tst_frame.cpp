@@ -35,7 +35,6 @@ namespace {
 struct Frame : MainWindowFixture {
     QTemporaryDir home;
     PictureBox* separator = child<PictureBox>("Separator");
-    QWidget* tree = child<QWidget>("TV");
     PictureBox* panel = child<PictureBox>("pctWeb");
     QScrollBar* scroll = child<QScrollBar>("vsbBack");
 
@@ -54,9 +53,6 @@ struct Frame : MainWindowFixture {
         QResizeEvent again(window.size(), window.size());
         QCoreApplication::sendEvent(&window, &again);
     }
-    double clientWidthTwips() const {
-        return pixelsToTwips(window.centralWidget()->width(), logicalDpi(&window));
-    }
     bool settingsWritten() const { return QFile::exists(settingsFilePath(thisProgram())); }
     void forgetSettings() { QFile::remove(settingsFilePath(thisProgram())); }
     // The panel and its scroll bar stacked above the list, as they are drawn after a scroll.
@@ -65,12 +61,6 @@ struct Frame : MainWindowFixture {
         return order.indexOf(list) < order.indexOf(panel) && order.indexOf(panel) < order.indexOf(scroll);
     }
 };
-
-void wheel(QWidget* target, QPoint angle) {
-    const QPointF at(target->width() / 2.0, target->height() / 2.0);
-    QWheelEvent event(at, target->mapToGlobal(at), {}, angle, Qt::NoButton, {}, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(target, &event);
-}
 
 } // namespace
 
@@ -86,7 +76,7 @@ private Q_SLOTS:
         QVERIFY(f.panel->isVisible());
         // The panes fill the client area: the list ends 30 twips short of the right pane's edge, and the
         // tree ends where the status bar begins.
-        const double client = f.clientWidthTwips();
+        const double client = pixelsToTwips(f.window.centralWidget()->width(), logicalDpi(&f.window));
         QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Width, client - 3045);
         const TwipsRect tree = geometryTwips(f.tree);
         QCOMPARE(tree.Top + tree.Height, geometryTwips(f.child<QWidget>("SB")).Top);
@@ -94,8 +84,13 @@ private Q_SLOTS:
         const QString savedWidth =
             QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window)));
         QCOMPARE(read(settings::SafeWidth), savedWidth);
-        QCOMPARE(read(settings::SafeInitialTVWidth), QStringLiteral("3000"));
-        QCOMPARE(read(settings::InitialTVWidth), QStringLiteral("3000"));
+
+        // A longer address caption moves the path box along.
+        auto* address = f.child<CaptionLabel>("lblAddress");
+        address->setCaption("A much longer address caption");
+        const TwipsRect addressRect = geometryTwips(address);
+        QCOMPARE(geometryTwips(f.child<CaptionLabel>("WEPath")).Left,
+                 addressRect.Left + addressRect.Width + 200);
 
         // Tools > WebStyle, twice: the classic view and back.
         QAction* item = f.child<QAction>("submnuWebStyle");
@@ -112,113 +107,26 @@ private Q_SLOTS:
         // Minimized, the window moves nothing and saves nothing; restored, it runs a full pass again.
         f.forgetSettings();
         f.window.setWindowState(Qt::WindowMinimized);
-        const QRect treeBefore = f.tree->geometry();
-        const QRect listBefore = f.list->geometry();
+        const auto panes = [&f] { return QList<QRect>{f.tree->geometry(), f.list->geometry()}; };
+        const QList<QRect> before = panes();
         f.resizeTwips(9000, 6000);
-        QCOMPARE(f.tree->geometry(), treeBefore);
-        QCOMPARE(f.list->geometry(), listBefore);
+        QCOMPARE(panes(), before);
         QVERIFY(!f.settingsWritten());
         f.window.setWindowState(Qt::WindowNoState);
         QTRY_VERIFY(f.settingsWritten());
         QCOMPARE(read(settings::SafeWidth),
                  QString::number(pixelsToTwips(f.window.frameGeometry().width(), logicalDpi(&f.window))));
-    }
 
-    void separatorDrag_data() {
-        addColumns<int, QString, bool>("button", "where", "webStyle");
-
-        addRow("past the left edge", int(Qt::LeftButton), "left edge", true);
-        addRow("beyond the client width", int(Qt::LeftButton), "beyond", false);
-        addRow("to 3990 twips", int(Qt::LeftButton), "3990", true);
-        addRow("the right button drags too", int(Qt::RightButton), "3990", true);
-        // In web style the panel needs room beside the tree: a list of negative width is refused and the
-        // pass takes the last safe tree width instead.
-        QTest::addRow("beyond the client width, web style")
-            << int(Qt::LeftButton) << "beyond, recovered" << true;
-    }
-
-    void separatorDrag() {
-        QFETCH(int, button);
-        QFETCH(QString, where);
-        QFETCH(bool, webStyle);
-
-        Frame f;
-        if (!webStyle) {
-            f.trigger("submnuWebStyle");
-        }
-        const QPoint grip(1, f.separator->height() / 2);
-        const int separatorX = f.separator->x();
-        QPoint to;
-        int expected = 0;
-        if (where == "left edge") {
-            to = QPoint(-separatorX - 40, grip.y());
-            expected = 0;
-        } else if (where.startsWith("beyond")) {
-            to = QPoint(f.window.centralWidget()->width() + 40 - separatorX, grip.y());
-            expected = where == "beyond" ? int(f.clientWidthTwips() - 45) : 3000;
-        } else {
-            to = QPoint(66, grip.y()); // 66 pixels of 15 twips right of the separator's left edge at 3000
-            expected = 3990;
-        }
-        QTest::mousePress(f.separator, Qt::MouseButton(button), {}, grip);
-        QTest::mouseMove(f.separator, to);
-        QTest::mouseRelease(f.separator, Qt::MouseButton(button), {}, to);
-
-        QCOMPARE(globals().InitialTVWidth, expected);
-        QCOMPARE(read(settings::InitialTVWidth), QString::number(expected));
-        f.resizeEventAgain();
-        QCOMPARE(geometryTwips(f.tree).Width, double(expected));
-        QCOMPARE(geometryTwips(f.separator).Left, double(expected));
-
-        // Without a button held, moving over the separator drags nothing.
-        QTest::mouseMove(f.separator, QPoint(2, grip.y()));
-        QCOMPARE(globals().InitialTVWidth, expected);
-    }
-
-    void treeWidthThatCannotBeApplied_data() {
-        addColumns<int, QString, int>("stored", "safe", "recovered");
-
-        addRow("wider than any screen", 100000, "2500", 2500);
-        addRow("no safe configuration yet", -500, "", 3000);
-        // The repair is tried once: a last safe width no better gives way to the default.
-        addRow("the last safe one no better", 100000, "-20", 3000);
-        addRow("too wide for this window", 9000, "2500", 2500);
-    }
-
-    void treeWidthThatCannotBeApplied() {
-        QFETCH(int, stored);
-        QFETCH(QString, safe);
-        QFETCH(int, recovered);
-
-        Frame f;
-        f.forgetSettings();
-        if (!safe.isEmpty()) {
-            write(settings::SafeInitialTVWidth, safe);
-        }
-        globals().InitialTVWidth = stored;
-        f.resizeTwips(11000, 7000);
-
-        QCOMPARE(globals().InitialTVWidth, recovered);
-        QCOMPARE(read(settings::InitialTVWidth), QString::number(recovered));
-        QCOMPARE(read(settings::SafeInitialTVWidth), QString::number(recovered));
-        // The step that failed and every later one use the recovered width.
-        QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Left, double(recovered + 45));
-    }
-
-    void panelTallerThanTheList() {
-        Frame f;
+        // A panel whose content ends 2000 twips below the list's height gets its scroll bar.
         auto* info = f.child<CaptionLabel>("lblInfo");
         const double listHeight = geometryTwips(f.list).Height;
         const TwipsRect infoRect = geometryTwips(info);
-        // The panel's content ends 2000 twips below the list's height.
         setGeometryTwips(info, infoRect.Left, listHeight + 2000 - infoRect.Height, infoRect.Width,
                          infoRect.Height);
         f.resizeEventAgain();
-
         QVERIFY(f.scroll->isVisible());
-        QCOMPARE(f.scroll->maximum(), 2000);
-        QCOMPARE(f.scroll->pageStep(), 200);
-        QCOMPARE(f.scroll->singleStep(), 20);
+        QCOMPARE((QList<int>{f.scroll->maximum(), f.scroll->pageStep(), f.scroll->singleStep()}),
+                 (QList<int>{2000, 200, 20}));
         QCOMPARE(geometryTwips(f.panel).Height, listHeight + 2000);
         QCOMPARE(geometryTwips(f.scroll).Left, geometryTwips(f.panel).Width);
 
@@ -239,6 +147,66 @@ private Q_SLOTS:
         QVERIFY(!f.scroll->isVisible());
     }
 
+    // The tree's width, from a drag of the separator with a button (to a point of the client area, in twips
+    // from its left edge: the window is 12000 twips wide and has no frame offscreen) or from the settings.
+    void treeWidth_data() {
+        addColumns<int, bool, int, int, QString, int>("button", "webStyle", "to", "stored", "safe", "width");
+
+        addRow("drag past the left edge", int(Qt::LeftButton), true, -600, 0, "", 0);
+        addRow("drag beyond the client width", int(Qt::LeftButton), false, 12600, 0, "", 12000 - 45);
+        addRow("drag to 3990 twips", int(Qt::LeftButton), true, 3990, 0, "", 3990);
+        addRow("the right button drags too", int(Qt::RightButton), true, 3990, 0, "", 3990);
+        // A width the window cannot take gives way to the last safe one (3000 from the start here), and if
+        // that is no better, to the default. In web style the panel needs room beside the tree: a list of
+        // negative width is refused.
+        addRow("drag beyond the client width, web style", int(Qt::LeftButton), true, 12600, 0, "", 3000);
+        addRow("stored wider than any screen", 0, true, 0, 100000, "2500", 2500);
+        addRow("stored, no safe configuration yet", 0, true, 0, -500, "", 3000);
+        addRow("stored, the last safe one no better", 0, true, 0, 100000, "-20", 3000);
+        addRow("stored too wide for this window", 0, true, 0, 9000, "2500", 2500);
+    }
+
+    void treeWidth() {
+        QFETCH(int, button);
+        QFETCH(bool, webStyle);
+        QFETCH(int, to);
+        QFETCH(int, stored);
+        QFETCH(QString, safe);
+        QFETCH(int, width);
+
+        Frame f;
+        if (!webStyle) {
+            f.trigger("submnuWebStyle");
+        }
+        const int y = f.separator->height() / 2;
+        if (button != 0) {
+            const QPoint end(twipsToPixels(to, logicalDpi(&f.window)) - f.separator->x(), y);
+            QTest::mousePress(f.separator, Qt::MouseButton(button), {}, QPoint(1, y));
+            QTest::mouseMove(f.separator, end);
+            QTest::mouseRelease(f.separator, Qt::MouseButton(button), {}, end);
+        } else {
+            f.forgetSettings();
+            if (!safe.isEmpty()) {
+                write(settings::SafeInitialTVWidth, safe);
+            }
+            globals().InitialTVWidth = stored;
+            f.resizeTwips(11000, 7000);
+        }
+
+        QCOMPARE(globals().InitialTVWidth, width);
+        QCOMPARE(read(settings::InitialTVWidth), QString::number(width));
+        QCOMPARE(read(settings::SafeInitialTVWidth), QString::number(width));
+        // The step that failed and every later one use the width taken instead.
+        QCOMPARE(geometryTwips(f.child<QWidget>("pctBorders")).Left, double(width + 45));
+        f.resizeEventAgain();
+        QCOMPARE(geometryTwips(f.tree).Width, double(width));
+        QCOMPARE(geometryTwips(f.separator).Left, double(width));
+
+        // Without a button held, moving over the separator drags nothing.
+        QTest::mouseMove(f.separator, QPoint(2, y));
+        QCOMPARE(globals().InitialTVWidth, width);
+    }
+
     // The file names get the room there is (at least the design's 6500 twips, and the list's width),
     // and a sideways scroll shows what a fresh paint of the same state shows, in the list and the tree.
     void smallScreen() {
@@ -252,11 +220,10 @@ private Q_SLOTS:
         fitToScreen(&f.window);
         f.open(dataFile("mixed.vzt"));
         f.activate("ID3v1");
-        auto* tree = f.child<QTreeView>("TV");
         for (const QModelIndex& node :
-             {tree->model()->index(0, 0), indexOfKey(tree, QStringLiteral("ID3v1"))}) {
-            QTRY_VERIFY2(tree->visualRect(node).left() + tree->sizeHintForIndex(node).width() <=
-                             tree->viewport()->width(),
+             {f.tree->model()->index(0, 0), indexOfKey(f.tree, QStringLiteral("ID3v1"))}) {
+            QTRY_VERIFY2(f.tree->visualRect(node).left() + f.tree->sizeHintForIndex(node).width() <=
+                             f.tree->viewport()->width(),
                          qPrintable(node.data().toString()));
         }
         const QModelIndex first = f.list->model()->index(0, 0);
@@ -328,13 +295,13 @@ private Q_SLOTS:
             QCOMPARE(f.list->horizontalScrollBar()->mapTo(f.list, QPoint()).x(), f.list->viewport()->x());
         }
         // The tree's long paths in view, as the user opens the kind.
-        static_cast<QTreeView*>(f.tree)->expandAll();
-        for (auto* view : QList<QTreeView*>{f.list, f.child<QTreeView>("TV")}) {
+        f.tree->expandAll();
+        for (auto* view : QList<QTreeView*>{f.list, f.tree}) {
             QScrollBar* bar = view->horizontalScrollBar();
             QTRY_VERIFY2(bar->maximum() > 0, qPrintable(view->objectName()));
             bar->setValue(0);
             QCoreApplication::processEvents();
-            const QImage start = view->viewport()->grab().toImage();
+            const QImage start = view->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
             for (const int value : {qMin(40, bar->maximum()), bar->maximum()}) {
                 bar->setValue(value);
                 QCoreApplication::processEvents();
@@ -353,8 +320,7 @@ private Q_SLOTS:
                     continue;
                 }
                 const QRect kept(0, 0, at.width() - value, at.height());
-                QCOMPARE(shown.copy(kept), start.copy(kept.translated(seen.left() + value, seen.top()))
-                                               .convertToFormat(QImage::Format_RGB32));
+                QCOMPARE(shown.copy(kept), start.copy(kept.translated(seen.left() + value, seen.top())));
             }
         }
         // Short names show their file's whole name in a list narrower than the column's design width:
@@ -365,29 +331,23 @@ private Q_SLOTS:
         QTRY_COMPARE(f.list->horizontalScrollBar()->maximum(), 0);
     }
 
-    void addressCaptionMovesThePath() {
-        Frame f;
-        auto* label = f.child<CaptionLabel>("lblAddress");
-        auto* path = f.child<CaptionLabel>("WEPath");
-        label->setCaption("A much longer address caption");
-        const TwipsRect labelRect = geometryTwips(label);
-        QCOMPARE(geometryTwips(path).Left, labelRect.Left + labelRect.Width + 200);
-    }
-
+    // Whatever scrolls the list up or down puts the panel back above it first; other input does not.
     void reordersBeforeTheListScrolls_data() {
-        addColumns<QString, bool>("action", "reorders");
+        addColumns<QString, QPoint, int, bool>("on", "wheel", "key", "reorders");
 
-        addRow("wheel over the list", "wheel", true);
-        addRow("wheel over its scroll bar", "wheel on the bar", true);
-        addRow("a press on its scroll bar", "press on the bar", true);
-        addRow("Page Down", "page down", true);
-        addRow("sideways wheel", "sideways wheel", false);
-        addRow("a press on the sideways scroll bar", "press on the sideways bar", false);
-        addRow("a letter", "letter", false);
+        addRow("wheel over the list", "list", QPoint(0, -120), 0, true);
+        addRow("wheel over its scroll bar", "bar", QPoint(0, -120), 0, true);
+        addRow("a press on its scroll bar", "bar", QPoint(), 0, true);
+        addRow("Page Down", "list", QPoint(), int(Qt::Key_PageDown), true);
+        addRow("sideways wheel", "list", QPoint(-120, 0), 0, false);
+        addRow("a press on the sideways scroll bar", "sideways bar", QPoint(), 0, false);
+        addRow("a letter", "list", QPoint(), int(Qt::Key_W), false);
     }
 
     void reordersBeforeTheListScrolls() {
-        QFETCH(QString, action);
+        QFETCH(QString, on);
+        QFETCH(QPoint, wheel);
+        QFETCH(int, key);
         QFETCH(bool, reorders);
 
         // The list shows a kind long enough to scroll.
@@ -398,20 +358,18 @@ private Q_SLOTS:
         QVERIFY(isHooked(f.list));
         f.list->raise(); // as other code may leave it
         QVERIFY(!f.panelAboveList());
-        if (action == "wheel") {
-            wheel(f.list->viewport(), QPoint(0, -120));
-        } else if (action == "wheel on the bar") {
-            wheel(f.list->verticalScrollBar(), QPoint(0, -120));
-        } else if (action == "press on the bar") {
-            QTest::mouseClick(f.list->verticalScrollBar(), Qt::LeftButton, {}, QPoint(2, 2));
-        } else if (action == "page down") {
-            QTest::keyClick(f.list, Qt::Key_PageDown);
-        } else if (action == "sideways wheel") {
-            wheel(f.list->viewport(), QPoint(-120, 0));
-        } else if (action == "press on the sideways bar") {
-            QTest::mouseClick(f.list->horizontalScrollBar(), Qt::LeftButton, {}, QPoint(2, 2));
+        QWidget* target = on == "bar"            ? f.list->verticalScrollBar()
+                          : on == "sideways bar" ? f.list->horizontalScrollBar()
+                                                 : f.list->viewport();
+        if (!wheel.isNull()) {
+            const QPointF at(target->width() / 2.0, target->height() / 2.0);
+            QWheelEvent event(at, target->mapToGlobal(at), {}, wheel, Qt::NoButton, {}, Qt::NoScrollPhase,
+                              false);
+            QApplication::sendEvent(target, &event);
+        } else if (key != 0) {
+            QTest::keyClick(f.list, Qt::Key(key));
         } else {
-            QTest::keyClick(f.list, Qt::Key_W);
+            QTest::mouseClick(target, Qt::LeftButton, {}, QPoint(2, 2));
         }
         QCOMPARE(f.panelAboveList(), reorders);
     }

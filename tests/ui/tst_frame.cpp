@@ -18,6 +18,7 @@
 #include <QHelpEvent>
 #include <QImage>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QScreen>
@@ -261,7 +262,16 @@ private Q_SLOTS:
                                    "submnuSelectMatching", "a message of many lines"}) {
             QString outside = QStringLiteral("no dialog");
             QTimer::singleShot(200, [&outside] {
-                if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+                // A message box is looked at with its details shown, as it grows then.
+                if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
+                    for (QAbstractButton* button : box->buttons()) {
+                        if (box->buttonRole(button) == QMessageBox::ActionRole) {
+                            button->click();
+                        }
+                    }
+                }
+                QTimer::singleShot(100, [&outside, dialog] {
                     const QRect area = dialog->screen()->availableGeometry();
                     outside =
                         area.contains(dialog->frameGeometry()) ? QString() : QStringLiteral("the dialog");
@@ -272,10 +282,11 @@ private Q_SLOTS:
                         }
                     }
                     dialog->reject();
-                }
+                });
             });
             if (action[0] == 'a') {
-                MessageBoxes().show(&f.window, QString("A line\n").repeated(80));
+                MessageBoxes().show(&f.window, QString("A line\n").repeated(80),
+                                    QString("A file: why\n").repeated(400));
             } else {
                 f.trigger(action);
             }

@@ -44,6 +44,9 @@ inline Run runShell(const QString& script, const QStringList& arguments, const Q
     return runCommand(QStringList{"bash", "-c", script, ZENTORIA_REPORT_TOOL} + arguments, folder, 20);
 }
 
+// Fails, showing all that was said, unless what was said holds the text.
+#define QVERIFY_SAID(said, text) QVERIFY2((said).contains(text), (said).constData())
+
 // What --json wrote.
 inline QJsonObject json(const Run& run) {
     return QJsonDocument::fromJson(run.out).object();

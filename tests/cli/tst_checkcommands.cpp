@@ -15,7 +15,12 @@ class tst_CheckCommands : public QObject {
 
 private Q_SLOTS:
     // The tool runs where the test does: in a folder of its own, where reports are named by their names.
-    void initTestCase() { QVERIFY(QDir::setCurrent(m_dir.path())); }
+    // m_many holds files enough for a scan that takes a while.
+    void initTestCase() {
+        QVERIFY(QDir::setCurrent(m_dir.path()));
+        QVERIFY(writeMp3(m_many.filePath("first.mp3"), NoTag));
+        QVERIFY(linkMany(m_many.filePath("first.mp3"), m_many.path(), 3000, "%d a long name of a song.mp3"));
+    }
 
     void scanFixRecheck() {
         QTemporaryDir music;
@@ -45,7 +50,7 @@ private Q_SLOTS:
                  QJsonDocument::fromJson(R"({"fixed": ["C:\\Music\\Abba\\Waterloo.mp3"], "changed": [],
                      "still": ["C:\\Music\\Björk\\Jóga.mp3"], "notFound": ["C:\\Music\\Abba\\Fernando.mp3"],
                      "unreachable": [], "notRead": 0, "endedEarly": false, "leftOut": 0})"));
-        QVERIFY2(run.err.contains("C:\\Music\\Abba\\Fernando.mp3"), run.err.constData());
+        QVERIFY_SAID(run.err, "C:\\Music\\Abba\\Fernando.mp3");
         // Written over the report it reads.
         QVERIFY(QFile::copy(report, m_dir.filePath("before.vzt")));
         run = runTool({"recheck", "--map", map, "--output", report, report});
@@ -64,8 +69,7 @@ private Q_SLOTS:
         QCOMPARE(run.exitCode, 1);
         QCOMPARE(entries(run.out).size(), 3);
         QVERIFY(run.out.contains("\r\n  Not found: 3 (listed with their earlier kind)\r\n"));
-        QVERIFY2(run.err.contains("none of the report's files was found here: is --map right?"),
-                 run.err.constData());
+        QVERIFY_SAID(run.err, "none of the report's files was found here: is --map right?");
 
         // All found and fixed: nothing still broken.
         QVERIFY(writeMp3(music.filePath("Abba/Fernando.mp3"), BothTags));
@@ -77,25 +81,24 @@ private Q_SLOTS:
 
     // A re-check of a report it could not read whole never passes for clean, nor does one of itself.
     void honestRechecks_data() {
-        addColumns<QByteArray, int, int, bool, int, int>("report", "exitCode", "notRead", "endedEarly",
-                                                         "leftOut", "fixed");
+        addColumns<QByteArray, int, int, bool, int>("report", "exitCode", "notRead", "endedEarly", "leftOut");
         const QByteArray fine = "C:\\M\\fine.mp3";
         const auto report = [&fine](QByteArrayView problemFiles = "") {
             return ReportBuilder()
                 .start({"", "  Written by zentoria-report scan", "  Checked: C:\\M", problemFiles})
                 .record(fine, zentoria::kDetailID3v1);
         };
-        addRow("whole", report().closing().bytes(), 0, 0, false, 0, 1);
-        addRow("named twice", report().record(fine, zentoria::kDetailID3v2).closing().bytes(), 0, 0, false, 0,
-               1);
-        addRow("garbled", report().record("C:\\M\\b.mp3", "garbled").closing().bytes(), 2, 1, false, 0, 1);
-        addRow("cut", report().unterminated("C:\\M\\cut.mp3").bytes(), 2, 1, true, 0, 1);
-        addRow("capped", report("  Problem files: 1 (7 more left out)").closing().bytes(), 1, 0, false, 7, 1);
+        addRow("whole", report().closing().bytes(), 0, 0, false, 0);
+        addRow("named twice", report().record(fine, zentoria::kDetailID3v2).closing().bytes(), 0, 0, false,
+               0);
+        addRow("garbled", report().record("C:\\M\\b.mp3", "garbled").closing().bytes(), 2, 1, false, 0);
+        addRow("cut", report().unterminated("C:\\M\\cut.mp3").bytes(), 2, 1, true, 0);
+        addRow("capped", report("  Problem files: 1 (7 more left out)").closing().bytes(), 1, 0, false, 7);
         ReportBuilder overLong = report();
         for (int i = 0; i < zentoria::kMaxRecords + 2; ++i) {
             overLong.record(fine, zentoria::kDetailID3v1);
         }
-        addRow("over-long", overLong.closing().bytes(), 2, 3, false, 0, 1);
+        addRow("over-long", overLong.closing().bytes(), 2, 3, false, 0);
     }
     void honestRechecks() {
         QFETCH(QByteArray, report);
@@ -103,7 +106,6 @@ private Q_SLOTS:
         QFETCH(int, notRead);
         QFETCH(bool, endedEarly);
         QFETCH(int, leftOut);
-        QFETCH(int, fixed);
         QTemporaryDir music;
         QVERIFY(writeMp3(music.filePath("fine.mp3"), BothTags));
         const QString file = m_dir.filePath("honest.vzt");
@@ -117,10 +119,10 @@ private Q_SLOTS:
             QCOMPARE(run.err.contains("so their files were not checked") ||
                          run.err.contains("so they were not checked"),
                      exitCode != 0);
-            QCOMPARE(summary.value("notRead").toInt(), notRead);
-            QCOMPARE(summary.value("endedEarly").toBool(), endedEarly);
-            QCOMPARE(summary.value("leftOut").toInt(), leftOut);
-            QCOMPARE(int(summary.value("fixed").toArray().size()), round == 0 ? fixed : 0);
+            // Only the first round finds the fine file fixed.
+            QCOMPARE((QVariantList{summary["notRead"].toInt(), summary["endedEarly"].toBool(),
+                                   summary["leftOut"].toInt(), int(summary["fixed"].toArray().size())}),
+                     (QVariantList{notRead, endedEarly, leftOut, round == 0 ? 1 : 0}));
             QCOMPARE(runTool({"recheck", "--map", map, "-o", file, file}, {}, 30).exitCode, exitCode);
             QVERIFY(exitCode == 0 || !contentsOf(file).contains("  Problem files: 0\r\n"));
             const QByteArray written = contentsOf(file);
@@ -157,9 +159,8 @@ private Q_SLOTS:
         QCOMPARE(summary.value("notFound").toArray().size(), 0);
         QCOMPARE(summary.value("unreachable").toArray().at(0).toObject().value("files").toArray().size(), 2);
         QCOMPARE(run.err.count("unreachable: "), 1);
-        QVERIFY2(run.err.contains(
-                     QString("S:=%1: unreachable: %1 %2; its 2 listed files").arg(share, why).toUtf8()),
-                 run.err.constData());
+        QVERIFY_SAID(run.err,
+                     QString("S:=%1: unreachable: %1 %2; its 2 listed files").arg(share, why).toUtf8());
         QVERIFY2(!run.err.contains("not found here"), run.err.constData());
         run = runTool(QStringList{"recheck"} + maps + QStringList{file});
         QCOMPARE(run.exitCode, 2);
@@ -190,15 +191,14 @@ private Q_SLOTS:
                  (QStringList{"ID3v1 C:\\Music\\Bj%F6rk\\J.mp3", "ID3v0 C:\\Music\\caf%E9.mp3",
                               "ID3v2 " + windowsDeep + "\\x.mp3"}));
         QVERIFY(run.out.contains("\r\n  Not checked: 6 files or folders\r\n"));
-        for (const QString& named :
-             {music.filePath("pipe.mp3: not a regular file"), music.filePath("zero.mp3: not a regular file"),
-              music.filePath("gone.mp3: a link that leads nowhere"),
-              music.filePath("a\\b.mp3: a report cannot name it so that it leads back here"),
-              music.filePath("junk.mp3: no MPEG audio found"),
-              music.filePath("Date of creation: 1.mp3: a report cannot name it: its name holds a line break"),
-              QString("6 files or folders could not be checked")}) {
-            QVERIFY2(run.err.contains(named.toUtf8()), run.err.constData());
+        for (const char* named :
+             {"pipe.mp3: not a regular file", "zero.mp3: not a regular file",
+              "gone.mp3: a link that leads nowhere",
+              "a\\b.mp3: a report cannot name it so that it leads back here", "junk.mp3: no MPEG audio found",
+              "Date of creation: 1.mp3: a report cannot name it: its name holds a line break"}) {
+            QVERIFY_SAID(run.err, music.filePath(named).toUtf8());
         }
+        QVERIFY_SAID(run.err, "6 files or folders could not be checked");
         // The names as written lead back to the files.
         const QString report = m_dir.filePath("odd.vzt");
         QVERIFY(writeFile(report, run.out));
@@ -211,15 +211,12 @@ private Q_SLOTS:
         // Beside each name stands the twin its other reading would find.
         QTemporaryDir music;
         const QByteArray top = QFile::encodeName(music.path());
-        for (const auto& [name, tags] : {std::pair("caf%E9/literal.mp3", NoTag),
-                                         {"caf\xE9/latin.mp3", NoTag},
-                                         {"Bj\xF6rk/J.mp3", NoTag},
-                                         {"pair/caf\xE9.mp3", NoTag},
-                                         {"pair/caf%E9.mp3", BothTags},
-                                         {"bom/\xEF\xBB\xBFsong.mp3", NoTag},
-                                         {"bom/song.mp3", BothTags}}) {
-            QVERIFY(putMp3(music.path(), name, tags));
+        for (const char* name : {"caf%E9/literal.mp3", "caf\xE9/latin.mp3", "Bj\xF6rk/J.mp3",
+                                 "pair/caf\xE9.mp3", "bom/\xEF\xBB\xBFsong.mp3"}) {
+            QVERIFY(putMp3(music.path(), name, NoTag));
         }
+        QVERIFY(putMp3(music.path(), "pair/caf%E9.mp3", BothTags) &&
+                putMp3(music.path(), "bom/song.mp3", BothTags));
         // A path longer than a report can name.
         QString deep;
         const int folder = makeDeepFolders(music.filePath("deep"), &deep, zentoria::kMaxPathLength);
@@ -238,8 +235,7 @@ private Q_SLOTS:
         const QString report = m_dir.filePath("names.vzt");
         Run run = runTool({"scan", "-o", report, music.path()});
         QCOMPARE(run.exitCode, 2);
-        QVERIFY2(run.err.contains("/deep.mp3: a report cannot name it: its path is too long for a report"),
-                 run.err.constData());
+        QVERIFY_SAID(run.err, "/deep.mp3: a report cannot name it: its path is too long for a report");
         const QString bom = music.filePath(QStringLiteral("bom/\uFEFFsong.mp3"));
         QVERIFY(entries(contentsOf(report)).contains("ID3v0 " + bom));
         // A report from Windows names "caf%E9.mp3" by its text: the tagged file of that name.
@@ -276,8 +272,7 @@ private Q_SLOTS:
         QCOMPARE(listed.size(), zentoria::kMaxRecords);
         QCOMPARE(listed.last(), QString::asprintf("ID3v0 C:\\M\\f%05d.mp3", zentoria::kMaxRecords - 1));
         QVERIFY(run.out.contains("\r\n  Problem files: 32766 (2 more left out)\r\n"));
-        QVERIFY2(run.err.contains("32768 problem files found, but a report holds 32766: the last 2 "),
-                 run.err.constData());
+        QVERIFY_SAID(run.err, "32768 problem files found, but a report holds 32766: the last 2 ");
 
         // Folders that overlap are refused for what they are.
         run = runTool({"scan", "--as", "C:\\M", music.path(), "--as", "C:\\M\\f", music.filePath("f")});
@@ -324,7 +319,7 @@ private Q_SLOTS:
         QCOMPARE(entries(run.out), QStringList{"ID3v0 " + music.filePath("open/a.mp3")});
         for (const char* named :
              {"closed: cannot be entered: Permission denied", "listed only: cannot be entered"}) {
-            QVERIFY2(run.err.contains(QFile::encodeName(music.filePath(named))), run.err.constData());
+            QVERIFY_SAID(run.err, QFile::encodeName(music.filePath(named)));
         }
     }
 
@@ -394,13 +389,7 @@ private Q_SLOTS:
 
     void reportsAreWrittenWholeOrNotAtAll() {
         QFETCH(int, way);
-        if (!m_music) {
-            m_music = std::make_unique<QTemporaryDir>();
-            QVERIFY(writeMp3(m_music->filePath("first.mp3"), NoTag));
-            QVERIFY(linkMany(m_music->filePath("first.mp3"), m_music->path(), 3000,
-                             "%d a long name of a song.mp3"));
-        }
-        const QTemporaryDir& music = *m_music;
+        const QTemporaryDir& music = m_many;
         if (way == 0) {
             // Standard output that cannot take the report: a full device, a reader gone ("true" is long gone
             // when the scan is done and writes).
@@ -428,9 +417,7 @@ private Q_SLOTS:
             const QByteArray left = contentsOf(full);
             QProcess::execute("umount", {small.path()});
             QCOMPARE(run.exitCode, 2);
-            QVERIFY2(
-                run.err.contains(QFile::encodeName(full) + ": cannot be written: No space left on device"),
-                run.err.constData());
+            QVERIFY_SAID(run.err, QFile::encodeName(full) + ": cannot be written: No space left on device");
             QCOMPARE(left, "last week's report");
         } else {
             // Interrupted, the old report stays as it was. The scan takes some milliseconds here: the wait
@@ -457,7 +444,7 @@ private Q_SLOTS:
 
 private:
     QTemporaryDir m_dir;
-    std::unique_ptr<QTemporaryDir> m_music;
+    QTemporaryDir m_many;
 };
 
 QTEST_GUILESS_MAIN(tst_CheckCommands)

@@ -178,10 +178,10 @@ private Q_SLOTS:
         QVERIFY(putMp3(inner, "x.mp3", V1));
         ::close(inner);
         QVERIFY(::mkfifo(QFile::encodeName(music.filePath("pipe.mp3")).constData(), 0600) == 0);
-        QVERIFY(QFile::link("/dev/zero", music.filePath("zero.mp3")));
-        QVERIFY(QFile::link(music.filePath("nothing"), music.filePath("gone.mp3")));
-        QVERIFY(writeMp3(music.filePath("Date of creation: 1.mp3"), NoTag));
-        QVERIFY(writeMp3(music.filePath("a\\b.mp3"), NoTag));
+        QVERIFY(QFile::link("/dev/zero", music.filePath("zero.mp3")) &&
+                QFile::link(music.filePath("nothing"), music.filePath("gone.mp3")));
+        QVERIFY(writeMp3(music.filePath("Date of creation: 1.mp3"), NoTag) &&
+                writeMp3(music.filePath("a\\b.mp3"), NoTag));
         QVERIFY(writeFile(music.filePath("junk.mp3"), "no audio"));
 
         Run run = runTool({"scan", "--as", "C:\\Music", music.path()});
@@ -389,7 +389,6 @@ private Q_SLOTS:
 
     void reportsAreWrittenWholeOrNotAtAll() {
         QFETCH(int, way);
-        const QTemporaryDir& music = m_many;
         if (way == 0) {
             // Standard output that cannot take the report: a full device, a reader gone ("true" is long gone
             // when the scan is done and writes).
@@ -397,7 +396,7 @@ private Q_SLOTS:
                  {std::pair("\"$0\" scan \"$1\" >/dev/full; echo $? >&2", "No space left on device"),
                   {"\"$0\" scan \"$1\" | true; echo ${PIPESTATUS[0]} >&2", "Broken pipe"},
                   {"\"$0\" scan \"$1\" >&-; echo $? >&2", "it is closed"}}) {
-                const Run run = runShell(shell, {music.path()});
+                const Run run = runShell(shell, {m_many.path()});
                 const QByteArray said = run.out + run.err;
                 // Said once, however often the output fails.
                 QCOMPARE(said.count("writing standard output failed"), 1);
@@ -413,7 +412,7 @@ private Q_SLOTS:
             }
             const QString full = small.filePath("music.vzt");
             QVERIFY(writeFile(full, "last week's report"));
-            const Run run = runTool({"scan", "-o", full, music.path()});
+            const Run run = runTool({"scan", "-o", full, m_many.path()});
             const QByteArray left = contentsOf(full);
             QProcess::execute("umount", {small.path()});
             QCOMPARE(run.exitCode, 2);
@@ -426,7 +425,7 @@ private Q_SLOTS:
             QVERIFY(writeFile(report, "last week's report"));
             for (int wait : {50, 20, 10, 5, 2, 1}) {
                 QProcess interrupted;
-                interrupted.start(ZENTORIA_REPORT_TOOL, {"scan", "--jobs", "1", "-o", report, music.path()});
+                interrupted.start(ZENTORIA_REPORT_TOOL, {"scan", "--jobs", "1", "-o", report, m_many.path()});
                 QVERIFY(interrupted.waitForStarted());
                 QTest::qWait(wait);
                 interrupted.terminate();

@@ -46,7 +46,6 @@ struct Editing : HomeWindowFixture {
             }
         }
     }
-    // Makes the local copies of some of the report's files.
     void makeLocalFiles(const QStringList& relativePaths) {
         for (const QString& path : relativePaths) {
             QVERIFY(writeFile(QDir(music).filePath(path), {}));
@@ -347,8 +346,7 @@ private Q_SLOTS:
                 auto* test = dialog->findChild<QPushButton*>("cmdTestTagEditor");
                 // Its label gives it an access key and a name a screen reader says.
                 QCOMPARE(editor->accessibleName(), "Tag editor");
-                const QList<QLabel*> labels = dialog->findChildren<QLabel*>();
-                QVERIFY(std::any_of(labels.begin(), labels.end(), [editor](const QLabel* label) {
+                QVERIFY(std::ranges::any_of(dialog->findChildren<QLabel*>(), [editor](const QLabel* label) {
                     return label->buddy() == editor && label->text() == "&Tag editor:";
                 }));
                 QCOMPARE(test->text(), "Te&st");

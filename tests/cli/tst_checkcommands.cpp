@@ -356,12 +356,10 @@ private Q_SLOTS:
         }
         ::close(folder);
         QVERIFY(::unlink(mp3) == 0);
-        const auto limited = [](int most) {
-            return QStringList{"sh", "-c", QStringLiteral("ulimit -n %1 && exec \"$0\" \"$@\"").arg(most)};
-        };
         // At 18, sixteen threads used to abort the tool as they started (no descriptor for their wakeup).
-        for (const auto& [most, jobs] : {std::pair(64, "1"), {64, "16"}, {18, "16"}}) {
-            const Run run = runTool({"scan", "--jobs", jobs, music.path()}, {}, 60, limited(most));
+        for (const auto& [limit, jobs] :
+             {std::pair("--nofile=64", "1"), {"--nofile=64", "16"}, {"--nofile=18", "16"}}) {
+            const Run run = runTool({"scan", "--jobs", jobs, music.path()}, {}, 60, {"prlimit", limit});
             QCOMPARE(run.err, QByteArray());
             QCOMPARE(run.exitCode, 1);
             QCOMPARE(entries(run.out).size(), 2400);
@@ -369,7 +367,7 @@ private Q_SLOTS:
 #ifndef __SANITIZE_ADDRESS__ // whose runtime needs descriptors of its own to look at memory
         // With next to none, the walk may still get through, a folder and a file at a time; whatever it
         // could not open is named by its cause.
-        const Run run = runTool({"scan", "--jobs", "16", music.path()}, {}, 60, limited(6));
+        const Run run = runTool({"scan", "--jobs", "16", music.path()}, {}, 60, {"prlimit", "--nofile=6"});
         QVERIFY2(run.exitCode == 2 || (run.exitCode == 1 && entries(run.out).size() == 2400), run.err);
         for (const QByteArray& line : run.err.trimmed().split('\n')) {
             QVERIFY2(line.isEmpty() || line.endsWith(": Too many open files") ||

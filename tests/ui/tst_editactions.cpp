@@ -161,12 +161,11 @@ private Q_SLOTS:
         addRow("asked, not missing", QStringList{kWaterloo, kLive, kTrack}, "D:\\Elsewhere=%1/Elsewhere",
                QStringList{"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3", "Elsewhere/Track01.mp3"},
                "");
+        const QString missing =
+            "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag ";
         addRow("one missing", QStringList{kWaterloo, kTrack}, "", QStringList{"Abba/Waterloo.mp3"},
-               "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
-               "editor starts with the other file.");
-        addRow("none here", QStringList{kTrack}, "", QStringList(),
-               "1 file does not exist on this computer:\nD:\\Elsewhere\\Track01.mp3\n\nThe tag "
-               "editor was not started.");
+               missing + "editor starts with the other file.");
+        addRow("none here", QStringList{kTrack}, "", QStringList(), missing + "editor was not started.");
     }
 
     void tagEditorAndCopy() {
@@ -273,19 +272,18 @@ private Q_SLOTS:
     }
 
     void languageTexts_data() {
-        addColumns<QString, QString, QString, QString>("file", "countLine", "matchingTitle", "shown");
-
-        addRow("Deutsch", "Deutsch.ini", "2 Dateien ausgewählt (ID3v2 Not found).", "Passende auswählen",
-               "Angezeigt: ");
-        addRow("English", "English.ini", "2 files selected (ID3v2 Not found).", "Select Matching", "Shown: ");
+        // Each row is named by its language file.
+        addColumns<QString, QString, QString>("countLine", "matchingTitle", "shown");
+        addRow("Deutsch", "2 Dateien ausgewählt (ID3v2 Not found).", "Passende auswählen", "Angezeigt: ");
+        addRow("English", "2 files selected (ID3v2 Not found).", "Select Matching", "Shown: ");
     }
 
     void languageTexts() {
-        QFETCH(QString, file);
         QFETCH(QString, countLine);
         QFETCH(QString, matchingTitle);
         QFETCH(QString, shown);
-        globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/") + file;
+        globals().LanguageFile = QStringLiteral(ZENTORIA_TEST_DATA "/../../examples/languages/") +
+                                 QTest::currentDataTag() + ".ini";
         const auto english = qScopeGuard([] { globals().LanguageFile.clear(); });
         Editing e;
         e.activate("ID3v2");

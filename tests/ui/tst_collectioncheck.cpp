@@ -269,8 +269,7 @@ private Q_SLOTS:
     // A check's result is on screen and in no file: File > Open, File > Recent, a drop, Quit, Check Listed
     // Files Again and Check Folder ask first; a discarded result leaves the screen.
     void unsavedResultIsAskedAbout_data() {
-        QTest::addColumn<QString>("route");
-        QTest::addColumn<QMessageBox::StandardButton>("answer");
+        addColumns<QString, QMessageBox::StandardButton>("route", "answer");
         // A menu's route is its action.
         for (const char* route :
              {"submnuOpen", "submnuRecent1", "drop", "quit", "submnuRecheck", "submnuCheckFolder"}) {

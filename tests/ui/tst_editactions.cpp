@@ -51,6 +51,8 @@ struct Editing : HomeWindowFixture {
             QVERIFY(writeFile(QDir(music).filePath(path), {}));
         }
     }
+    // What the panel says of the selection.
+    QString countLine() { return child<CaptionLabel>("WebItemType")->caption(); }
     void mapToMusic() { write(settings::PathMap, QStringLiteral("C:\\Music=") + music); }
     // File > Open in Tag Editor with a fake kid3 on PATH, which writes its arguments, one per line,
     // once it has them all (a failed write shows as the record never coming), to the file whose name
@@ -102,9 +104,8 @@ private Q_SLOTS:
         e.tree->setFocus();
         QTest::keyClick(&e.window, Qt::Key_A, Qt::ControlModifier);
         QCOMPARE(e.selectedTexts(), (QStringList{kWaterloo, kLive, kTrack}));
-        QTRY_VERIFY(e.child<CaptionLabel>("WebItemType")
-                        ->caption()
-                        .startsWith("3 files selected (ID3v2 Not found)."));
+        QTRY_VERIFY2(e.countLine().startsWith("3 files selected (ID3v2 Not found)."),
+                     qPrintable(e.countLine()));
     }
 
     void exportAsksThePathMapOnce() {
@@ -289,8 +290,7 @@ private Q_SLOTS:
         e.activate("ID3v2");
         e.select({kWaterloo, kTrack});
         // The count line reads with its blanks, though the language file's texts lose theirs at the ends.
-        QTRY_VERIFY2(e.child<CaptionLabel>("WebItemType")->caption().startsWith(countLine),
-                     qPrintable(e.child<CaptionLabel>("WebItemType")->caption()));
+        QTRY_VERIFY2(e.countLine().startsWith(countLine), qPrintable(e.countLine()));
         // A screen reader hears what the panel's title is in the language too.
         QVERIFY(e.child<CaptionLabel>("lblWebFolder")->accessibleName().startsWith(shown));
         QString title;

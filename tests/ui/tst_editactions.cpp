@@ -37,8 +37,10 @@ struct Editing : HomeWindowFixture {
         // Each test answers the dialogs it expects; the rest are real.
         dialogs->setChooser({});
     }
-    // Selects the list's files with these paths, as Ctrl+clicks do.
+    // Shows the ID3v2 files (the kind of every file the tests select) and selects those with these
+    // paths, as Ctrl+clicks do.
     void select(const QStringList& paths) {
+        activate("ID3v2");
         list->clearSelection();
         for (int row = 0; row < list->model()->rowCount(); ++row) {
             if (paths.contains(list->model()->index(row, 0).data().toString())) {
@@ -112,7 +114,6 @@ private Q_SLOTS:
         // Asked with the report's common root, not the album's folder; then about a folder outside it.
         Editing e;
         e.makeLocalFiles({"Abba/Waterloo.mp3", "Elsewhere/Track01.mp3"});
-        e.activate("ID3v2");
         e.select({kWaterloo});
         QStringList asked;
         e.dialogs->setChooser([&](const CommonDialog& request) {
@@ -179,7 +180,6 @@ private Q_SLOTS:
         e.makeLocalFiles({"Abba/Waterloo.mp3", "Queen/\"Live\" at Wembley.mp3", "Elsewhere/Track01.mp3"});
         e.mapToMusic();
         e.answer(QString(answer).replace("%1", e.music));
-        e.activate("ID3v2");
         e.select(selected);
         const QString record = e.openInFakeEditor();
 
@@ -216,7 +216,6 @@ private Q_SLOTS:
         QVERIFY(writeFile(e.music + "/t", {}) && ::rename(QFile::encodeName(e.music + "/t"), real) == 0);
         e.mapToMusic();
         e.open(e.home.filePath("odd.vzt"));
-        e.activate("ID3v2");
         e.select({"C:\\Music\\caf%E9.mp3"});
         const QUrl url = QUrl::fromEncoded("file://" + real.toPercentEncoding("/"));
 
@@ -249,7 +248,6 @@ private Q_SLOTS:
         QFETCH(QString, message);
 
         Editing e;
-        e.activate("ID3v2");
         e.select({kWaterloo});
         QTRY_VERIFY(!e.child<QTimer>("ShowSelectedItems")->isActive());
         e.onNextDialog("frmSelectMatching", [pattern](QDialog* dialog) {
@@ -287,7 +285,6 @@ private Q_SLOTS:
                                  QTest::currentDataTag() + ".ini";
         const auto english = qScopeGuard([] { globals().LanguageFile.clear(); });
         Editing e;
-        e.activate("ID3v2");
         e.select({kWaterloo, kTrack});
         // The count line reads with its blanks, though the language file's texts lose theirs at the ends.
         QTRY_VERIFY2(e.countLine().startsWith(countLine), qPrintable(e.countLine()));

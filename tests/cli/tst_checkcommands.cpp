@@ -422,7 +422,13 @@ private Q_SLOTS:
             // It may have ended already, while the test waited.
             QVERIFY(interrupted.waitForFinished(20000) || interrupted.state() == QProcess::NotRunning);
             if (interrupted.exitStatus() != QProcess::NormalExit) {
-                QCOMPARE(contentsOf(report), "last week's report");
+                // Stopped before its report was in place the old one stays; stopped right after, the new
+                // one is whole.
+                const QByteArray left = contentsOf(report);
+                QVERIFY2(left == "last week's report" ||
+                             (left.startsWith(zentoria::kBanner.toByteArray()) &&
+                              left.contains(zentoria::kClosingMarker.toByteArray())),
+                         left.left(200).constData());
                 return;
             }
             QVERIFY(writeFile(report, "last week's report"));

@@ -30,12 +30,19 @@ for _ in $(seq 50); do xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -
 
 # The window's outer rectangle, frame included, as "x y width height".
 frame_of() {
-    local x y w h l r t b
+    local x y w h l r t b extents=""
+    # The window manager frames a window a little after it maps, later on a slow machine.
+    for _ in $(seq 50); do
+        extents=$(xprop -id "$1" _NET_FRAME_EXTENTS 2>/dev/null | grep ' = ' || true)
+        [ -n "$extents" ] && break
+        sleep 0.2
+    done
+    [ -n "$extents" ] || fail "the window manager gave the window no frame"
     x=$(xwininfo -id "$1" | awk '/Absolute upper-left X/ {print $4}')
     y=$(xwininfo -id "$1" | awk '/Absolute upper-left Y/ {print $4}')
     w=$(xwininfo -id "$1" | awk '/^  Width/ {print $2}')
     h=$(xwininfo -id "$1" | awk '/^  Height/ {print $2}')
-    read -r l r t b < <(xprop -id "$1" _NET_FRAME_EXTENTS | sed 's/.*= //; s/,//g')
+    read -r l r t b < <(sed 's/.*= //; s/,//g' <<<"$extents")
     echo "$((x - l)) $((y - t)) $((w + l + r)) $((h + t + b))"
 }
 setting() { sed -n "s/^$1=//p" "$settings" | head -n 1; }

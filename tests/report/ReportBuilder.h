@@ -17,9 +17,10 @@ public:
         m_bytes += m_terminator;
         return *this;
     }
-    ReportBuilder& banner() { return line(zentoria::kBanner); }
-    // The six header lines: these first, blank ones after them.
-    ReportBuilder& header(std::initializer_list<QByteArrayView> first = {"", "  Checked folder: C:\\Music"}) {
+    // The banner and the six header lines, these first and blank ones after them: the next line is the
+    // first record's path line (line 8).
+    ReportBuilder& start(std::initializer_list<QByteArrayView> first = {"", "  Checked folder: C:\\Music"}) {
+        line(zentoria::kBanner);
         for (QByteArrayView text : first) {
             line(text);
         }
@@ -27,10 +28,6 @@ public:
             line("");
         }
         return *this;
-    }
-    // Banner and header: the next line is the first record's path line (line 8).
-    ReportBuilder& start(std::initializer_list<QByteArrayView> first = {"", "  Checked folder: C:\\Music"}) {
-        return banner().header(first);
     }
     ReportBuilder& record(QByteArrayView path, QByteArrayView detail) {
         return line(path).line(detail).line("");

@@ -52,31 +52,19 @@ private Q_SLOTS:
     }
 
     void conversions_data() {
-        // "value" is "none" when the text does not convert.
+        // Each case "text=value"; "none" when the text does not convert.
         addColumns<QString, QString, QString>("to", "text", "value");
-
-        const auto row = [](const char* to, const char* text, const char* value) {
-            QTest::addRow("%s: \"%s\"", to, text) << to << text << value;
+        const auto rows = [](const char* to, std::initializer_list<QString> cases) {
+            for (const QString& textAndValue : cases) {
+                const QString text = textAndValue.section(u'=', 0, 0);
+                QTest::addRow("%s: \"%s\"", to, qPrintable(text))
+                    << QString(to) << text << textAndValue.section(u'=', 1);
+            }
         };
-        row("int32", "3000", "3000");
-        row("int32", "  3000 ", "3000");
-        row("int32", "2500.5", "2500");
-        row("int32", "2501.5", "2502");
-        row("int32", "-2.5", "-2");
-        row("int32", "2147483648", "none");
-        row("int32", "3e3", "3000");
-        row("int32", "wide", "none");
-        row("int32", "", "none");
-        row("int32", "inf", "none");
-        row("boolean", "0", "false");
-        row("boolean", "-1", "true");
-        row("boolean", "0.5", "true");
-        row("boolean", "True", "true");
-        row("boolean", "False", "false");
-        row("boolean", "yes", "none");
-        row("single", "45.25", "45.25");
-        row("single", "-120", "-120");
-        row("single", "1e39", "none");
+        rows("int32", {"3000=3000", "  3000 =3000", "2500.5=2500", "2501.5=2502", "-2.5=-2",
+                       "2147483648=none", "3e3=3000", "wide=none", "=none", "inf=none"});
+        rows("boolean", {"0=false", "-1=true", "0.5=true", "True=true", "False=false", "yes=none"});
+        rows("single", {"45.25=45.25", "-120=-120", "1e39=none"});
     }
 
     void conversions() {

@@ -9,6 +9,8 @@
 #include <QScrollBar>
 #include <QUrl>
 
+#include <array>
+
 using namespace zentoria;
 
 namespace {
@@ -20,9 +22,7 @@ QByteArray reportOf(const QList<std::pair<QByteArray, int>>& files) {
     ReportBuilder report;
     report.start();
     for (const auto& [path, kind] : files) {
-        report.record(path, kind == 1   ? zentoria::kDetailID3v1
-                            : kind == 2 ? zentoria::kDetailID3v2
-                                        : zentoria::kDetailID3v0);
+        report.record(path, std::array{kDetailID3v0, kDetailID3v1, kDetailID3v2}.at(kind));
     }
     return report.closing().bytes();
 }
@@ -143,14 +143,10 @@ private Q_SLOTS:
             data.setUrls({QUrl::fromLocalFile(file(what))});
         }
         QCOMPARE(s.drop(data), opens);
-        if (opens) {
-            QCOMPARE(s.window.findChild<ReportDocument*>()->path(), file(what));
-            QCOMPARE(s.messages, QStringList());
-        } else {
-            QCOMPARE(s.window.findChild<ReportDocument*>()->path(), QString());
-            QCOMPARE(s.messages,
-                     QStringList{"Only a Melvadex report can be dropped here: one .vzt or .txt file."});
-        }
+        QCOMPARE(s.window.findChild<ReportDocument*>()->path(), opens ? file(what) : QString());
+        QCOMPARE(s.messages,
+                 opens ? QStringList()
+                       : QStringList{"Only a Melvadex report can be dropped here: one .vzt or .txt file."});
     }
 
     void recentReports() {

@@ -65,11 +65,6 @@ QString taglibReads(const QString& path) {
                   file.hasID3v2Tag() && !file.ID3v2Tag()->frameList().isEmpty());
 }
 
-QString probeReads(const QString& path) {
-    const TagProbe probe = probeTags(path);
-    return answer(probe.outcome == TagProbe::Outcome::Probed, probe.hasID3v1, probe.hasID3v2);
-}
-
 const QByteArray kAudio = mpegFrames();
 // However much junk a file holds, a user waits no more than this; instrumented code reads slower.
 #ifdef __SANITIZE_ADDRESS__
@@ -135,12 +130,11 @@ class tst_TagProbe : public QObject {
 
 private Q_SLOTS:
     void sameAsAReader_data() {
-        // "TagLib": TagLib reading the whole file decides; "tag editors": TagLib 1.13 misreads it, and
-        // the row says what eyeD3, id3v2 -l and mutagen show.
-        addColumns<QByteArray, QString, QString>("bytes", "reader", "editors");
-        const auto row = [](const char* name, const QByteArray& bytes, const char* reader = "TagLib",
-                            const char* editors = "") {
-            addRow(name, bytes, QString(reader), QString(editors));
+        // TagLib reading the whole file decides, but where TagLib 1.13 misreads it: there "editors" says
+        // what eyeD3, id3v2 -l and mutagen show.
+        addColumns<QByteArray, QString>("bytes", "editors");
+        const auto row = [](const char* name, const QByteArray& bytes, const char* editors = "") {
+            addRow(name, bytes, QString(editors));
         };
         row("2.4 with a title", tag(4, title(4), 0, 100) + kAudio + kTitle);
         row("2.3 with a title", tag(3, title(3), 0, 100) + kAudio);
@@ -173,17 +167,14 @@ private Q_SLOTS:
         row("no audio", tag(4, title(4)) + QByteArray(5000, 'x') + kTitle);
         // TagLib 1.13 skips 4 bytes too few of a 2.3 extended header, and takes the footer off twice.
         row("2.3 extended header",
-            tag(3, bigEndian(6, false) + QByteArray(6, '\0') + title(3), 0x40) + kAudio, "tag editors",
-            "1 0 1");
-        row("2.4 footer, a short frame last", tag(4, title(4, "Waterloo!"), 0x10) + kAudio, "tag editors",
-            "1 0 1");
+            tag(3, bigEndian(6, false) + QByteArray(6, '\0') + title(3), 0x40) + kAudio, "1 0 1");
+        row("2.4 footer, a short frame last", tag(4, title(4, "Waterloo!"), 0x10) + kAudio, "1 0 1");
         // It takes a 2.4 extended header off the frame data twice: a tiny tag's last frame is lost.
         row("2.4 extended header, no padding",
             tag(4, bigEndian(6, true) + QByteArray("\x01\x00", 2) + title(4, "Abba"), 0x40) + kAudio,
-            "tag editors", "1 0 1");
-        row("ID3v1 of blanks", kAudio + v1(QByteArray(30, ' '), "    ", QByteArray(30, ' ')), "tag editors",
-            "1 0 0");
-        row("64 MB of something else", QByteArray(64 << 20, 'x'), "tag editors", "0 0 0");
+            "1 0 1");
+        row("ID3v1 of blanks", kAudio + v1(QByteArray(30, ' '), "    ", QByteArray(30, ' ')), "1 0 0");
+        row("64 MB of something else", QByteArray(64 << 20, 'x'), "0 0 0");
 
         // Tags of every version and flag TagLib reads right, then bytes of their start changed at random.
         QRandomGenerator random(20261125);
@@ -203,21 +194,21 @@ private Q_SLOTS:
             bytes += QByteArray(random.bounded(2) * random.bounded(200000), '\0') + kAudio;
             bytes +=
                 v1(random.bounded(2) ? "x" : "", random.bounded(2) ? "1999" : "0000", "", random.bounded(2));
-            QTest::addRow("damaged %d", i) << bytes << QString("TagLib") << QString();
+            QTest::addRow("damaged %d", i) << bytes << QString();
         }
     }
 
     void sameAsAReader() {
         QFETCH(QByteArray, bytes);
-        QFETCH(QString, reader);
         QFETCH(QString, editors);
         const QString path = m_dir.filePath("a.mp3");
         QVERIFY(writeFile(path, bytes));
         QElapsedTimer clock;
         clock.start();
-        const QString probed = probeReads(path);
+        const TagProbe probe = probeTags(path);
         QVERIFY2(clock.elapsed() < kLongestMs, qPrintable(QString::number(clock.elapsed())));
-        QCOMPARE(probed, reader == "TagLib" ? taglibReads(path) : editors);
+        QCOMPARE(answer(probe.outcome == TagProbe::Outcome::Probed, probe.hasID3v1, probe.hasID3v2),
+                 editors.isEmpty() ? taglibReads(path) : editors);
     }
 
     void readFailuresAreNamed_data() {

@@ -6,14 +6,6 @@
 
 using namespace zentoria;
 
-namespace {
-
-constexpr QByteArrayView kV1 = kDetailID3v1;
-constexpr QByteArrayView kV2 = kDetailID3v2;
-constexpr QByteArrayView kV0 = kDetailID3v0;
-
-} // namespace
-
 class tst_ReportReader : public QObject {
     Q_OBJECT
 
@@ -35,9 +27,9 @@ private Q_SLOTS:
             }
             QList<QByteArray> lines = script.split('|');
             for (QByteArray& line : lines) {
-                line = line == "V1"   ? kV1.toByteArray()
-                       : line == "V2" ? kV2.toByteArray()
-                       : line == "V0" ? kV0.toByteArray()
+                line = line == "V1"   ? kDetailID3v1.toByteArray()
+                       : line == "V2" ? kDetailID3v2.toByteArray()
+                       : line == "V0" ? kDetailID3v0.toByteArray()
                        : line == "D"  ? QByteArray("Date of creation: 23.11.2026")
                                       : line;
             }
@@ -90,7 +82,7 @@ private Q_SLOTS:
 
         row("lone CR endings", "#|a|V1|||D", "NoProblems [1 1 a]", "\r");
         addRow("mixed endings, last line unterminated",
-               QByteArray(ReportBuilder("\n").start().bytes() + "a\r" + kV2.toByteArray() +
+               QByteArray(ReportBuilder("\n").start().bytes() + "a\r" + kDetailID3v2.toByteArray() +
                           "\r\n\nDate of creation:"),
                "Loaded [1 2 a]");
         // Read as one terminator, CR CR would make the closing line a separator and the report end early.
@@ -103,7 +95,7 @@ private Q_SLOTS:
         // Paths longer than a Windows path can be are skipped, counted in UTF-16 units; lines longer
         // still are cut where they are read.
         const QByteArray longest(kMaxPathLength, 'p');
-        addRow("the longest path", ReportBuilder().start().record(longest, kV1).closing().bytes(),
+        addRow("the longest path", ReportBuilder().start().record(longest, kDetailID3v1).closing().bytes(),
                "Loaded [1 1 " + QString::fromLatin1(longest) + ']');
         row("a path one character too long", "#|" + longest + "p|V1||b|V2||D",
             "Loaded [2 2 b] skipped 8 unread 1");
@@ -112,9 +104,10 @@ private Q_SLOTS:
             "Loaded skipped 8 unread 1");
         row("a detail line too long", "#|a|" + QByteArray(kMaxLineLength + 1, 'p') + "||b|V2||D",
             "Loaded [2 2 b] skipped 9 unread 1");
-        addRow("byte order mark",
-               QByteArray("\xEF\xBB\xBF" + ReportBuilder().start().record("a", kV1).closing().bytes()),
-               "Loaded [1 1 a]");
+        addRow(
+            "byte order mark",
+            QByteArray("\xEF\xBB\xBF" + ReportBuilder().start().record("a", kDetailID3v1).closing().bytes()),
+            "Loaded [1 1 a]");
         // Only the file's first bytes are its mark: a path that starts with one keeps it.
         row("a path's byte order mark",
             "#|\xEF\xBB\xBF"
@@ -176,7 +169,7 @@ private Q_SLOTS:
         for (int i = 1; i <= records; ++i) {
             // Every tenth record empty: skipped records count towards the limit too.
             report.record(QByteArray("/music/") + QByteArray::number(i) + ".mp3",
-                          i % 10 == 0 ? QByteArrayView("") : kV2);
+                          i % 10 == 0 ? QByteArrayView("") : kDetailID3v2);
         }
         const QByteArray bytes = report.closing().bytes();
         MemoryLineSource source(bytes);

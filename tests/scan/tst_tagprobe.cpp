@@ -75,26 +75,19 @@ constexpr int kLongestMs = 3000;
 const QByteArray kTitle = v1("Waterloo", "1974");
 
 // A file that fails from `failAt` on: with the error, or (none given) by ending there.
-class FailingStream : public ReadOnlyStream {
-public:
-    FailingStream(int descriptor, qint64 length, qint64 failAt, int error)
-        : ReadOnlyStream(descriptor, length)
-        , m_failAt(failAt)
-        , m_error(error) {}
+struct FailingStream : ReadOnlyStream {
+    using ReadOnlyStream::ReadOnlyStream;
+    qint64 failAt = 0;
+    int error = 0;
 
-protected:
     ssize_t readAt(char* into, std::size_t count, qint64 offset) override {
-        if (offset < m_failAt) {
-            return ReadOnlyStream::readAt(
-                into, std::size_t(std::min<qint64>(qint64(count), m_failAt - offset)), offset);
+        if (offset < failAt) {
+            return ReadOnlyStream::readAt(into, std::size_t(std::min<qint64>(qint64(count), failAt - offset)),
+                                          offset);
         }
-        errno = m_error;
-        return m_error ? -1 : 0;
+        errno = error;
+        return error ? -1 : 0;
     }
-
-private:
-    qint64 m_failAt;
-    int m_error;
 };
 
 bool succeeds(const QString& program, const QStringList& arguments) {
@@ -265,7 +258,9 @@ private Q_SLOTS:
             QVERIFY(writeFile(path, bytes));
             QFile file(path);
             QVERIFY(file.open(QIODevice::ReadOnly));
-            FailingStream stream(file.handle(), file.size(), failAt, error);
+            FailingStream stream(file.handle(), file.size());
+            stream.failAt = failAt;
+            stream.error = error;
             probe = probeStream(stream);
         }
         if (named.isEmpty()) {

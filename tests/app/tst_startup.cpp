@@ -142,9 +142,8 @@ private Q_SLOTS:
     // The stored settings at start-up: the language of the menus, of Qt's buttons and of the help; the
     // tree's width and the view.
     void startsAsStored_data() {
-        addColumns<QString, QStringList, QString, QString>("languageFile", "captions", "treeWidth",
-                                                           "webStyle");
-        addColumns<int, bool>("expectedWidth", "expectedWebStyle");
+        addColumns<QString, QStringList, QString, QString, int, bool>(
+            "languageFile", "captions", "treeWidth", "webStyle", "expectedWidth", "expectedWebStyle");
 
         addRow("first run", "",
                QStringList{"&File", "&Open", "&Quit", "&Tools", "WebStyle", "&Help", "Contents", "Address"},

@@ -44,21 +44,20 @@ private Q_SLOTS:
             "Corrupted");
         row("banner in other case", "   This file was created with melvadex (By Orsolt)||||||||D",
             "Corrupted");
-        row("marker in header ignored",
-            QByteArray(banner + "|Date of creation: 1.1.2001|x|Date of creation:||||a|V1||D"),
+        row("marker in header ignored", banner + "|Date of creation: 1.1.2001|x|Date of creation:||||a|V1||D",
             "Loaded [1 1 a]");
         row("closing at line 8", "#|D", "Loaded");
         // What the header of a report this program wrote says it lacks is read back.
         row("header: left out, not read, ended early",
-            QByteArray(banner + "||  Written by zentoria-report recheck|  Checked: a.vzt|" +
-                       problemFilesLine(1, {4, true, 12}) + "|  Not found: 0" + notReadClause({4, true, 0}) +
-                       "||a|V1||D"),
+            banner + "||  Written by zentoria-report recheck|  Checked: a.vzt|" +
+                problemFilesLine(1, {4, true, 12}) + "|  Not found: 0" + notReadClause({4, true, 0}) +
+                "||a|V1||D",
             "Loaded [1 1 a] written: left out 12, not read 4, ended early");
         row("header: not read only",
-            QByteArray(banner + "|||||  Not found: 2" + notReadClause({3, false, 0}) + "||a|V1||D"),
+            banner + "|||||  Not found: 2" + notReadClause({3, false, 0}) + "||a|V1||D",
             "Loaded [1 1 a] written: left out 0, not read 3");
         row("header: look-alikes in other words",
-            QByteArray(banner + "||||  Problem files: 1 (12 more)|  Not read: 4||a|V1||D"), "Loaded [1 1 a]");
+            banner + "||||  Problem files: 1 (12 more)|  Not read: 4||a|V1||D", "Loaded [1 1 a]");
         row("closing at line 9", "#||D", "NoProblems");
         row("closing at a detail position after entries", "#|a|V1||b|D", "NoProblems [1 1 a]");
         row("detail one blank short", "#|a| Melvadex could not get the ID3v1 information||b|V2||D",
@@ -74,7 +73,7 @@ private Q_SLOTS:
         row("same file twice", "#|a|V1||a|V1||D", "Loaded [1 1 a] [2 1 a]");
         // No banner, so no report: the one on screen stays, as for any file without it.
         row("empty file", "", "Corrupted");
-        row("only three lines", QByteArray(banner + "||"), "EndedEarly stop 4");
+        row("only three lines", banner + "||", "EndedEarly stop 4");
         row("ends at a path position", "#|a|V1||b|V0|", "EndedEarly [1 1 a] [2 0 b] stop 14");
         row("ends at a detail position", "#|a|V1||b", "EndedEarly [1 1 a] stop 12 unread 1");
         row("ends at a separator position", "#|a|V2~", "EndedEarly [1 2 a] stop 10");

@@ -64,50 +64,6 @@ private Q_SLOTS:
         qputenv("XDG_CONFIG_HOME", m_home->path().toLocal8Bit());
     }
 
-    void startsWithoutReport() {
-        QStringList messages;
-        const auto window = start({"zentoria"}, messages);
-        QVERIFY(window->isVisible());
-        QVERIFY(messages.isEmpty());
-        QCOMPARE(globals().HelpFile, QCoreApplication::applicationDirPath() + "/Brantwell.hlp");
-        QCOMPARE(globals().LanguageFile, QCoreApplication::applicationDirPath() + "/");
-        // The file-type icons follow the eight images of the design, whatever the desktop offers.
-        const auto* images = window->findChild<ImageList*>("ImgDirTree");
-        QCOMPARE(images->indexOf("MP3"), 9);
-        QCOMPARE(images->indexOf("M3U"), 10);
-        // The panel as the program starts: the MP3 icon with its stack, the program's name, no item text.
-        QVERIFY(!window->findChild<QLabel*>("ImgIcon")->pixmap().isNull());
-        QCOMPARE(window->findChild<CaptionLabel*>("lblWebFolder")->caption(), QStringLiteral("Zentoria"));
-        for (const char* field : {"WebItemName", "WebItemType", "WebToolTip", "lblInfo", "WEPath"}) {
-            QVERIFY2(window->findChild<CaptionLabel*>(field)->caption().isEmpty(), field);
-        }
-        QVERIFY(!QGuiApplication::overrideCursor());
-
-        // Help > Contents shows the manual that ships inside the program.
-        window->findChild<QAction*>("submnuShowHelp")->trigger();
-        auto* viewer = window->findChild<QTextBrowser*>("HelpViewer");
-        QVERIFY(viewer);
-        QVERIFY(viewer->isVisible());
-        for (const char* topic : {"Opening a report", "Check Folder", "Check Listed Files Again",
-                                  "Save Report As", "Tools > Preferences"}) {
-            QVERIFY2(viewer->toPlainText().contains(topic), topic);
-        }
-        QCOMPARE(viewer->windowTitle(), "Help — Zentoria");
-        // A window that only shows text closes with Escape, and with the main window.
-        QVERIFY(QTest::qWaitForWindowExposed(viewer));
-        viewer->activateWindow();
-        QTRY_VERIFY(viewer->isActiveWindow());
-        QTest::keyClick(viewer, Qt::Key_Escape);
-        QTRY_VERIFY(!viewer->isVisible());
-        // Shown again, one window, and all of it on the screen, however large it was left.
-        viewer->resize(viewer->screen()->availableGeometry().size() * 2);
-        window->findChild<QAction*>("submnuShowHelp")->trigger();
-        QCOMPARE(window->findChildren<QTextBrowser*>().size(), 1);
-        QVERIFY(viewer->screen()->availableGeometry().contains(viewer->frameGeometry()));
-        window->close();
-        QVERIFY(!viewer->isVisible());
-    }
-
     void opensCommandLineReport_data() {
         addColumns<QStringList, QString>("arguments", "message");
 
@@ -139,8 +95,8 @@ private Q_SLOTS:
         QVERIFY2(title.contains(QFileInfo(arguments.last().remove('"')).fileName()), qPrintable(title));
     }
 
-    // The stored settings at start-up: the language of the menus, of Qt's buttons and of the help; the
-    // tree's width and the view.
+    // A start, first or with stored settings: the language of the menus, of Qt's buttons and of the help;
+    // the tree's width and the view; and, whatever is stored, the panel and the help as they start.
     void startsAsStored_data() {
         addColumns<QString, QStringList, QString, QString, int, bool>(
             "languageFile", "captions", "treeWidth", "webStyle", "expectedWidth", "expectedWebStyle");
@@ -171,17 +127,33 @@ private Q_SLOTS:
         QFETCH(int, expectedWidth);
         QFETCH(bool, expectedWebStyle);
 
+        // The "Language" setting is relative to the program's folder.
+        const QString setting =
+            languageFile.isEmpty() ? QString() : QDir(GetAppPath()).relativeFilePath(languageFile);
         if (!languageFile.isEmpty()) {
-            // The "Language" setting is relative to the program's folder.
-            writeSetting("Melvadex", "Preferences", "Language",
-                         QDir(GetAppPath()).relativeFilePath(languageFile));
+            writeSetting("Melvadex", "Preferences", "Language", setting);
             writeSetting(thisProgram(), "Preferences", "Initial TV Width", treeWidth);
             writeSetting(thisProgram(), "Preferences", "WebStyle", webStyle);
         }
         QStringList messages;
         const auto window = start({"zentoria"}, messages);
+        QVERIFY(window->isVisible());
+        QVERIFY(messages.isEmpty());
+        QCOMPARE(globals().HelpFile, QCoreApplication::applicationDirPath() + "/Brantwell.hlp");
+        QCOMPARE(globals().LanguageFile, QCoreApplication::applicationDirPath() + '/' + setting);
         QCOMPARE(QFileInfo(globals().LanguageFile).canonicalFilePath(),
                  QFileInfo(languageFile.isEmpty() ? GetAppPath() : languageFile).canonicalFilePath());
+        // The file-type icons follow the eight images of the design, whatever the desktop offers.
+        const auto* images = window->findChild<ImageList*>("ImgDirTree");
+        QCOMPARE(images->indexOf("MP3"), 9);
+        QCOMPARE(images->indexOf("M3U"), 10);
+        // The panel as the program starts: the MP3 icon with its stack, the program's name, no item text.
+        QVERIFY(!window->findChild<QLabel*>("ImgIcon")->pixmap().isNull());
+        QCOMPARE(window->findChild<CaptionLabel*>("lblWebFolder")->caption(), QStringLiteral("Zentoria"));
+        for (const char* field : {"WebItemName", "WebItemType", "WebToolTip", "lblInfo", "WEPath"}) {
+            QVERIFY2(window->findChild<CaptionLabel*>(field)->caption().isEmpty(), field);
+        }
+        QVERIFY(!QGuiApplication::overrideCursor());
         QStringList shown;
         for (const char* name : {"mnuFile", "submnuOpen", "submnuExit", "mnuTools", "submnuWebStyle",
                                  "mnuHelp", "submnuShowHelp"}) {
@@ -199,10 +171,32 @@ private Q_SLOTS:
         const bool german = languageFile.endsWith("Deutsch.ini");
         QCOMPARE(QDialogButtonBox(QDialogButtonBox::Cancel).button(QDialogButtonBox::Cancel)->text(),
                  german ? "Abbrechen" : "Cancel");
-        // And so does the help.
+
+        // And so does the manual that ships inside the program, shown by Help > Contents.
         window->findChild<QAction*>("submnuShowHelp")->trigger();
-        const QString help = window->findChild<QTextBrowser*>("HelpViewer")->toPlainText();
-        QVERIFY(help.contains(german ? "Einen Bericht öffnen" : "Opening a report"));
+        auto* viewer = window->findChild<QTextBrowser*>("HelpViewer");
+        QVERIFY(viewer);
+        QVERIFY(viewer->isVisible());
+        for (const QString& topic :
+             german ? QStringList{"Einen Bericht öffnen"}
+                    : QStringList{"Opening a report", "Check Folder", "Check Listed Files Again",
+                                  "Save Report As", "Tools > Preferences"}) {
+            QVERIFY2(viewer->toPlainText().contains(topic), qPrintable(topic));
+        }
+        QCOMPARE(viewer->windowTitle(), german ? "Hilfe — Zentoria" : "Help — Zentoria");
+        // A window that only shows text closes with Escape, and with the main window.
+        QVERIFY(QTest::qWaitForWindowExposed(viewer));
+        viewer->activateWindow();
+        QTRY_VERIFY(viewer->isActiveWindow());
+        QTest::keyClick(viewer, Qt::Key_Escape);
+        QTRY_VERIFY(!viewer->isVisible());
+        // Shown again, one window, and all of it on the screen, however large it was left.
+        viewer->resize(viewer->screen()->availableGeometry().size() * 2);
+        window->findChild<QAction*>("submnuShowHelp")->trigger();
+        QCOMPARE(window->findChildren<QTextBrowser*>().size(), 1);
+        QVERIFY(viewer->screen()->availableGeometry().contains(viewer->frameGeometry()));
+        window->close();
+        QVERIFY(!viewer->isVisible());
     }
 
     // However the window closes, the next start puts it where it was and the tree as wide as it was; a

@@ -161,8 +161,7 @@ private Q_SLOTS:
         QFETCH(Outcome, outcome);
         QFETCH(int, entries);
 
-        ReportBuilder report;
-        report.start();
+        ReportBuilder report = ReportBuilder().start();
         for (int i = 1; i <= records; ++i) {
             // Every tenth record empty: skipped records count towards the limit too.
             report.record(QByteArray("/music/") + QByteArray::number(i) + ".mp3",

@@ -17,12 +17,9 @@ namespace {
 
 // Bytes of every value, NULs and line breaks included, the same on every run.
 QByteArray junk(int size) {
-    QRandomGenerator generator(13);
-    QByteArray bytes(size, Qt::Uninitialized);
-    for (char& byte : bytes) {
-        byte = char(generator.bounded(256));
-    }
-    return bytes;
+    QList<quint32> words(size / 4 + 1);
+    QRandomGenerator(13).fillRange(words.data(), words.size());
+    return QByteArray(reinterpret_cast<const char*>(words.constData()), size);
 }
 
 } // namespace

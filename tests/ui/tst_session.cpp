@@ -19,8 +19,7 @@ const QString kTitle = QStringLiteral("Melvadex's Zentoria");
 
 // A report of these files, each with a problem kind (1, 2 or 0).
 QByteArray reportOf(const QList<std::pair<QByteArray, int>>& files) {
-    ReportBuilder report;
-    report.start();
+    ReportBuilder report = ReportBuilder().start();
     for (const auto& [path, kind] : files) {
         report.record(path, std::array{kDetailID3v0, kDetailID3v1, kDetailID3v2}.at(kind));
     }
@@ -167,9 +166,8 @@ private Q_SLOTS:
         }
         // Across a restart: the last eight, newest first.
         Session s(file("config"));
-        const QStringList expected{reports[4], reports[8], reports[7], reports[6],
-                                   reports[5], reports[3], reports[2], reports[1]};
-        QCOMPARE(s.recentMenu(), expected);
+        QCOMPARE(s.recentMenu(), (QStringList{reports[4], reports[8], reports[7], reports[6], reports[5],
+                                              reports[3], reports[2], reports[1]}));
 
         // One that is gone: said, and removed.
         QVERIFY(QFile::remove(reports[7]));

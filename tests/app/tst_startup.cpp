@@ -52,11 +52,6 @@ QString twips(int pixels, const QWidget* window) {
     return QString::number(float(pixelsToTwips(pixels, logicalDpi(window))));
 }
 
-// The "Language" setting is relative to the program's folder.
-QString languageSettingFor(const QString& file) {
-    return QDir(GetAppPath()).relativeFilePath(file);
-}
-
 } // namespace
 
 class tst_StartUp : public QObject {
@@ -69,89 +64,42 @@ private Q_SLOTS:
         qputenv("XDG_CONFIG_HOME", m_home->path().toLocal8Bit());
     }
 
-    void startsWithoutReport() {
-        QStringList messages;
-        const auto window = start({"zentoria"}, messages);
-        QVERIFY(window->isVisible());
-        QVERIFY(messages.isEmpty());
-        QCOMPARE(globals().HelpFile, QCoreApplication::applicationDirPath() + "/Brantwell.hlp");
-        QCOMPARE(globals().LanguageFile, QCoreApplication::applicationDirPath() + "/");
-        // The file-type icons follow the eight images of the design, whatever the desktop offers.
-        const auto* images = window->findChild<ImageList*>("ImgDirTree");
-        QCOMPARE(images->indexOf("MP3"), 9);
-        QCOMPARE(images->indexOf("M3U"), 10);
-        // The panel as the program starts: the MP3 icon with its stack, the program's name, no item text.
-        QVERIFY(!window->findChild<QLabel*>("ImgIcon")->pixmap().isNull());
-        QCOMPARE(window->findChild<CaptionLabel*>("lblWebFolder")->caption(), QStringLiteral("Zentoria"));
-        for (const char* field : {"WebItemName", "WebItemType", "WebToolTip", "lblInfo", "WEPath"}) {
-            QVERIFY2(window->findChild<CaptionLabel*>(field)->caption().isEmpty(), field);
-        }
-        QVERIFY(!QGuiApplication::overrideCursor());
-
-        // Help > Contents shows the manual that ships inside the program.
-        window->findChild<QAction*>("submnuShowHelp")->trigger();
-        auto* viewer = window->findChild<QTextBrowser*>("HelpViewer");
-        QVERIFY(viewer);
-        QVERIFY(viewer->isVisible());
-        for (const char* topic : {"Opening a report", "Check Folder", "Check Listed Files Again",
-                                  "Save Report As", "Tools > Preferences"}) {
-            QVERIFY2(viewer->toPlainText().contains(topic), topic);
-        }
-        QCOMPARE(viewer->windowTitle(), "Help — Zentoria");
-        // A window that only shows text closes with Escape, and with the main window.
-        QVERIFY(QTest::qWaitForWindowExposed(viewer));
-        viewer->activateWindow();
-        QTRY_VERIFY(viewer->isActiveWindow());
-        QTest::keyClick(viewer, Qt::Key_Escape);
-        QTRY_VERIFY(!viewer->isVisible());
-        // Shown again, one window, and all of it on the screen, however large it was left.
-        viewer->resize(viewer->screen()->availableGeometry().size() * 2);
-        window->findChild<QAction*>("submnuShowHelp")->trigger();
-        QCOMPARE(window->findChildren<QTextBrowser*>().size(), 1);
-        QVERIFY(viewer->screen()->availableGeometry().contains(viewer->frameGeometry()));
-        window->close();
-        QVERIFY(!viewer->isVisible());
-    }
-
     void opensCommandLineReport_data() {
-        addColumns<QStringList, QStringList>("arguments", "messages");
+        addColumns<QStringList, QString>("arguments", "message");
 
         static QTemporaryDir dir;
         QDir().mkpath(dir.filePath("my reports"));
         QFile::copy(dataFile("corrupted.txt"), dir.filePath("my reports/old report.txt"));
         const QString quoted = dir.filePath("my reports/my \"best\" report.vzt");
         QFile::copy(dataFile("corrupted.txt"), quoted);
+        const QString corrupted = "The file is corrupted";
 
-        addRow("plain path", QStringList{"zentoria", dataFile("corrupted.txt")},
-               QStringList{"The file is corrupted"});
+        addRow("plain path", QStringList{"zentoria", dataFile("corrupted.txt")}, corrupted);
         addRow("quoted path with blanks, split",
-               QStringList{"zentoria", "\"" + dir.filePath("my"), "reports/old", "report.txt\""},
-               QStringList{"The file is corrupted"});
-        addRow("a name with double quotes", QStringList{"zentoria", quoted},
-               QStringList{"The file is corrupted"});
+               QStringList{"zentoria", "\"" + dir.filePath("my"), "reports/old", "report.txt\""}, corrupted);
+        addRow("a name with double quotes", QStringList{"zentoria", quoted}, corrupted);
         addRow("two paths are one", QStringList{"zentoria", dataFile("mixed.vzt"), dataFile("second.vzt")},
-               QStringList{"The report \"" + dataFile("mixed.vzt") + " " + dataFile("second.vzt") +
-                           "\" cannot be opened: No such file or directory."});
+               "The report \"" + dataFile("mixed.vzt") + " " + dataFile("second.vzt") +
+                   "\" cannot be opened: No such file or directory.");
     }
 
     void opensCommandLineReport() {
         QFETCH(QStringList, arguments);
-        QFETCH(QStringList, messages);
+        QFETCH(QString, message);
 
         QStringList shown;
         const auto window = start(arguments, shown);
-        QCOMPARE(shown, messages);
+        QCOMPARE(shown, QStringList{message});
         QVERIFY(window->isVisible());
         const QString title = QString(window->messageBoxes().lastTitle()).remove(u'"');
         QVERIFY2(title.contains(QFileInfo(arguments.last().remove('"')).fileName()), qPrintable(title));
     }
 
-    // The stored settings at start-up: the language of the menus, of Qt's buttons and of the help; the
-    // tree's width and the view.
+    // A start, first or with stored settings: the language of the menus, of Qt's buttons and of the help;
+    // the tree's width and the view; and, whatever is stored, the panel and the help as they start.
     void startsAsStored_data() {
-        addColumns<QString, QStringList, QString, QString>("languageFile", "captions", "treeWidth",
-                                                           "webStyle");
-        addColumns<int, bool>("expectedWidth", "expectedWebStyle");
+        addColumns<QString, QStringList, QString, QString, int, bool>(
+            "languageFile", "captions", "treeWidth", "webStyle", "expectedWidth", "expectedWebStyle");
 
         addRow("first run", "",
                QStringList{"&File", "&Open", "&Quit", "&Tools", "WebStyle", "&Help", "Contents", "Address"},
@@ -179,16 +127,33 @@ private Q_SLOTS:
         QFETCH(int, expectedWidth);
         QFETCH(bool, expectedWebStyle);
 
+        // The "Language" setting is relative to the program's folder.
+        const QString setting =
+            languageFile.isEmpty() ? QString() : QDir(GetAppPath()).relativeFilePath(languageFile);
         if (!languageFile.isEmpty()) {
-            writeSetting("Melvadex", "Preferences", "Language", languageSettingFor(languageFile));
+            writeSetting("Melvadex", "Preferences", "Language", setting);
             writeSetting(thisProgram(), "Preferences", "Initial TV Width", treeWidth);
             writeSetting(thisProgram(), "Preferences", "WebStyle", webStyle);
         }
         QStringList messages;
         const auto window = start({"zentoria"}, messages);
+        QVERIFY(window->isVisible());
+        QVERIFY(messages.isEmpty());
+        QCOMPARE(globals().HelpFile, QCoreApplication::applicationDirPath() + "/Brantwell.hlp");
+        QCOMPARE(globals().LanguageFile, QCoreApplication::applicationDirPath() + '/' + setting);
         QCOMPARE(QFileInfo(globals().LanguageFile).canonicalFilePath(),
-                 languageFile.isEmpty() ? QFileInfo(GetAppPath()).canonicalFilePath()
-                                        : QFileInfo(languageFile).canonicalFilePath());
+                 QFileInfo(languageFile.isEmpty() ? GetAppPath() : languageFile).canonicalFilePath());
+        // The file-type icons follow the eight images of the design, whatever the desktop offers.
+        const auto* images = window->findChild<ImageList*>("ImgDirTree");
+        QCOMPARE(images->indexOf("MP3"), 9);
+        QCOMPARE(images->indexOf("M3U"), 10);
+        // The panel as the program starts: the MP3 icon with its stack, the program's name, no item text.
+        QVERIFY(!window->findChild<QLabel*>("ImgIcon")->pixmap().isNull());
+        QCOMPARE(window->findChild<CaptionLabel*>("lblWebFolder")->caption(), QStringLiteral("Zentoria"));
+        for (const char* field : {"WebItemName", "WebItemType", "WebToolTip", "lblInfo", "WEPath"}) {
+            QVERIFY2(window->findChild<CaptionLabel*>(field)->caption().isEmpty(), field);
+        }
+        QVERIFY(!QGuiApplication::overrideCursor());
         QStringList shown;
         for (const char* name : {"mnuFile", "submnuOpen", "submnuExit", "mnuTools", "submnuWebStyle",
                                  "mnuHelp", "submnuShowHelp"}) {
@@ -206,24 +171,47 @@ private Q_SLOTS:
         const bool german = languageFile.endsWith("Deutsch.ini");
         QCOMPARE(QDialogButtonBox(QDialogButtonBox::Cancel).button(QDialogButtonBox::Cancel)->text(),
                  german ? "Abbrechen" : "Cancel");
-        // And so does the help.
+
+        // And so does the manual that ships inside the program, shown by Help > Contents.
         window->findChild<QAction*>("submnuShowHelp")->trigger();
-        const QString help = window->findChild<QTextBrowser*>("HelpViewer")->toPlainText();
-        QVERIFY(help.contains(german ? "Einen Bericht öffnen" : "Opening a report"));
+        auto* viewer = window->findChild<QTextBrowser*>("HelpViewer");
+        QVERIFY(viewer);
+        QVERIFY(viewer->isVisible());
+        for (const QString& topic :
+             german ? QStringList{"Einen Bericht öffnen"}
+                    : QStringList{"Opening a report", "Check Folder", "Check Listed Files Again",
+                                  "Save Report As", "Tools > Preferences"}) {
+            QVERIFY2(viewer->toPlainText().contains(topic), qPrintable(topic));
+        }
+        QCOMPARE(viewer->windowTitle(), german ? "Hilfe — Zentoria" : "Help — Zentoria");
+        // A window that only shows text closes with Escape, and with the main window.
+        QVERIFY(QTest::qWaitForWindowExposed(viewer));
+        viewer->activateWindow();
+        QTRY_VERIFY(viewer->isActiveWindow());
+        QTest::keyClick(viewer, Qt::Key_Escape);
+        QTRY_VERIFY(!viewer->isVisible());
+        // Shown again, one window, and all of it on the screen, however large it was left.
+        viewer->resize(viewer->screen()->availableGeometry().size() * 2);
+        window->findChild<QAction*>("submnuShowHelp")->trigger();
+        QCOMPARE(window->findChildren<QTextBrowser*>().size(), 1);
+        QVERIFY(viewer->screen()->availableGeometry().contains(viewer->frameGeometry()));
+        window->close();
+        QVERIFY(!viewer->isVisible());
     }
 
+    // However the window closes, the next start puts it where it was and the tree as wide as it was; a
+    // maximized window keeps its normal place too. A logout does not wait for an answer: the unsaved
+    // result is kept, and the next start says where.
     void closingKeepsTheWindow_data() {
-        addColumns<bool, bool>("quit", "maximized");
-
-        addRow("File > Quit", true, false);
-        addRow("the close box", false, false);
-        // A maximized window keeps its normal place too, and shows maximized again.
-        addRow("maximized", false, true);
+        addColumns<QString>("how");
+        for (const char* how : {"File > Quit", "the close box", "maximized", "a logout"}) {
+            addRow(how, QString(how));
+        }
     }
 
     void closingKeepsTheWindow() {
-        QFETCH(bool, quit);
-        QFETCH(bool, maximized);
+        QFETCH(QString, how);
+        const bool maximized = how == "maximized";
 
         QStringList messages;
         QRect frame;
@@ -241,13 +229,20 @@ private Q_SLOTS:
             }
             auto* list = window->findChild<QAbstractScrollArea*>("LV");
             QVERIFY(isHooked(list));
-            if (quit) {
+            if (how == "a logout") {
+                closeOnTermination(*window);
+                window->document().showResult({{1, ProblemKind::ID3v2, "/music/a.mp3"}}, "Check of /music",
+                                              {}, ReportDocument::Source::Check);
+                ::raise(SIGTERM);
+                QTRY_VERIFY(!window->isVisible());
+            } else if (how == "File > Quit") {
                 window->findChild<QAction*>("submnuExit")->trigger();
             } else {
                 window->close();
             }
             QVERIFY(!window->isVisible());
             QVERIFY(!isHooked(list));
+            QCOMPARE(messages, QStringList());
             QCOMPARE(stored("Initial TV Width"), QStringLiteral("2610"));
             QCOMPARE(stored("Width"), twips(frame.width(), window.get()));
             QCOMPARE(stored("Height"), twips(frame.height(), window.get()));
@@ -256,7 +251,6 @@ private Q_SLOTS:
             QCOMPARE(stored("Maximized"), QString(maximized ? "1" : "0"));
         }
 
-        // The next start puts the window where it was, the tree as wide as it was.
         const std::unique_ptr<frmMain> again = start({"zentoria"}, messages);
         if (maximized) {
             QTRY_VERIFY(again->isMaximized());
@@ -264,31 +258,19 @@ private Q_SLOTS:
             QCOMPARE(again->frameGeometry(), frame);
         }
         QCOMPARE(globals().InitialTVWidth, 2610);
-    }
-
-    // A logout does not wait for an answer: the unsaved result is kept, and the next start says where.
-    void logoutKeepsAnUnsavedResult() {
-        QStringList messages;
-        {
-            const std::unique_ptr<frmMain> window = start({"zentoria"}, messages);
-            closeOnTermination(*window);
-            window->document().showResult({{1, ProblemKind::ID3v2, "/music/a.mp3"}}, "Check of /music", {},
-                                          ReportDocument::Source::Check);
-            ::raise(SIGTERM);
-            QTRY_VERIFY(!window->isVisible());
+        QCOMPARE(messages.size(), how == "a logout" ? 1 : 0);
+        if (how == "a logout") {
+            const QString kept = messages.first().section(u'"', 1, 1);
+            QVERIFY2(messages.first().contains("was not saved") && QFileInfo(kept).isFile(),
+                     qPrintable(messages.first()));
+            QCOMPARE(again->findChild<QAction*>("submnuRecent1")->data().toString(), kept);
+            QString file = kept;
+            again->OpenFile(file);
+            QCOMPARE(again->document().entries(),
+                     (QList<ReportEntry>{{1, ProblemKind::ID3v2, "/music/a.mp3"}}));
+            // Told once: the kept report has a name of its own now.
+            QCOMPARE((start({"zentoria"}, messages), messages.size()), 1);
         }
-        QCOMPARE(messages, QStringList());
-        const std::unique_ptr<frmMain> again = start({"zentoria"}, messages);
-        QCOMPARE(messages.size(), 1);
-        const QString kept = messages.first().section(u'"', 1, 1);
-        QVERIFY2(messages.first().contains("was not saved") && QFileInfo(kept).isFile(),
-                 qPrintable(messages.first()));
-        QCOMPARE(again->findChild<QAction*>("submnuRecent1")->data().toString(), kept);
-        QString file = kept;
-        again->OpenFile(file);
-        QCOMPARE(again->document().entries(), (QList<ReportEntry>{{1, ProblemKind::ID3v2, "/music/a.mp3"}}));
-        // Told once: the kept report has a name of its own now.
-        QCOMPARE((start({"zentoria"}, messages), messages.size()), 1);
     }
 
 private:

@@ -9,6 +9,8 @@
 #include <QScrollBar>
 #include <QUrl>
 
+#include <array>
+
 using namespace zentoria;
 
 namespace {
@@ -17,12 +19,9 @@ const QString kTitle = QStringLiteral("Melvadex's Zentoria");
 
 // A report of these files, each with a problem kind (1, 2 or 0).
 QByteArray reportOf(const QList<std::pair<QByteArray, int>>& files) {
-    ReportBuilder report;
-    report.start();
+    ReportBuilder report = ReportBuilder().start();
     for (const auto& [path, kind] : files) {
-        report.record(path, kind == 1   ? zentoria::kDetailID3v1
-                            : kind == 2 ? zentoria::kDetailID3v2
-                                        : zentoria::kDetailID3v0);
+        report.record(path, std::array{kDetailID3v0, kDetailID3v1, kDetailID3v2}.at(kind));
     }
     return report.closing().bytes();
 }
@@ -143,14 +142,10 @@ private Q_SLOTS:
             data.setUrls({QUrl::fromLocalFile(file(what))});
         }
         QCOMPARE(s.drop(data), opens);
-        if (opens) {
-            QCOMPARE(s.window.findChild<ReportDocument*>()->path(), file(what));
-            QCOMPARE(s.messages, QStringList());
-        } else {
-            QCOMPARE(s.window.findChild<ReportDocument*>()->path(), QString());
-            QCOMPARE(s.messages,
-                     QStringList{"Only a Melvadex report can be dropped here: one .vzt or .txt file."});
-        }
+        QCOMPARE(s.window.findChild<ReportDocument*>()->path(), opens ? file(what) : QString());
+        QCOMPARE(s.messages,
+                 opens ? QStringList()
+                       : QStringList{"Only a Melvadex report can be dropped here: one .vzt or .txt file."});
     }
 
     void recentReports() {
@@ -171,9 +166,8 @@ private Q_SLOTS:
         }
         // Across a restart: the last eight, newest first.
         Session s(file("config"));
-        const QStringList expected{reports[4], reports[8], reports[7], reports[6],
-                                   reports[5], reports[3], reports[2], reports[1]};
-        QCOMPARE(s.recentMenu(), expected);
+        QCOMPARE(s.recentMenu(), (QStringList{reports[4], reports[8], reports[7], reports[6], reports[5],
+                                              reports[3], reports[2], reports[1]}));
 
         // One that is gone: said, and removed.
         QVERIFY(QFile::remove(reports[7]));

@@ -12,11 +12,14 @@ namespace zentoria {
 
 ListOrder::ListOrder()
     : m_byCodePoint(QLocale().language() == QLocale::C) {
-    m_collator.setCaseSensitivity(Qt::CaseInsensitive);
+    if (!m_byCodePoint) {
+        m_collator.emplace();
+        m_collator->setCaseSensitivity(Qt::CaseInsensitive);
+    }
 }
 
 int ListOrder::compare(QStringView a, QStringView b) const {
-    return m_byCodePoint ? compareCaseInsensitive(a, b) : m_collator.compare(a, b);
+    return m_byCodePoint ? compareCaseInsensitive(a, b) : m_collator->compare(a, b);
 }
 
 QList<int> ListOrder::sorted(const QList<QStringView>& texts, const QList<int>& ties,
@@ -28,7 +31,7 @@ QList<int> ListOrder::sorted(const QList<QStringView>& texts, const QList<int>& 
     std::vector<QCollatorSortKey> keys;
     keys.reserve(texts.size());
     for (QStringView text : texts) {
-        keys.push_back(m_collator.sortKey(text.toString()));
+        keys.push_back(m_collator->sortKey(text.toString()));
     }
     QList<int> permutation(texts.size());
     std::iota(permutation.begin(), permutation.end(), 0);

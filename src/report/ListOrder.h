@@ -4,6 +4,8 @@
 #include <QList>
 #include <QStringView>
 
+#include <optional>
+
 namespace zentoria {
 
 // The order of the file list, and of the reports a check writes: by the collation of the program's
@@ -21,8 +23,9 @@ public:
     QList<int> sorted(const QList<QStringView>& texts, const QList<int>& ties, Qt::SortOrder order) const;
 
 private:
-    QCollator m_collator;
     bool m_byCodePoint;
+    // Made only where the locale collates: a collator costs its making on every thread of a check.
+    std::optional<QCollator> m_collator;
 };
 
 } // namespace zentoria

@@ -8,8 +8,6 @@ using namespace zentoria;
 
 namespace {
 
-// The window of the worked example: 12000 x 7350 twips, client 11880 wide, status bar 255 high, tree
-// 3000 wide, separator 45, address bar 520 high with the path box at 840, panel 2895 x 2655.
 LayoutInput example() {
     return {.WindowWidth = 12000,
             .WindowHeight = 7350,
@@ -41,26 +39,20 @@ class tst_Layout : public QObject {
 private Q_SLOTS:
     void workedExample() {
         const LayoutResult out = ComputeLayout(example());
-        QCOMPARE(out.A, 460.0f);
-        QCOMPARE(out.H, 5835.0f);
-        QCOMPARE(out.Tree, (TwipsRect{0, 560, 3000, 5835}));
-        QCOMPARE(out.Separator, (TwipsRect{3000, 460, 45, 5835}));
-        QCOMPARE(out.Borders, (TwipsRect{3045, 560, 8835, 5415}));
-        QCOMPARE(out.Panel, (TwipsRect{0, 0, 2895, 5955}));
+        QCOMPARE(
+            (QList<float>{out.A, out.H, out.AddressBarLeft, out.AddressBarTop, out.AddressBarWidth,
+                          out.PathWidth, out.ScrollHeight, out.Playing, out.PlayingStatus, out.About,
+                          out.Blank}),
+            (QList<float>{460, 5835, 30, -60, 11730, 11730 - 840 - 60, 5340, 5000, 1500, 900, 4880 - 600}));
+        QCOMPARE((QList<TwipsRect>{out.Tree, out.Separator, out.Borders, out.Panel, out.List}),
+                 (QList<TwipsRect>{{0, 560, 3000, 5835},
+                                   {3000, 460, 45, 5835},
+                                   {3045, 560, 8835, 5415},
+                                   {0, 0, 2895, 5955},
+                                   {2855, -45, 5950, 5415}}));
+        QCOMPARE((QList<int>{out.ScrollMaximum, out.ScrollLargeChange, out.ScrollSmallChange}),
+                 (QList<int>{540, 54, 5}));
         QVERIFY(out.PanelVisible);
-        QCOMPARE(out.List, (TwipsRect{2855, -45, 5950, 5415}));
-        QCOMPARE(out.AddressBarLeft, 30.0f);
-        QCOMPARE(out.AddressBarTop, -60.0f);
-        QCOMPARE(out.AddressBarWidth, 11730.0f);
-        QCOMPARE(out.PathWidth, 11730.0f - 840 - 60);
-        QCOMPARE(out.ScrollHeight, 5340.0f);
-        QCOMPARE(out.ScrollMaximum, 540);
-        QCOMPARE(out.ScrollLargeChange, 54);
-        QCOMPARE(out.ScrollSmallChange, 5);
-        QCOMPARE(out.Playing, 5000.0f);
-        QCOMPARE(out.PlayingStatus, 1500.0f);
-        QCOMPARE(out.About, 900.0f);
-        QCOMPARE(out.Blank, 4880.0f - 600);
     }
 
     void firstPassUsesTheDesignTop() {
@@ -78,11 +70,8 @@ private Q_SLOTS:
         LayoutInput in = example();
         in.AddressBarVisible = false;
         const LayoutResult out = ComputeLayout(in);
-        QCOMPARE(out.A, 0.0f);
-        QCOMPARE(out.AddressBarTop, -520.0f);
-        QCOMPARE(out.Tree.Top, 100.0f);
-        QCOMPARE(out.Separator.Top, 0.0f);
-        QCOMPARE(out.Borders.Top, 100.0f);
+        QCOMPARE((QList<double>{out.A, out.AddressBarTop, out.Tree.Top, out.Separator.Top, out.Borders.Top}),
+                 (QList<double>{0, -520, 100, 0, 100}));
     }
 
     void narrowWindow() {
@@ -95,35 +84,32 @@ private Q_SLOTS:
     }
 
     void scrollRange_data() {
-        addColumns<bool, float, int, int, int>("webStyle", "panelHeight", "maximum", "large", "small");
+        // The scroll bar's maximum, large and small change.
+        addColumns<bool, float, QList<int>>("webStyle", "panelHeight", "range");
 
         // In the classic view the range is |panel height - 5415|.
-        addRow("web style: always 540", true, 99999.0f, 540, 54, 5);
-        addRow("classic: the panel's own height", false, 2655.0f, 2760, 276, 28);
-        addRow("panel as tall as the list", false, 5415.0f, 0, 0, 0);
-        addRow("beyond 32767", false, 5415.0f + 40000, 32767, 3277, 328);
-        addRow("tiny range: changes at least 1", false, 5418.0f, 3, 1, 1);
-        addRow("tenth 4.5 rounds to 4", false, 5415.0f + 45, 45, 4, 1);
-        addRow("tenth 5.5 rounds to 6", false, 5415.0f + 55, 55, 6, 1);
-        addRow("hundredth 2.5 rounds to 2", false, 5415.0f - 250, 250, 25, 2);
-        addRow("hundredth 3.5 rounds to 4", false, 5415.0f + 350, 350, 35, 4);
-        addRow("half a twip rounds to even", false, 5415.0f + 100.5f, 100, 10, 1);
+        addRow("web style: always 540", true, 99999.0f, QList<int>{540, 54, 5});
+        addRow("classic: the panel's own height", false, 2655.0f, QList<int>{2760, 276, 28});
+        addRow("panel as tall as the list", false, 5415.0f, QList<int>{0, 0, 0});
+        addRow("beyond 32767", false, 5415.0f + 40000, QList<int>{32767, 3277, 328});
+        addRow("tiny range: changes at least 1", false, 5418.0f, QList<int>{3, 1, 1});
+        addRow("tenth 4.5 rounds to 4", false, 5415.0f + 45, QList<int>{45, 4, 1});
+        addRow("tenth 5.5 rounds to 6", false, 5415.0f + 55, QList<int>{55, 6, 1});
+        addRow("hundredth 2.5 rounds to 2", false, 5415.0f - 250, QList<int>{250, 25, 2});
+        addRow("hundredth 3.5 rounds to 4", false, 5415.0f + 350, QList<int>{350, 35, 4});
+        addRow("half a twip rounds to even", false, 5415.0f + 100.5f, QList<int>{100, 10, 1});
     }
 
     void scrollRange() {
         QFETCH(bool, webStyle);
         QFETCH(float, panelHeight);
-        QFETCH(int, maximum);
-        QFETCH(int, large);
-        QFETCH(int, small);
+        QFETCH(QList<int>, range);
 
         LayoutInput in = example();
         in.WebStyle = webStyle;
         in.PanelHeight = panelHeight;
         const LayoutResult out = ComputeLayout(in);
-        QCOMPARE(out.ScrollMaximum, maximum);
-        QCOMPARE(out.ScrollLargeChange, large);
-        QCOMPARE(out.ScrollSmallChange, small);
+        QCOMPARE((QList<int>{out.ScrollMaximum, out.ScrollLargeChange, out.ScrollSmallChange}), range);
         // The classic view gives the panel's room to the list; the borders stay.
         QCOMPARE(out.PanelVisible, webStyle);
         QCOMPARE(out.List, (webStyle ? TwipsRect{2855, -45, 5950, 5415} : TwipsRect{-45, -45, 8880, 5415}));

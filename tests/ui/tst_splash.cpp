@@ -97,8 +97,7 @@ private Q_SLOTS:
         QFETCH(bool, translationShown);
 
         Started s({}, {}, language);
-        QVERIFY(s.splash->isVisible());
-        QVERIFY(!s.window->isVisible());
+        QCOMPARE((QList<bool>{s.splash->isVisible(), s.window->isVisible()}), (QList<bool>{true, false}));
         // Centred on the 800 x 600 screen, at 15 twips a pixel.
         QCOMPARE(geometryTwips(s.splash), (TwipsRect{2257.5, 2010, 7485, 4980}));
         QVERIFY(s.splash->windowFlags() & Qt::FramelessWindowHint);
@@ -109,8 +108,7 @@ private Q_SLOTS:
         CaptionLabel* orange = versionLabel(s.splash, 0);
         CaptionLabel* black = versionLabel(s.splash, 1);
         QVERIFY(orange && black);
-        QCOMPARE(orange->caption(), version);
-        QCOMPARE(black->caption(), version);
+        QCOMPARE((QStringList{orange->caption(), black->caption()}), QStringList(2, version));
         QCOMPARE(geometryTwips(black).Left - geometryTwips(orange).Left, 35.0);
         QCOMPARE(geometryTwips(black).Top - geometryTwips(orange).Top, 10.0);
         QVERIFY(s.splash->findChild<QTimer*>("CloseIt")->isActive());
@@ -132,8 +130,6 @@ private Q_SLOTS:
     }
 
     void placement_data() {
-        // The placement is Width, Height, Top, Left in "Preferences", "safe" the same in "Last Safe
-        // Configuration".
         addColumns<QStringList, QStringList, QRectF, QString>("placement", "safe", "shown", "storedWidth");
 
         // The defaults (45, 465, 12000, 7350) on this 12000-twip-wide screen: moved to its left edge.

@@ -174,11 +174,10 @@ private Q_SLOTS:
 
     void messagesAndCaptionsArePlainText() {
         const auto box = MessageBoxes::create(nullptr, "<b>C:\\x.mp3</b>");
-        QCOMPARE(box->windowTitle(), QStringLiteral("Zentoria"));
-        QCOMPARE(box->icon(), QMessageBox::NoIcon);
-        QCOMPARE(box->buttons().size(), 1);
-        QCOMPARE(box->standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
-        QCOMPARE(box->textFormat(), Qt::PlainText);
+        QCOMPARE(std::tuple(box->windowTitle(), box->icon(), box->buttons().size(), box->standardButtons(),
+                            box->textFormat()),
+                 std::tuple(QStringLiteral("Zentoria"), QMessageBox::NoIcon, qsizetype(1),
+                            QMessageBox::StandardButtons(QMessageBox::Ok), Qt::PlainText));
         // A short message under a long title shows the title whole; a question's buttons have keys.
         const QString title = "a damaged report of the whole collection.vzt — Zentoria";
         const auto titled = MessageBoxes::create(nullptr, "The file is corrupted", title);

@@ -16,7 +16,6 @@ namespace {
 
 const QString kBold = QStringLiteral("C:\\Music\\<b>Bold</b>.mp3");
 
-// A shown main window with a report open and the panel's parts at hand.
 struct Panel : MainWindowFixture {
     QTimer* refresh = child<QTimer>("ShowSelectedItems");
     CaptionLabel* title = child<CaptionLabel>("lblWebFolder");
@@ -149,9 +148,7 @@ private Q_SLOTS:
         auto* icon = panel.findChild<QLabel*>("ImgIcon");
         const auto copies = [&panel] { return panel.findChildren<QLabel*>("ImgOthers"); };
         // Started without a picture: no copies behind it.
-        for (QLabel* other : copies()) {
-            QVERIFY(other->isHidden());
-        }
+        QVERIFY(std::ranges::all_of(copies(), &QWidget::isHidden));
         QPixmap note(32, 32);
         note.fill(Qt::darkBlue);
         icon->setPixmap(note);

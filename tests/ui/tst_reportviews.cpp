@@ -16,7 +16,6 @@ using namespace zentoria;
 
 namespace {
 
-// The tree, the list and the panel title of one shown main window with a report open.
 struct Views : MainWindowFixture {
     CaptionLabel* title = child<CaptionLabel>("lblWebFolder");
 

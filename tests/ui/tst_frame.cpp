@@ -236,7 +236,6 @@ private Q_SLOTS:
                       drawn.endsWith(path.section(u'\\', -1)) && drawn.startsWith("C:\\") &&
                           f.list->fontMetrics().horizontalAdvance(drawn) <= shown.width()),
                      qPrintable(drawn));
-        // A name cut short shows whole as its tooltip.
         if (drawn != path) {
             QHelpEvent help(QEvent::ToolTip, shown.center(), f.list->viewport()->mapToGlobal(shown.center()));
             QCoreApplication::sendEvent(f.list->viewport(), &help);
@@ -244,7 +243,6 @@ private Q_SLOTS:
         }
         QVERIFY(!f.panel->isVisible() || f.panel->geometry().right() < f.list->x() + f.list->viewport()->x());
         QVERIFY(screen.contains(f.window.frameGeometry()));
-        // The status bar's text shows whole.
         const auto* about = f.child<QLabel>("About");
         QVERIFY(about->parentWidget()->rect().contains(about->geometry()));
     }

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QGroupBox>
+#include <QMap>
 #include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -61,15 +62,6 @@ struct Started {
     }
 };
 
-CaptionLabel* versionLabel(QWidget* splash, int index) {
-    for (auto* label : splash->findChildren<CaptionLabel*>("LabVers")) {
-        if (label->property("index").toInt() == index) {
-            return label;
-        }
-    }
-    return nullptr;
-}
-
 } // namespace
 
 class tst_Splash : public QObject {
@@ -105,9 +97,13 @@ private Q_SLOTS:
                                     .arg(ZENTORIA_VERSION_MAJOR)
                                     .arg(ZENTORIA_VERSION_MINOR)
                                     .arg(ZENTORIA_VERSION_PATCH);
-        CaptionLabel* orange = versionLabel(s.splash, 0);
-        CaptionLabel* black = versionLabel(s.splash, 1);
-        QVERIFY(orange && black);
+        // The version twice: orange (index 0), and black over it.
+        QMap<int, CaptionLabel*> labels;
+        for (auto* label : s.splash->findChildren<CaptionLabel*>("LabVers")) {
+            labels[label->property("index").toInt()] = label;
+        }
+        QCOMPARE(labels.keys(), (QList<int>{0, 1}));
+        const CaptionLabel *orange = labels[0], *black = labels[1];
         QCOMPARE((QStringList{orange->caption(), black->caption()}), QStringList(2, version));
         QCOMPARE(geometryTwips(black).Left - geometryTwips(orange).Left, 35.0);
         QCOMPARE(geometryTwips(black).Top - geometryTwips(orange).Top, 10.0);

@@ -42,10 +42,6 @@ void prepareDataHome() {
     writeTheme("bare", {});
 }
 
-QColor colourOf(const QIcon& icon) {
-    return icon.pixmap(32, 32).toImage().pixelColor(16, 16);
-}
-
 } // namespace
 
 class tst_FileTypeIcons : public QObject {
@@ -87,7 +83,7 @@ private Q_SLOTS:
                 QCOMPARE(icon.pixmap(size, size).size(), QSize(size, size));
             }
         } else {
-            QCOMPARE(colourOf(icon), colour);
+            QCOMPARE(icon.pixmap(32, 32).toImage().pixelColor(16, 16), colour);
         }
     }
 };

@@ -131,8 +131,7 @@ private Q_SLOTS:
         QCOMPARE(result.written + result.toolsStarted, QStringList());
 
         const std::unique_ptr<frmMain> window = Main({"zentoria"});
-        QVERIFY(window);
-        QVERIFY(window->findChild<QWidget*>("frmSplash"));
+        QVERIFY(window && window->findChild<QWidget*>("frmSplash"));
     }
 
     void installedFilesSayTheSame() {

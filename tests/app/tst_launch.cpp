@@ -79,30 +79,23 @@ private Q_SLOTS:
         }
     }
 
-    void printsAndExits_data() {
-        addColumns<QString, QString>("option", "output");
-
-        addRow("--help", "--help", "Usage: zentoria [REPORT]");
-        addRow("-h", "-h", "Usage: zentoria [REPORT]");
-        addRow("--version", "--version", "zentoria " ZENTORIA_VERSION "\n");
-    }
-
     void printsAndExits() {
-        QFETCH(QString, option);
-        QFETCH(QString, output);
-
-        QVERIFY(commandLineAnswer(option).value_or(QString()).startsWith(output));
-        Program program;
-        // No display is needed to answer.
-        for (const char* display : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
-            program.environment.remove(display);
+        for (const auto& [option, output] : {std::pair{"--help", "Usage: zentoria [REPORT]"},
+                                             {"-h", "Usage: zentoria [REPORT]"},
+                                             {"--version", "zentoria " ZENTORIA_VERSION "\n"}}) {
+            QVERIFY2(commandLineAnswer(option).value_or(QString()).startsWith(output), option);
+            Program program;
+            // No display is needed to answer.
+            for (const char* display : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+                program.environment.remove(display);
+            }
+            program.start(ZENTORIA_BINARY, {option});
+            QVERIFY(program.process.waitForFinished(10000));
+            QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(program.process.exitCode(), 0);
+            QVERIFY(QString::fromUtf8(program.process.readAllStandardOutput()).startsWith(output));
+            QCOMPARE(program.process.readAllStandardError(), QByteArray());
         }
-        program.start(ZENTORIA_BINARY, {option});
-        QVERIFY(program.process.waitForFinished(10000));
-        QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(program.process.exitCode(), 0);
-        QVERIFY(QString::fromUtf8(program.process.readAllStandardOutput()).startsWith(output));
-        QCOMPARE(program.process.readAllStandardError(), QByteArray());
     }
 
     void aReportNamedLikeAnOption() {

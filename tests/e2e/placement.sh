@@ -23,7 +23,8 @@ set -euo pipefail
 zentoria=$1
 report=$2
 settings="$XDG_CONFIG_HOME/zentoria.conf"
-fail() { echo "FAIL: $*"; exit 1; }
+fail() { echo "FAIL: $*" >&2; exit 1; }
+trap 'echo "FAIL: line $LINENO: $BASH_COMMAND"' ERR
 
 openbox >/dev/null 2>&1 &
 for _ in $(seq 50); do xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q window && break; sleep 0.1; done

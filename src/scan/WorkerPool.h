@@ -22,7 +22,6 @@ public:
     WorkerPool(const WorkerPool&) = delete;
     WorkerPool& operator=(const WorkerPool&) = delete;
 
-    int threadCount() const { return int(m_threads.size()); }
     void start(std::function<void()> task);
     // Whether every task started has ended, waiting at most `ms` milliseconds for it.
     bool waitForDone(int ms);

@@ -149,11 +149,8 @@ void CollectionCheck::submnuCheckFolder_Click() {
 CollectionCheck::FolderResult CollectionCheck::shownAsReport(const scan::ScanResult& scanned,
                                                              const QStringList& checked) {
     FolderResult shown{scan::reportOf(scanned, madeHere(checked)), scanned.counts};
-    // A file the report cannot name (a line break in its name) was probed, but is told as not checked:
-    // the end line, the message and the kinds' counts say one thing.
-    const qsizetype refused = shown.report.failures.size() - scanned.failures.size();
-    shown.counts.unreadable += refused;
-    shown.counts.failed += refused;
+    // The scanner told a file no report can name as not checked already; the kinds count what the
+    // report holds, so that the end line, the message and the kinds' tooltips say one thing.
     shown.counts.perKind = {};
     for (const ReportEntry& entry : shown.report.entries) {
         shown.counts.perKind.add(entry.Kind);

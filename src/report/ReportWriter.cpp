@@ -43,7 +43,11 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
     line(kWrittenByStart.toByteArray() + oneLine(origin.program) + ' ' + oneLine(origin.version) +
          kWrittenByEnd.toByteArray() +
          (origin.names == NameReading::AsText ? ", names as Windows wrote them" : ""));
-    line("  Checked: " + oneLine(origin.folders.join(QStringLiteral("; "))));
+    line("  Checked: " + oneLine(origin.folders.join(QStringLiteral("; "))) +
+         (origin.followedSince.isValid()
+              ? ", followed since it was opened on " +
+                    origin.followedSince.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")).toUtf8()
+              : QByteArray()));
     line(problemFilesLine(entries.size(), {origin.notRead, origin.endedEarly, origin.leftOut}));
     if (origin.recheck) {
         const QByteArray kept = " (listed with their earlier kind)";

@@ -26,6 +26,9 @@ struct ReportOrigin {
     // keep their earlier kind).
     qsizetype notChecked = 0;
     bool recheck = false;
+    // Set when the files were followed while the report was open rather than checked again: the report
+    // says since when, and the files it did not see change keep their earlier kind.
+    QDateTime followedSince = QDateTime();
     // A re-check's: the listed files under a folder it could not reach (kept with their earlier kind),
     // and the records of the report it could not read, this time or any time before.
     qsizetype unreachable = 0;

@@ -32,6 +32,7 @@ const Setting SafeInitialTVWidth{{}, kSafe, QStringLiteral("Initial TV Width"), 
 const Setting PathMap{{}, kPreferences, QStringLiteral("PathMap"), {}};
 const Setting TagEditor{{}, kPreferences, QStringLiteral("TagEditor"), {}};
 const Setting LastCheckedFolder{{}, kPreferences, QStringLiteral("LastCheckedFolder"), {}};
+const Setting FollowFixes{{}, kPreferences, QStringLiteral("FollowFixes"), QStringLiteral("1")};
 } // namespace settings
 
 namespace {

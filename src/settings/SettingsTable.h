@@ -39,6 +39,8 @@ extern const Setting PathMap;
 extern const Setting TagEditor;
 // The folder File > Check Folder checked last, where its dialog starts.
 extern const Setting LastCheckedFolder;
+// "1" while Tools > Follow Fixes is on: the open report's files are watched and their mending shown.
+extern const Setting FollowFixes;
 } // namespace settings
 
 QString read(const Setting& setting);

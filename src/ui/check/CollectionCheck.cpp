@@ -1,7 +1,6 @@
 #include "CollectionCheck.h"
 
 #include "CheckProgress.h"
-#include "FailureWording.h"
 #include "Version.h"
 #include "report/FileNameForm.h"
 #include "report/ReportReader.h"
@@ -10,6 +9,7 @@
 #include "settings/Preferences.h"
 #include "settings/Texts.h"
 #include "ui/common/CommonDialog.h"
+#include "ui/common/FailureWording.h"
 #include "ui/common/MenuItems.h"
 #include "ui/common/PathQuestion.h"
 #include "ui/document/ReportDocument.h"

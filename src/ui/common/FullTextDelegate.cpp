@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QHelpEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QTextDocument>
 #include <QToolTip>
@@ -26,14 +27,72 @@ void FullTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     initStyleOption(&shown, index);
     const QWidget* widget = option.widget;
     QStyle* style = widget ? widget->style() : QApplication::style();
+    const auto mark = TextMark(index.data(kMarkRole).toInt());
+    if (mark != TextMark::None) {
+        // Dimmed, but still to be read: halfway between the text's colour and the background's.
+        const QColor text = shown.palette.color(QPalette::Text);
+        const QColor base = shown.palette.color(QPalette::Base);
+        shown.palette.setColor(QPalette::Text,
+                               QColor((text.red() + base.red()) / 2, (text.green() + base.green()) / 2,
+                                      (text.blue() + base.blue()) / 2));
+        shown.font.setStrikeOut(mark == TextMark::Gone);
+        shown.fontMetrics = QFontMetrics(shown.font);
+    }
+    const QString note = index.data(kNoteRole).toString();
+    const QRect textRect = style->subElementRect(QStyle::SE_ItemViewItemText, &shown, widget);
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
+    const QFontMetrics& metrics = shown.fontMetrics;
+    const int tick = mark == TextMark::Done ? metrics.height() : 0;
+    const int noteWidth = note.isEmpty() ? 0 : metrics.horizontalAdvance(note) + tick + metrics.height();
     // A path cut in the middle keeps its file's whole name where there is room for it. Only what is
     // drawn is cut: the size hint, which tells whether the tooltip is needed, measures the whole text.
-    if (shown.textElideMode == Qt::ElideMiddle && !shown.text.isEmpty()) {
-        const QRect text = style->subElementRect(QStyle::SE_ItemViewItemText, &shown, widget);
-        const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
-        shown.text = elidePath(shown.text, shown.fontMetrics, text.width() - 2 * margin);
+    if ((shown.textElideMode == Qt::ElideMiddle || noteWidth > 0) && !shown.text.isEmpty()) {
+        shown.text = elidePath(shown.text, metrics, std::max(0, textRect.width() - 2 * margin - noteWidth));
     }
     style->drawControl(QStyle::CE_ItemViewItem, &shown, painter, widget);
+    if (noteWidth > 0) {
+        drawNote(painter, shown, textRect, margin, note, tick);
+    }
+}
+
+void FullTextDelegate::drawNote(QPainter* painter, const QStyleOptionViewItem& shown, const QRect& textRect,
+                                int margin, const QString& note, int tick) const {
+    const QFontMetrics& metrics = shown.fontMetrics;
+    const bool selected = shown.state & QStyle::State_Selected;
+    const QColor colour = shown.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    QFont font = shown.font;
+    font.setStrikeOut(false);
+    painter->save();
+    painter->setClipRect(textRect);
+    painter->setPen(colour);
+    painter->setFont(font);
+    int x = textRect.left() + margin + metrics.horizontalAdvance(shown.text) + metrics.height() / 2;
+    if (tick > 0) {
+        // Drawn rather than a glyph, which not every font has; as thick as the text is, at any scale.
+        const QRectF box(x, textRect.center().y() - tick / 3.0, tick * 0.6, tick * 0.6);
+        QPen pen(colour, std::max(1.5, tick / 8.0));
+        pen.setCapStyle(Qt::RoundCap);
+        painter->setPen(pen);
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->drawPolyline(QPolygonF{{box.left(), box.center().y()},
+                                        {box.left() + box.width() * 0.4, box.bottom()},
+                                        {box.right(), box.top()}});
+        painter->setPen(colour);
+        x += tick;
+    }
+    painter->drawText(QRect(x, textRect.top(), textRect.right() - x, textRect.height()),
+                      Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, note);
+    painter->restore();
+}
+
+QSize FullTextDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    // The note is part of what the item needs to be seen whole.
+    if (const QString note = index.data(kNoteRole).toString(); !note.isEmpty()) {
+        const QFontMetrics metrics(option.font);
+        size.rwidth() += metrics.horizontalAdvance(note) + 2 * metrics.height();
+    }
+    return size;
 }
 
 int FullTextDelegate::readableWidth(const QStyleOptionViewItem& option, const QModelIndex& index,

@@ -4,9 +4,16 @@
 
 namespace zentoria {
 
+// How an item's text is marked: a file whose state was followed since the report was opened.
+enum class TextMark { None, Done, Gone };
+// The roles for it: a short note drawn after the text, and the mark (a TextMark as int). A done item
+// gets a check mark before its note, and its text dimmed; a gone one is dimmed and struck through.
+inline constexpr int kNoteRole = Qt::UserRole + 8;
+inline constexpr int kMarkRole = Qt::UserRole + 9;
+
 // Draws items as usual, but within the part of the view that its scroll bar can bring into sight: a
 // text that reaches past it is shortened as the view shortens texts (in the middle, say) to that part,
-// not to its column. An
+// not to its column; a note (kNoteRole) after it takes its room first. An
 // item whose text the view shows only in part shows its whole text as a tooltip. Other items show
 // their tooltip data, if any.
 class FullTextDelegate : public QStyledItemDelegate {
@@ -17,11 +24,17 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     // The least width an item of this text needs for its shortened form to keep the file's name whole.
     int readableWidth(const QStyleOptionViewItem& option, const QModelIndex& index,
                       const QString& text) const;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
+
+private:
+    // The note after the text as drawn, with a check mark `tick` wide before it when tick > 0.
+    void drawNote(QPainter* painter, const QStyleOptionViewItem& shown, const QRect& textRect, int margin,
+                  const QString& note, int tick) const;
 };
 
 // The path shortened to the width, in the middle: its folders give way first ("C:\Music\Qu…\01 -

@@ -206,7 +206,7 @@ void ReportDocument::setSource(Source source, const QString& path, const QString
         m_recent->add(m_path);
     }
     submnuReload->setEnabled(!m_reloadFrom.isEmpty());
-    submnuSaveAs->setEnabled(!isSaved());
+    updateSaveAs();
     updateTitleAndAddress();
 }
 
@@ -229,8 +229,18 @@ bool ReportDocument::maySetAside() {
     }
 }
 
+void ReportDocument::setRewrite(std::function<std::optional<Rewrite>()> rewrite) {
+    m_rewrite = std::move(rewrite);
+    updateSaveAs();
+}
+
+void ReportDocument::updateSaveAs() {
+    submnuSaveAs->setEnabled(!isSaved() || (m_rewrite && m_rewrite()));
+}
+
 bool ReportDocument::saveAs() {
-    if (isSaved()) {
+    const std::optional<Rewrite> rewrite = m_rewrite ? m_rewrite() : std::nullopt;
+    if (isSaved() && !rewrite) {
         return true;
     }
     CommonDialog& dialog = *m_window.dialog;
@@ -241,7 +251,8 @@ bool ReportDocument::saveAs() {
     // "Music.vzt", or "music now.vzt" for the files of music.vzt checked again.
     const QStringList recent = recentReports();
     const QString folder = recent.isEmpty() ? QDir::homePath() : QFileInfo(recent.first()).absolutePath();
-    QString checked = m_origin.folders.value(0).section(u'/', -1).section(u'\\', -1);
+    QString checked =
+        (rewrite ? rewrite->origin : m_origin).folders.value(0).section(u'/', -1).section(u'\\', -1);
     if (checked.endsWith(QStringLiteral(".vzt"), Qt::CaseInsensitive) ||
         checked.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive)) {
         checked = uiText(txt::RecheckFileName).arg(checked.chopped(4));
@@ -255,13 +266,15 @@ bool ReportDocument::saveAs() {
     if (QFileInfo(file).suffix().isEmpty()) {
         file += QStringLiteral(".vzt");
     }
-    if (QString error; !saveReport(file, reportBytes(m_origin, entries()), &error)) {
+    const ReportOrigin& origin = rewrite ? rewrite->origin : m_origin;
+    const QByteArray bytes = rewrite ? reportBytes(origin, rewrite->entries) : reportBytes(origin, entries());
+    if (QString error; !saveReport(file, bytes, &error)) {
         tell(uiText(txt::SaveFailed).arg(file, error));
         return false;
     }
     // Saved, the report is a file like any other, whose names read as they were written.
-    ReportOrigin saved = lacking({m_origin.notRead, m_origin.endedEarly, m_origin.leftOut});
-    saved.names = m_origin.names;
+    ReportOrigin saved = lacking({origin.notRead, origin.endedEarly, origin.leftOut});
+    saved.names = origin.names;
     setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, std::move(saved));
     return true;
 }

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 class QAction;
 class QFileSystemWatcher;
@@ -81,6 +82,17 @@ public:
     // At start: tells of a result kept by keepForRecovery at the last run.
     void tellOfRecovery();
 
+    // What Save Report As writes instead of the entries shown, when another knows more of them (what
+    // following the fixes has seen); none: the entries as shown. Save Report As is offered while a
+    // rewrite is there.
+    struct Rewrite {
+        QList<ReportEntry> entries;
+        ReportOrigin origin;
+    };
+    void setRewrite(std::function<std::optional<Rewrite>()> rewrite);
+    // Save Report As is offered anew: whether a rewrite is there may have changed.
+    void updateSaveAs();
+
 Q_SIGNALS:
     // Another report is on screen (the list is empty, nothing of the last one is selected).
     void shown();
@@ -122,6 +134,7 @@ private:
     // Whether what is being dragged over the window is a report, decided when it entered.
     bool m_dragIsReport = false;
     QFileSystemWatcher* m_watcher;
+    std::function<std::optional<Rewrite>()> m_rewrite;
     RecentReports* m_recent;
     QAction* submnuReload;
     QAction* submnuSaveAs;

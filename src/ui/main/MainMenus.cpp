@@ -5,6 +5,7 @@
 #include "ui/common/ImageList.h"
 #include "ui/common/MenuItems.h"
 #include "ui/document/ReportDocument.h"
+#include "ui/follow/FixFollowing.h"
 #include "ui/handoff/FileHandOff.h"
 
 #include <QAction>
@@ -53,6 +54,7 @@ void frmMain::createMenus() {
     submnuWebStyle->setChecked(true);
     mnuTools->addAction(submnuWebStyle);
     mnuTools->addAction(m_check->recheckAction());
+    mnuTools->addAction(m_follow->followAction());
     mnuTools->addSeparator();
     mnuTools->addAction(m_handOff->preferencesAction());
 

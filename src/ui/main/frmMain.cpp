@@ -17,6 +17,7 @@
 #include "ui/common/Named.h"
 #include "ui/common/PictureBox.h"
 #include "ui/document/ReportDocument.h"
+#include "ui/follow/FixFollowing.h"
 #include "ui/handoff/FileHandOff.h"
 #include "ui/panel/PanelScrollBar.h"
 #include "ui/panel/WebPanel.h"
@@ -87,6 +88,7 @@ frmMain::frmMain(QWidget* parent)
     m_check = new CollectionCheck({served, m_document, m_handOff->preferencesAction()}, this);
     SB->setWorkWidget(m_check->progressWidget());
     connect(m_check->progressWidget(), &CheckProgress::ended, SB, &StatusBar::showMessage);
+    m_follow = new FixFollowing({m_document, LV->listModel(), SB->panel(QStringLiteral("Blank"))}, this);
     createMenus();
     updateMinimumSize(readLayoutInput());
     const QRect client = twipsRectToPixels(0, 0, kClientWidth, kClientHeight, logicalDpi(this));

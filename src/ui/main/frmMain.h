@@ -18,6 +18,7 @@ class CollectionCheck;
 class CommonDialog;
 class FileHandOff;
 class FileListView;
+class FixFollowing;
 class ImageList;
 class MenuDecorator;
 class PanelScrollBar;
@@ -108,6 +109,7 @@ private:
     ReportDocument* m_document = nullptr;
     FileHandOff* m_handOff = nullptr;
     CollectionCheck* m_check = nullptr;
+    FixFollowing* m_follow = nullptr;
 
     QWidget* m_client = nullptr;
     PictureBox* pctBorders = nullptr;

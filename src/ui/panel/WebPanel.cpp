@@ -165,6 +165,12 @@ void WebPanel::describe(const QTreeView* list) {
     // A refill drops the selection without a word, and a sort puts the names in another order.
     connect(list->model(), &QAbstractItemModel::modelReset, this, &WebPanel::scheduleRefresh);
     connect(list->model(), &QAbstractItemModel::layoutChanged, this, &WebPanel::scheduleRefresh);
+    // A file's state changes while the fixes are followed.
+    connect(list->model(), &QAbstractItemModel::dataChanged, this, [this] {
+        if (m_list->selectionModel()->hasSelection()) {
+            scheduleRefresh();
+        }
+    });
 }
 
 void WebPanel::prepare() {
@@ -337,7 +343,11 @@ void WebPanel::ShowItemInfo() {
 
     WebItemName->setCaption(describe ? doubleAmpersands(cell(m_list, row, 0)) : QString());
     setTopTwips(WebItemName, bottomOf(pctWebLine) + kGapUnderLine);
-    WebItemType->setCaption(describe ? ProblemKindText(cell(m_list, row, 0, kKeyRole)) : QString());
+    // What following the fixes saw of the file, under its kind.
+    const QString state = describe ? cell(m_list, row, 0, Qt::ToolTipRole) : QString();
+    WebItemType->setCaption(describe ? ProblemKindText(cell(m_list, row, 0, kKeyRole)) +
+                                           (state.isEmpty() ? QString() : u'\r' + doubleAmpersands(state))
+                                     : QString());
     setTopTwips(WebItemType, bottomOf(WebItemName));
     WebToolTip->hide();
     setTopTwips(WebToolTip, bottomOf(WebItemType));

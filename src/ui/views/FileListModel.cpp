@@ -1,7 +1,10 @@
 #include "FileListModel.h"
 
+#include "FollowedLook.h"
 #include "report/ListOrder.h"
 #include "report/NodeCollection.h"
+
+#include <QSet>
 
 #include <algorithm>
 #include <numeric>
@@ -69,7 +72,34 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     case LargeIconRole:
         return m_largeIcon;
     default:
-        return {};
+        break;
+    }
+    const int position = m_rows.at(index.row());
+    const qsizetype entry = position - m_nodes.folderCount() - 1;
+    if (m_states && m_nodes.isEntry(position) && entry < m_states->size()) {
+        return followedData(m_states->at(entry), role, text(index.row()));
+    }
+    return {};
+}
+
+void FileListModel::setFollowStates(const follow::FollowStates* states) {
+    m_states = states;
+    if (!m_rows.isEmpty() && columnCount() > 0) {
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+    }
+}
+
+void FileListModel::followedChanged(const QList<qsizetype>& entries) {
+    if (m_rows.isEmpty() || entries.isEmpty() || columnCount() == 0) {
+        return;
+    }
+    // One pass over the rows, whatever the number of entries that changed.
+    const QSet<qsizetype> changed(entries.cbegin(), entries.cend());
+    const int first = m_nodes.folderCount() + 1;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (changed.contains(m_rows.at(row) - first)) {
+            Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+        }
     }
 }
 

@@ -7,6 +7,10 @@
 
 namespace zentoria {
 
+namespace follow {
+class FollowStates;
+}
+
 class NodeCollection;
 
 // The file list as an item model: the children of one tree node, each row standing for a tree
@@ -32,6 +36,11 @@ public:
     void setItems(const QString& parentKey, QList<int> positions, const QIcon& largeIcon);
     // Replaces every column by one.
     void setSingleColumn(const QString& key, const QString& caption);
+    // The states of the report's entries while its fixes are followed (by entry index), which the items
+    // show; nullptr while nothing is followed. The states must outlive their use here.
+    void setFollowStates(const follow::FollowStates* states);
+    // These entries' states changed: their rows are drawn anew.
+    void followedChanged(const QList<qsizetype>& entries);
 
     // The key of the node whose children are listed; empty when nothing is.
     const QString& parentKey() const { return m_parentKey; }
@@ -65,6 +74,7 @@ private:
     static QList<int> turnedRound(const QList<QStringView>& texts);
 
     const NodeCollection& m_nodes;
+    const follow::FollowStates* m_states = nullptr;
     QString m_parentKey;
     QList<int> m_rows;
     QIcon m_largeIcon;

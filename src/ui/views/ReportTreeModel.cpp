@@ -1,8 +1,10 @@
 #include "ReportTreeModel.h"
 
+#include "FollowedLook.h"
 #include "settings/Texts.h"
 
 #include <QLocale>
+#include <QSet>
 
 namespace zentoria {
 
@@ -143,9 +145,53 @@ QVariant ReportTreeModel::data(const QModelIndex& index, int role) const {
     case KeyRole:
         return m_nodes.key(position);
     case Qt::ToolTipRole:
-        return toolTip(position);
+        if (!m_nodes.isEntry(position)) {
+            return toolTip(position);
+        }
+        break;
     default:
-        return {};
+        break;
+    }
+    const qsizetype entry = position - m_nodes.folderCount() - 1;
+    if (m_states && m_nodes.isEntry(position) && entry < m_states->size()) {
+        return followedData(m_states->at(entry), role, m_nodes.text(position));
+    }
+    return {};
+}
+
+void ReportTreeModel::setFollowStates(const follow::FollowStates* states) {
+    m_states = states;
+    // Every entry and kind at once: a range a kind.
+    for (ProblemKind kind : {ProblemKind::ID3v1, ProblemKind::ID3v2, ProblemKind::ID3v0}) {
+        const QModelIndex shown = indexOf(m_nodes.kindPosition(kind));
+        if (!shown.isValid()) {
+            continue;
+        }
+        Q_EMIT dataChanged(shown, shown, {Qt::ToolTipRole});
+        if (const int children = announcedChildren(m_nodes.kindPosition(kind)); children > 0) {
+            Q_EMIT dataChanged(index(0, 0, shown), index(children - 1, 0, shown));
+        }
+    }
+}
+
+void ReportTreeModel::followedChanged(const QList<qsizetype>& entries) {
+    const int first = m_nodes.folderCount() + 1;
+    QSet<int> kinds;
+    for (qsizetype entry : entries) {
+        if (entry >= m_nodes.entryCount()) {
+            continue;
+        }
+        const int position = first + int(entry);
+        kinds.insert(m_nodes.parentPosition(position));
+        // Only entries the views were told of have an index.
+        if (const QModelIndex shown = indexOf(position); shown.isValid()) {
+            Q_EMIT dataChanged(shown, shown);
+        }
+    }
+    for (int kind : kinds) {
+        if (const QModelIndex shown = indexOf(kind); shown.isValid()) {
+            Q_EMIT dataChanged(shown, shown, {Qt::ToolTipRole});
+        }
     }
 }
 
@@ -158,7 +204,18 @@ QString ReportTreeModel::toolTip(int position) const {
         return count == 1 ? uiText(txt::OneFile) : uiText(txt::Files).arg(QLocale().toString(count));
     };
     if (m_nodes.parentPosition(position) != 0) {
-        return files(m_nodes.childCount(position));
+        if (!m_states) {
+            return files(m_nodes.childCount(position));
+        }
+        // How many of the kind's files were fixed since the report was opened.
+        qsizetype fixed = 0;
+        const int first = m_nodes.folderCount() + 1;
+        for (int child : m_nodes.children(position)) {
+            const qsizetype entry = child - first;
+            fixed +=
+                entry < m_states->size() && m_states->at(entry).state == follow::FileState::Fixed ? 1 : 0;
+        }
+        return files(m_nodes.childCount(position)) + u'\n' + fixedAmong(fixed, m_nodes.childCount(position));
     }
     QString tip = files(m_nodes.entryCount());
     if (!m_creationDate.isEmpty()) {

@@ -7,6 +7,10 @@
 
 namespace zentoria {
 
+namespace follow {
+class FollowStates;
+}
+
 // The report tree as an item model over the node collection, which is the one store of the nodes.
 // An index's internal id is its node's position.
 class ReportTreeModel : public QAbstractItemModel {
@@ -45,6 +49,12 @@ public:
     // What the report's closing line gives as its date of creation, for the root's tooltip.
     void setCreationDate(const QString& date) { m_creationDate = date; }
 
+    // The states of the entries while the report's fixes are followed, which the entries show and the
+    // kinds' tooltips count; nullptr while nothing is followed. They must outlive their use here.
+    void setFollowStates(const follow::FollowStates* states);
+    // These entries' states changed: they and their kinds are drawn anew.
+    void followedChanged(const QList<qsizetype>& entries);
+
     // The image of folder nodes (closed normally, open while selected); entries have none.
     void setFolderIcon(const QIcon& icon) { m_folderIcon = icon; }
 
@@ -71,6 +81,7 @@ private:
     void announcePendingEntries();
 
     NodeCollection m_nodes;
+    const follow::FollowStates* m_states = nullptr;
     // By folder position - 1.
     QList<int> m_announced;
     bool m_batching = false;

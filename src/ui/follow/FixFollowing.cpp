@@ -1,0 +1,122 @@
+#include "FixFollowing.h"
+
+#include "Version.h"
+#include "follow/FixFollower.h"
+#include "settings/Preferences.h"
+#include "ui/common/MenuItems.h"
+#include "ui/common/PathQuestion.h"
+#include "ui/document/ReportDocument.h"
+#include "ui/views/FileListModel.h"
+#include "ui/views/FollowedLook.h"
+#include "ui/views/ReportTreeModel.h"
+
+#include <QAction>
+#include <QLabel>
+
+namespace zentoria {
+
+FixFollowing::FixFollowing(Window window, QObject* parent)
+    : QObject(parent)
+    , m_window(window)
+    , m_document(window.document)
+    , m_list(window.list)
+    , m_follower(new follow::FixFollower(this))
+    , submnuFollowFixes(namedAction(this, "submnuFollowFixes", QStringLiteral("&Follow Fixes"))) {
+    submnuFollowFixes->setCheckable(true);
+    submnuFollowFixes->setChecked(readBoolean(settings::FollowFixes));
+    connect(submnuFollowFixes, &QAction::toggled, this, &FixFollowing::submnuFollowFixes_Click);
+    // Once the document says who made what it shows, which tells how its names lead to files.
+    connect(m_window.document, &ReportDocument::shown, this, &FixFollowing::restart, Qt::QueuedConnection);
+    connect(m_follower, &follow::FixFollower::changed, this, &FixFollowing::changed);
+    // What is still to do, as a re-check would write it, once following saw anything the report does
+    // not say.
+    m_window.document->setRewrite([this]() -> std::optional<ReportDocument::Rewrite> {
+        const follow::FollowStates& states = m_follower->states();
+        const ReportDocument& document = *m_window.document;
+        if (!m_follower->isFollowing() || !states.anyChange() || states.size() != document.entries().size()) {
+            return std::nullopt;
+        }
+        const follow::StillToDo left = follow::stillToDo(document.entries(), states);
+        const ReportOrigin& before = document.origin();
+        ReportOrigin made{QStringLiteral("Zentoria"), QStringLiteral(ZENTORIA_VERSION),
+                          document.path().isEmpty() ? before.folders : QStringList{document.path()}};
+        made.recheck = true;
+        made.followedSince = m_since;
+        made.notChecked = left.notFound;
+        made.notRead = before.notRead;
+        made.endedEarly = before.endedEarly;
+        made.leftOut = before.leftOut;
+        made.names = before.names;
+        return ReportDocument::Rewrite{left.entries, made};
+    });
+    restart();
+}
+
+FixFollowing::~FixFollowing() {
+    // The views must not ask for states that go with the follower, where they outlive it.
+    if (m_list) {
+        m_list->setFollowStates(nullptr);
+    }
+    if (m_document) {
+        m_document->model()->setFollowStates(nullptr);
+        m_document->setRewrite({});
+    }
+}
+
+void FixFollowing::setWatchLimit(qsizetype folders) {
+    m_follower->setWatchLimit(folders);
+    restart();
+}
+
+void FixFollowing::submnuFollowFixes_Click(bool on) {
+    write(settings::FollowFixes, on ? QStringLiteral("1") : QStringLiteral("0"));
+    restart();
+}
+
+void FixFollowing::restart() {
+    m_follower->stop();
+    m_window.list->setFollowStates(nullptr);
+    m_window.document->model()->setFollowStates(nullptr);
+    m_window.status->clear();
+    const QList<ReportEntry>& entries = m_window.document->entries();
+    if (!submnuFollowFixes->isChecked() || entries.isEmpty()) {
+        m_window.document->updateSaveAs();
+        return;
+    }
+    // Where each file is here, as a re-check finds it: Windows paths through the stored mappings, read
+    // as the report's maker wrote them. A Windows path no mapping covers is not here and not followed.
+    const PathMappings mapping = storedPathMappings();
+    const NameReading names = m_window.document->origin().names;
+    QList<follow::FollowedFile> files;
+    files.reserve(entries.size());
+    for (const ReportEntry& entry : entries) {
+        const QString local = mapping.map(entry.Path);
+        files.append({local.startsWith(u'/') ? shownFileName(local, names) : QString(), entry.Kind});
+    }
+    m_follower->follow(files);
+    m_since = QDateTime::currentDateTime();
+    m_window.list->setFollowStates(&m_follower->states());
+    m_window.document->model()->setFollowStates(&m_follower->states());
+    showCount();
+    m_window.document->updateSaveAs();
+}
+
+void FixFollowing::changed(const QList<qsizetype>& entries) {
+    m_window.list->followedChanged(entries);
+    m_window.document->model()->followedChanged(entries);
+    showCount();
+    m_window.document->updateSaveAs();
+}
+
+void FixFollowing::showCount() {
+    // Nothing here to follow (a Windows report no mapping leads to): nothing to count either.
+    if (m_follower->followedFiles() == 0 && m_follower->foldersOverLimit() == 0) {
+        m_window.status->clear();
+        return;
+    }
+    const QString line = followedLine(m_follower->states(), m_follower->foldersOverLimit());
+    m_window.status->setText(line);
+    m_window.status->setToolTip(line);
+}
+
+} // namespace zentoria

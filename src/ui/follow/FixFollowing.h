@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QDateTime>
+#include <QObject>
+#include <QPointer>
+
+class QAction;
+class QLabel;
+
+namespace zentoria {
+
+class FileListModel;
+class ReportDocument;
+
+namespace follow {
+class FixFollower;
+}
+
+// Tools > Follow Fixes: while a report is open, its files on this computer are followed as the user
+// mends them (follow::FixFollower), and the list, the tree, the panel and the status bar show what was
+// seen: fixed, still lacking, lacking something else, gone. Every report shown (opened, reloaded,
+// checked again) is followed afresh. The report file is never changed; Save Report As writes what is
+// still to do. Off, nothing is watched.
+class FixFollowing : public QObject {
+    Q_OBJECT
+
+public:
+    struct Window {
+        ReportDocument* document = nullptr;
+        FileListModel* list = nullptr;
+        // The status bar's panel for the count.
+        QLabel* status = nullptr;
+    };
+
+    FixFollowing(Window window, QObject* parent);
+    ~FixFollowing() override;
+
+    QAction* followAction() const { return submnuFollowFixes; }
+    const follow::FixFollower& follower() const { return *m_follower; }
+    // For tests: the system's limit of watches as if it were this many folders.
+    void setWatchLimit(qsizetype folders);
+
+private:
+    void submnuFollowFixes_Click(bool on);
+    // Follows the document's files afresh, or nothing when following is off.
+    void restart();
+    void changed(const QList<qsizetype>& entries);
+    void showCount();
+
+    Window m_window;
+    QPointer<ReportDocument> m_document;
+    QPointer<FileListModel> m_list;
+    follow::FixFollower* m_follower;
+    // When the report shown was first followed.
+    QDateTime m_since;
+    QAction* submnuFollowFixes;
+};
+
+} // namespace zentoria

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "follow/FollowStates.h"
+
+#include <QVariant>
+
+namespace zentoria {
+
+// What the views show of a listed file while its fixes are followed, by role: the short note after its
+// name (kNoteRole), how its name is marked (kMarkRole), the sentence that the panel and the tooltip
+// give (Qt::ToolTipRole) and, for a screen reader, the name with its state (Qt::AccessibleTextRole).
+// Nothing for a file as the report lists it, so that such a file looks as it always did.
+QVariant followedData(const follow::Seen& seen, int role, const QString& name);
+
+// The status bar's line for what following has seen: "12 of 300 fixed since the report was opened",
+// what else changed, and the folders past the system's limit of watches.
+QString followedLine(const follow::FollowStates& states, qsizetype foldersOverLimit);
+
+// The same count for the entries of one kind, for its tooltip.
+QString fixedAmong(qsizetype fixed, qsizetype listed);
+
+} // namespace zentoria

@@ -109,12 +109,15 @@ void FixFollowing::changed(const QList<qsizetype>& entries) {
 }
 
 void FixFollowing::showCount() {
-    // Nothing here to follow (a Windows report no mapping leads to): nothing to count either.
-    if (m_follower->followedFiles() == 0 && m_follower->foldersOverLimit() == 0) {
+    // Said once something was seen (the report's word stands until then), or when folders cannot be
+    // followed.
+    const follow::FollowStates& states = m_follower->states();
+    if (states.count(follow::FileState::AsListed) == states.size() && m_follower->foldersOverLimit() == 0) {
         m_window.status->clear();
+        m_window.status->setToolTip({});
         return;
     }
-    const QString line = followedLine(m_follower->states(), m_follower->foldersOverLimit());
+    const QString line = followedLine(states, m_follower->foldersOverLimit());
     m_window.status->setText(line);
     m_window.status->setToolTip(line);
 }

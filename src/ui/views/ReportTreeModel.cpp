@@ -207,15 +207,20 @@ QString ReportTreeModel::toolTip(int position) const {
         if (!m_states) {
             return files(m_nodes.childCount(position));
         }
-        // How many of the kind's files were fixed since the report was opened.
+        // How many of the kind's files were fixed since the report was opened, said once one of them
+        // was seen to change.
         qsizetype fixed = 0;
+        bool seen = false;
         const int first = m_nodes.folderCount() + 1;
         for (int child : m_nodes.children(position)) {
             const qsizetype entry = child - first;
-            fixed +=
-                entry < m_states->size() && m_states->at(entry).state == follow::FileState::Fixed ? 1 : 0;
+            const follow::FileState state =
+                entry < m_states->size() ? m_states->at(entry).state : follow::FileState::AsListed;
+            fixed += state == follow::FileState::Fixed ? 1 : 0;
+            seen = seen || state != follow::FileState::AsListed;
         }
-        return files(m_nodes.childCount(position)) + u'\n' + fixedAmong(fixed, m_nodes.childCount(position));
+        const QString count = files(m_nodes.childCount(position));
+        return seen ? count + u'\n' + fixedAmong(fixed, m_nodes.childCount(position)) : count;
     }
     QString tip = files(m_nodes.entryCount());
     if (!m_creationDate.isEmpty()) {

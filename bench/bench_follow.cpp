@@ -1,12 +1,14 @@
 // How soon following shows files mended at once as fixed, against the floor of probing the same files,
 // and the memory following adds.
 //
-//   bench_follow [--files N] [--folders M] [--rewrite K] [--smoke]     defaults 10000, 1000, 1000
+//   bench_follow [--files N] [--folders M] [--rewrite K] [--smoke | --memory-only]
+//                                                        defaults 10000, 1000, 1000
 //
 // N files with a cover of about 100 KB and no ID3v1 tag, in M folders, are followed; then another
 // process, as a tag editor would be, gives K of them (spread over the folders) an ID3v1 tag through
 // TagLib: half in place, half in a new file renamed over the old one. Exits 1 when a target is missed,
-// or with --smoke only when following does not work.
+// or with --smoke only when following does not work; --memory-only leaves the time out (a test on a
+// loaded machine).
 #include "../tests/scan/Mp3Files.h"
 #include "PeakResident.h"
 #include "follow/FixFollower.h"
@@ -237,8 +239,10 @@ int main(int argc, char** argv) {
     const int folders = argument(arguments, QStringLiteral("--folders"), 1000);
     const int rewrite = argument(arguments, QStringLiteral("--rewrite"), 1000);
     const bool smoke = arguments.contains(QStringLiteral("--smoke"));
+    const bool timeCounts = !smoke && !arguments.contains(QStringLiteral("--memory-only"));
     if (files < 1 || folders < 1 || folders > files || rewrite < 1 || rewrite > files) {
-        return fail("usage: bench_follow [--files N] [--folders M <= N] [--rewrite K <= N] [--smoke]");
+        return fail("usage: bench_follow [--files N] [--folders M <= N] [--rewrite K <= N] [--smoke | "
+                    "--memory-only]");
     }
 
     QTemporaryDir dir;
@@ -354,12 +358,10 @@ int main(int argc, char** argv) {
     const bool fast = shownMs < double(kTargetMs);
     const bool small = addedKb < kTargetKb;
     if (!fast) {
-        std::printf("bench_follow: slower than %lld ms%s\n", kTargetMs,
-                    smoke ? " (not counted in a smoke run)" : "");
+        std::printf("bench_follow: slower than %lld ms%s\n", kTargetMs, timeCounts ? "" : " (not counted)");
     }
     if (!small) {
-        std::printf("bench_follow: more than %lld kB%s\n", kTargetKb,
-                    smoke ? " (not counted in a smoke run)" : "");
+        std::printf("bench_follow: more than %lld kB%s\n", kTargetKb, smoke ? " (not counted)" : "");
     }
-    return smoke || (fast && small) ? 0 : 1;
+    return (fast || !timeCounts) && (small || smoke) ? 0 : 1;
 }

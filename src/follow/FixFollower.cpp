@@ -45,6 +45,8 @@ void FixFollower::follow(const QList<FollowedFile>& files) {
     m_states.reset(files.size());
     m_asks = QList<quint32>(files.size(), 0);
     m_folders.clear();
+    m_entries.clear();
+    m_entries.reserve(files.size());
     m_followedFiles = 0;
     QHash<QByteArray, qsizetype> folderPlaces;
     for (qsizetype i = 0; i < files.size(); ++i) {
@@ -60,7 +62,8 @@ void FixFollower::follow(const QList<FollowedFile>& files) {
             place = folderPlaces.insert(folder, m_folders.size());
             m_folders.append({folder, {}});
         }
-        m_folders[*place].files[bytes.mid(slash + 1)].append(i);
+        m_folders[*place].entries.append(i);
+        m_entries.insert({*place, bytes.mid(slash + 1)}, i);
     }
     QList<QByteArray> paths;
     paths.reserve(m_folders.size());
@@ -71,9 +74,7 @@ void FixFollower::follow(const QList<FollowedFile>& files) {
     // A folder that is not watched gives no events: its files are left out of the count followed.
     for (qsizetype f = 0; f < m_folders.size(); ++f) {
         if (m_watch.watches(f)) {
-            for (const QList<qsizetype>& entries : std::as_const(m_folders.at(f).files)) {
-                m_followedFiles += entries.size();
-            }
+            m_followedFiles += m_folders.at(f).entries.size();
         }
     }
     m_following = true;
@@ -89,16 +90,11 @@ void FixFollower::stop() {
 }
 
 void FixFollower::filesChanged(const QList<std::pair<qsizetype, QByteArray>>& files) {
-    for (const auto& [folder, name] : files) {
-        if (folder >= m_folders.size()) {
-            continue;
-        }
-        const auto entries = m_folders.at(folder).files.constFind(name);
-        if (entries == m_folders.at(folder).files.cend()) {
-            continue; // a file the report does not list, the editor's temporary file among them
-        }
-        for (qsizetype entry : *entries) {
-            settleThenLook(entry);
+    // A file the report does not list, the editor's temporary file among them, finds no entry.
+    for (const auto& file : files) {
+        const auto [first, last] = m_entries.equal_range(file);
+        for (auto entry = first; entry != last; ++entry) {
+            settleThenLook(*entry);
         }
     }
 }
@@ -107,19 +103,15 @@ void FixFollower::folderGone(qsizetype folder) {
     if (folder >= m_folders.size()) {
         return;
     }
-    for (const QList<qsizetype>& entries : std::as_const(m_folders.at(folder).files)) {
-        for (qsizetype entry : entries) {
-            settleThenLook(entry);
-        }
+    for (qsizetype entry : m_folders.at(folder).entries) {
+        settleThenLook(entry);
     }
 }
 
 void FixFollower::everythingChanged() {
     for (const Folder& folder : std::as_const(m_folders)) {
-        for (const QList<qsizetype>& entries : folder.files) {
-            for (qsizetype entry : entries) {
-                settleThenLook(entry);
-            }
+        for (qsizetype entry : folder.entries) {
+            settleThenLook(entry);
         }
     }
 }
@@ -169,7 +161,8 @@ void FixFollower::lookAtSettled() {
             }
             // The follower waits for its tasks before it goes, so it is there to take the answer.
             QMetaObject::invokeMethod(
-                self.get(), [this, generation, seen = std::move(seen), asked] { looked(generation, seen, asked); },
+                self.get(),
+                [this, generation, seen = std::move(seen), asked] { looked(generation, seen, asked); },
                 Qt::QueuedConnection);
         });
     }

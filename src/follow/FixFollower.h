@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FollowStates.h"
 #include "FolderWatch.h"
+#include "FollowStates.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -67,8 +67,8 @@ Q_SIGNALS:
 private:
     struct Folder {
         QByteArray path;
-        // Entries by the file's name in the folder (a file the report names twice has two).
-        QHash<QByteArray, QList<qsizetype>> files;
+        // Its files' entries, all looked at when the folder itself goes.
+        QList<qsizetype> entries;
     };
 
     void filesChanged(const QList<std::pair<qsizetype, QByteArray>>& files);
@@ -83,6 +83,9 @@ private:
     FolderWatch::Added m_added;
     QList<FollowedFile> m_files;
     QList<Folder> m_folders;
+    // Entries by their folder's place and the file's name in it (a file the report names twice has two).
+    // One table for all: a table per folder costs kilobytes, and a report's files are often alone in theirs.
+    QMultiHash<std::pair<qsizetype, QByteArray>, qsizetype> m_entries;
     FollowStates m_states;
     qsizetype m_followedFiles = 0;
     bool m_following = false;

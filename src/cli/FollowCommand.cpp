@@ -6,7 +6,6 @@
 #include "report/ReportReader.h"
 #include "scan/Failure.h"
 
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QFileDevice>
 #include <QHash>

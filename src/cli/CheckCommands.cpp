@@ -282,11 +282,20 @@ int runScan(const ScanRequest& request, QIODevice& out, QIODevice& err) {
     return entries.isEmpty() ? kExitRead : kExitDamaged;
 }
 
+QString localPath(const PathMappings& mapping, NameReading reading, const QString& reportPath) {
+    return shownFileName(mapping.map(reportPath), reading);
+}
+
 int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
     ReportReadResult report;
     if (const std::optional<int> failed = readWholeReport(request.report, report, err)) {
         return *failed;
     }
+    return recheckRead(request, report, out, err);
+}
+
+int recheckRead(const RecheckRequest& request, const ReportReadResult& report, QIODevice& out,
+                QIODevice& err) {
     // What the report could not give, now or when an earlier re-check read it: never checked, so never
     // counted as fine.
     const MissingRecords missing = report.missing();
@@ -298,16 +307,17 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
         report.Entries,
         [&mapping, reading](const QString& path) {
             const PathMapping* one = mapping.mappingFor(path);
-            return scan::LocalPlace{shownFileName(mapping.map(path), reading),
-                                    one ? one->localFolder : QString()};
+            return scan::LocalPlace{localPath(mapping, reading, path), one ? one->localFolder : QString()};
         },
         scanner, progressOn(err, "checked again"));
     endProgress(err);
     nameNotChecked(err, request, result, missing);
+    // Following printed its changes on out: the report of what is left goes to a file or nowhere.
+    const bool keepOut = request.follow && !request.json && request.output.isEmpty();
     QByteArray made;
     if (request.json) {
         made = QJsonDocument(recheckSummary(result, mapping, missing)).toJson(QJsonDocument::Compact) + '\n';
-    } else {
+    } else if (!keepOut) {
         // The files still broken are some of the report's, so they fit one report.
         ReportOrigin again = origin(QStringLiteral("recheck"), {request.report});
         again.recheck = true;
@@ -319,7 +329,7 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
         again.names = reading;
         made = reportBytes(again, result.now);
     }
-    if (!deliver(made, request.output, out, err)) {
+    if (!keepOut && !deliver(made, request.output, out, err)) {
         return kExitUnreadable;
     }
     const QString counts = countsLine(result, missing);
@@ -329,7 +339,7 @@ int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err) {
                   (result.noneFound()
                        ? QByteArray("; none of the report's files was found here: is --map right?\n")
                        : QByteArray("\n")));
-    } else if (isTerminal(err)) {
+    } else if (isTerminal(err) || request.follow) {
         err.write(counts.toUtf8() + '\n');
     }
     if (!result.unreachable.isEmpty() || missing.notRead > 0 || missing.endedEarly) {

@@ -240,6 +240,7 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
     const QCommandLineOption helpOption(QStringList{QStringLiteral("h"), QStringLiteral("help")});
     const QCommandLineOption versionOption(QStringLiteral("version"));
     const QCommandLineOption jsonOption(QStringLiteral("json"));
+    const QCommandLineOption followOption(QStringLiteral("follow"));
     const QCommandLineOption kindOption(QStringLiteral("kind"), {}, QStringLiteral("KIND"));
     const QCommandLineOption formatOption(QStringLiteral("format"), {}, QStringLiteral("FORMAT"));
     const QCommandLineOption mapOption(QStringLiteral("map"), {}, QStringLiteral("WINDOWS=LOCAL"));
@@ -247,8 +248,8 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
     const QCommandLineOption jobsOption(QStringLiteral("jobs"), {}, QStringLiteral("N"));
     const QCommandLineOption outputOption(QStringList{QStringLiteral("o"), QStringLiteral("output")}, {},
                                           QStringLiteral("FILE"));
-    parser.addOptions({helpOption, versionOption, jsonOption, kindOption, formatOption, mapOption, asOption,
-                       jobsOption, outputOption});
+    parser.addOptions({helpOption, versionOption, jsonOption, followOption, kindOption, formatOption,
+                       mapOption, asOption, jobsOption, outputOption});
     if (!parser.parse(QStringList{QStringLiteral("zentoria-report")} + arguments)) {
         if (!parser.unknownOptionNames().isEmpty()) {
             return usageError(err, unknownOption(arguments, parser.unknownOptionNames().first()));
@@ -314,12 +315,13 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         {QStringLiteral("export"), {QStringLiteral("kind"), QStringLiteral("format"), QStringLiteral("map")}},
         {QStringLiteral("scan"), {QStringLiteral("as"), QStringLiteral("jobs"), QStringLiteral("o")}},
         {QStringLiteral("recheck"),
-         {QStringLiteral("json"), QStringLiteral("map"), QStringLiteral("jobs"), QStringLiteral("o")}}};
+         {QStringLiteral("json"), QStringLiteral("follow"), QStringLiteral("map"), QStringLiteral("jobs"),
+          QStringLiteral("o")}}};
     if (!commandOptions.contains(command)) {
         return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
     }
-    for (const QCommandLineOption& option :
-         {jsonOption, kindOption, formatOption, mapOption, asOption, jobsOption, outputOption}) {
+    for (const QCommandLineOption& option : {jsonOption, followOption, kindOption, formatOption, mapOption,
+                                             asOption, jobsOption, outputOption}) {
         const QString optionName = option.names().first();
         if (unknown.isEmpty() && parser.isSet(option) &&
             !commandOptions.value(command).contains(optionName)) {
@@ -358,7 +360,9 @@ int runReportCommand(const QStringList& arguments, QIODevice& out, QIODevice& er
         return writeExport(reportAt(name), name, request, out, err);
     }
     if (command == QStringLiteral("recheck")) {
-        return runRecheck({name, request.mapping, json, jobs, parser.value(outputOption)}, out, err);
+        const RecheckRequest recheck{
+            name, request.mapping, json, jobs, parser.value(outputOption), parser.isSet(followOption)};
+        return recheck.follow ? followRecheck(recheck, out, err) : runRecheck(recheck, out, err);
     }
     const Listing listing = command == QStringLiteral("check") ? Listing::Summary
                             : json                             ? Listing::Json

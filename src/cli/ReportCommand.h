@@ -1,6 +1,7 @@
 #pragma once
 
 #include "export/ExportWriter.h"
+#include "report/FileNameForm.h"
 #include "report/ReportFile.h"
 
 #include <QStringList>
@@ -86,8 +87,23 @@ struct RecheckRequest {
     bool json = false;
     int jobs = 0;
     QString output;
+    // Follows the files while they are mended (followRecheck) before the re-check.
+    bool follow = false;
 };
 int runRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err);
+// The re-check of a report already read. Following (request.follow) printed its changes on out: the
+// report of the present state goes only to `output`, and the counts line is always given.
+int recheckRead(const RecheckRequest& request, const ReportReadResult& report, QIODevice& out,
+                QIODevice& err);
+// Where a path of the report is on this computer: through the mapping, its name read as the report
+// writes names. A path no mapping leads here stays as the report gives it.
+QString localPath(const PathMappings& mapping, NameReading reading, const QString& reportPath);
+
+// "recheck --follow": the report's local files followed until SIGINT or SIGTERM, one line on out for
+// each change as it is seen ("fixed", "still", "changed" with the kind now, "gone", "unreadable" with
+// the reason; a tab; the report's path), or one JSON object a line; then the re-check, as recheckRead
+// ends it. Exit status 2 at once when no file can be followed.
+int followRecheck(const RecheckRequest& request, QIODevice& out, QIODevice& err);
 
 // Writes what a command made whole: to the file through QSaveFile (an interruption or a full disk
 // leaves the old file as it was), or to out. False, with a message on err naming what failed, when it

@@ -11,9 +11,10 @@ shopt -u extglob
 # shellcheck source=/dev/null
 source "$completion"
 compopt() { :; } # only a completion that bash itself runs may set options
-# What completing the command's first word offers, one a line, sorted, compared with the expected.
+# What completing the word after the command ($word, empty unless given) offers, one a line, sorted,
+# compared with the expected.
 offers() {
-    COMP_WORDS=(zentoria-report "$1" "")
+    COMP_WORDS=(zentoria-report "$1" "${word:-}")
     COMP_CWORD=2
     _zentoria_report
     got=$(printf '%s\n' "${COMPREPLY[@]}" | sort)
@@ -26,4 +27,5 @@ offers() {
 offers check B.TXT a.vzt sub
 # A check of the collection takes folders only.
 offers scan sub
-echo "completion offers each report and folder once, and folders alone to scan"
+word=--f offers recheck --follow
+echo "completion offers each report and folder once, folders alone to scan, and recheck's options"

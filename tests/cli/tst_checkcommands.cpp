@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
@@ -77,6 +78,81 @@ private Q_SLOTS:
         run = runTool({"recheck", "--map", map, report});
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(entries(run.out), QStringList());
+    }
+
+    // Followed while they are mended: a's tags written in place, b replaced by rename as an editor saves
+    // it, c deleted. Each change is told as it is seen; the signal ends it with the re-check.
+    void followTellsChanges_data() {
+        addColumns<int, int, QStringList, QStringList, QString>("aNow", "signal", "options", "told",
+                                                                "counts");
+        // a is listed lacking ID3v2: with ID3v2 alone it lacks ID3v1 instead.
+        addRow("fixed", int(BothTags), SIGINT, QStringList(),
+               QStringList{"fixed\ta.mp3", "fixed\tb.mp3", "gone\tc.mp3"},
+               QString("2 fixed, 0 still, 1 not found, 0 changed kind"));
+        addRow("changed, ended by SIGTERM, to a file", int(V2), SIGTERM, QStringList{"-o", "now.vzt"},
+               QStringList{"changed\tID3v1\ta.mp3", "fixed\tb.mp3", "gone\tc.mp3"},
+               QString("1 fixed, 0 still, 1 not found, 1 changed kind"));
+        addRow("still, JSON Lines", int(V1), SIGINT, QStringList{"--json"},
+               QStringList{"fixed\tb.mp3", "gone\tc.mp3", "still\tID3v2\ta.mp3"},
+               QString("1 fixed, 1 still, 1 not found, 0 changed kind"));
+    }
+    void followTellsChanges() {
+        QFETCH(int, aNow);
+        QFETCH(int, signal);
+        QFETCH(QStringList, options);
+        QFETCH(QStringList, told);
+        QFETCH(QString, counts);
+        const bool json = options.contains("--json");
+        QTemporaryDir music;
+        QVERIFY(writeMp3(music.filePath("a.mp3"), V1) && writeMp3(music.filePath("b.mp3"), NoTag) &&
+                writeMp3(music.filePath("c.mp3"), V2));
+        const QString report = m_dir.filePath("follow.vzt");
+        QCOMPARE(runTool({"scan", "-o", report, music.path()}).exitCode, 1);
+        QProcess tool;
+        tool.start(ZENTORIA_REPORT_TOOL, QStringList{"recheck", "--follow", report} + options);
+        QByteArray said;
+        QTRY_VERIFY_WITH_TIMEOUT((said += tool.readAllStandardError()).contains("Ctrl+C ends"), 10000);
+        QCOMPARE(said, "zentoria-report: following 3 files in 1 folder; Ctrl+C ends\n");
+
+        QVERIFY(setTags(music.filePath("a.mp3"), aNow));
+        QVERIFY(writeMp3(music.filePath(".b.mp3.new"), BothTags));
+        QVERIFY(::rename(QFile::encodeName(music.filePath(".b.mp3.new")),
+                         QFile::encodeName(music.filePath("b.mp3"))) == 0);
+        QVERIFY(QFile::remove(music.filePath("c.mp3")));
+        QByteArray out;
+        QTRY_COMPARE_WITH_TIMEOUT((out += tool.readAllStandardOutput()).count('\n'), 3, 5000);
+        QVERIFY(::kill(tool.processId(), signal) == 0);
+        QVERIFY(tool.waitForFinished(20000));
+        QCOMPARE(tool.exitStatus(), QProcess::NormalExit);
+        // c was not seen to be fixed.
+        QCOMPARE(tool.exitCode(), 1);
+        said += tool.readAllStandardError();
+        QVERIFY_SAID(said, counts.toUtf8());
+        QList<QByteArray> lines = (out + tool.readAllStandardOutput()).trimmed().split('\n');
+        if (json) {
+            // One object a change, the re-check's summary last.
+            const QJsonObject summary = QJsonDocument::fromJson(lines.takeLast()).object();
+            QCOMPARE(summary.value("notFound").toArray(), QJsonArray{music.filePath("c.mp3")});
+            QCOMPARE(summary.value("still").toArray(), QJsonArray{music.filePath("a.mp3")});
+            for (QByteArray& line : lines) {
+                const QJsonObject change = QJsonDocument::fromJson(line).object();
+                QStringList fields{change.value("state").toString(), change.value("path").toString()};
+                if (change.contains("kind")) {
+                    fields.insert(1, change.value("kind").toString());
+                }
+                line = fields.join(u'\t').toUtf8();
+            }
+        } else if (!options.isEmpty()) {
+            // The report of what is left went to its file; without one it goes nowhere.
+            QCOMPARE(entries(contentsOf("now.vzt")),
+                     (QStringList{"ID3v1 " + music.filePath("a.mp3"), "ID3v1 " + music.filePath("c.mp3")}));
+        }
+        QStringList seen;
+        for (const QByteArray& line : std::as_const(lines)) {
+            seen << QString::fromUtf8(line).replace(music.path() + u'/', QString());
+        }
+        seen.sort();
+        QCOMPARE(seen, told);
     }
 
     // A re-check of a report it could not read whole never passes for clean, nor does one of itself.

@@ -133,7 +133,7 @@ private Q_SLOTS:
         f.trigger("submnuReload");
         QTRY_COMPARE(f.follower().states().size(), 2);
         QVERIFY(f.status->text().isEmpty());
-        QCOMPARE(indexOfKey(f.tree, "ID3v1").data(Qt::ToolTipRole).toString(), "1 file");
+        QCOMPARE(indexOfKey(f.tree, "ID3v1").data(Qt::ToolTipRole).toString(), "2 files");
         int asked = 0;
         f.window.messageBoxes().setChooser([&asked](const QString&, QMessageBox::StandardButtons) {
             ++asked;

@@ -229,17 +229,18 @@ bool ReportDocument::maySetAside() {
     }
 }
 
-void ReportDocument::setRewrite(std::function<std::optional<Rewrite>()> rewrite) {
-    m_rewrite = std::move(rewrite);
+void ReportDocument::setRewriter(Rewriter rewriter) {
+    m_rewriter = std::move(rewriter);
     updateSaveAs();
 }
 
 void ReportDocument::updateSaveAs() {
-    submnuSaveAs->setEnabled(!isSaved() || (m_rewrite && m_rewrite()));
+    submnuSaveAs->setEnabled(!isSaved() || (m_rewriter.ready && m_rewriter.ready()));
 }
 
 bool ReportDocument::saveAs() {
-    const std::optional<Rewrite> rewrite = m_rewrite ? m_rewrite() : std::nullopt;
+    const std::optional<Rewrite> rewrite =
+        m_rewriter.ready && m_rewriter.ready() ? std::optional(m_rewriter.make()) : std::nullopt;
     if (isSaved() && !rewrite) {
         return true;
     }

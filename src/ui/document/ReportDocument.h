@@ -83,13 +83,17 @@ public:
     void tellOfRecovery();
 
     // What Save Report As writes instead of the entries shown, when another knows more of them (what
-    // following the fixes has seen); none: the entries as shown. Save Report As is offered while a
-    // rewrite is there.
+    // following the fixes has seen): `make` gives it while `ready` says there is one, and Save Report
+    // As is offered then. Without a rewriter, or while it is not ready, the entries as shown.
     struct Rewrite {
         QList<ReportEntry> entries;
         ReportOrigin origin;
     };
-    void setRewrite(std::function<std::optional<Rewrite>()> rewrite);
+    struct Rewriter {
+        std::function<bool()> ready;
+        std::function<Rewrite()> make;
+    };
+    void setRewriter(Rewriter rewriter);
     // Save Report As is offered anew: whether a rewrite is there may have changed.
     void updateSaveAs();
 
@@ -134,7 +138,7 @@ private:
     // Whether what is being dragged over the window is a report, decided when it entered.
     bool m_dragIsReport = false;
     QFileSystemWatcher* m_watcher;
-    std::function<std::optional<Rewrite>()> m_rewrite;
+    Rewriter m_rewriter;
     RecentReports* m_recent;
     QAction* submnuReload;
     QAction* submnuSaveAs;

@@ -25,30 +25,16 @@ FixFollowing::FixFollowing(Window window, QObject* parent)
     submnuFollowFixes->setCheckable(true);
     submnuFollowFixes->setChecked(readBoolean(settings::FollowFixes));
     connect(submnuFollowFixes, &QAction::toggled, this, &FixFollowing::submnuFollowFixes_Click);
-    // Once the document says who made what it shows, which tells how its names lead to files.
+    // What was seen of the last report goes with it at once; the new one is followed once the document
+    // says who made it, which tells how its names lead to files.
+    connect(m_window.document, &ReportDocument::shown, this, &FixFollowing::forget);
     connect(m_window.document, &ReportDocument::shown, this, &FixFollowing::restart, Qt::QueuedConnection);
     connect(m_follower, &follow::FixFollower::changed, this, &FixFollowing::changed);
     // What is still to do, as a re-check would write it, once following saw anything the report does
     // not say.
-    m_window.document->setRewrite([this]() -> std::optional<ReportDocument::Rewrite> {
-        const follow::FollowStates& states = m_follower->states();
-        const ReportDocument& document = *m_window.document;
-        if (!m_follower->isFollowing() || !states.anyChange() || states.size() != document.entries().size()) {
-            return std::nullopt;
-        }
-        const follow::StillToDo left = follow::stillToDo(document.entries(), states);
-        const ReportOrigin& before = document.origin();
-        ReportOrigin made{QStringLiteral("Zentoria"), QStringLiteral(ZENTORIA_VERSION),
-                          document.path().isEmpty() ? before.folders : QStringList{document.path()}};
-        made.recheck = true;
-        made.followedSince = m_since;
-        made.notChecked = left.notFound;
-        made.notRead = before.notRead;
-        made.endedEarly = before.endedEarly;
-        made.leftOut = before.leftOut;
-        made.names = before.names;
-        return ReportDocument::Rewrite{left.entries, made};
-    });
+    m_window.document->setRewriter(
+        {[this] { return m_follower->isFollowing() && m_follower->states().anyChange(); },
+         [this] { return stillToDo(); }});
     restart();
 }
 
@@ -59,8 +45,24 @@ FixFollowing::~FixFollowing() {
     }
     if (m_document) {
         m_document->model()->setFollowStates(nullptr);
-        m_document->setRewrite({});
+        m_document->setRewriter({});
     }
+}
+
+ReportDocument::Rewrite FixFollowing::stillToDo() const {
+    const ReportDocument& document = *m_window.document;
+    const follow::StillToDo left = follow::stillToDo(document.entries(), m_follower->states());
+    const ReportOrigin& before = document.origin();
+    ReportOrigin made{QStringLiteral("Zentoria"), QStringLiteral(ZENTORIA_VERSION),
+                      document.path().isEmpty() ? before.folders : QStringList{document.path()}};
+    made.recheck = true;
+    made.followedSince = m_since;
+    made.notChecked = left.notFound;
+    made.notRead = before.notRead;
+    made.endedEarly = before.endedEarly;
+    made.leftOut = before.leftOut;
+    made.names = before.names;
+    return {left.entries, made};
 }
 
 void FixFollowing::setWatchLimit(qsizetype folders) {
@@ -73,11 +75,16 @@ void FixFollowing::submnuFollowFixes_Click(bool on) {
     restart();
 }
 
-void FixFollowing::restart() {
+void FixFollowing::forget() {
     m_follower->stop();
     m_window.list->setFollowStates(nullptr);
     m_window.document->model()->setFollowStates(nullptr);
     m_window.status->clear();
+    m_window.status->setToolTip({});
+}
+
+void FixFollowing::restart() {
+    forget();
     const QList<ReportEntry>& entries = m_window.document->entries();
     if (!submnuFollowFixes->isChecked() || entries.isEmpty()) {
         m_window.document->updateSaveAs();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/document/ReportDocument.h"
+
 #include <QDateTime>
 #include <QObject>
 #include <QPointer>
@@ -10,7 +12,6 @@ class QLabel;
 namespace zentoria {
 
 class FileListModel;
-class ReportDocument;
 
 namespace follow {
 class FixFollower;
@@ -42,10 +43,15 @@ public:
 
 private:
     void submnuFollowFixes_Click(bool on);
+    // Follows nothing, and the views show nothing of what was seen.
+    void forget();
     // Follows the document's files afresh, or nothing when following is off.
     void restart();
     void changed(const QList<qsizetype>& entries);
     void showCount();
+    // What is still to do, as a re-check would write it: the files not seen fixed, each with the kind
+    // it was last seen to lack; those gone or unreadable keep their earlier kind and count as not found.
+    ReportDocument::Rewrite stillToDo() const;
 
     Window m_window;
     QPointer<ReportDocument> m_document;

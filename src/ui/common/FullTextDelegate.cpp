@@ -28,14 +28,16 @@ void FullTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     const QWidget* widget = option.widget;
     QStyle* style = widget ? widget->style() : QApplication::style();
     const auto mark = TextMark(index.data(kMarkRole).toInt());
-    if (mark != TextMark::None) {
+    if (mark != TextMark::None && !(shown.state & QStyle::State_Selected)) {
         // Dimmed, but still to be read: halfway between the text's colour and the background's.
         const QColor text = shown.palette.color(QPalette::Text);
         const QColor base = shown.palette.color(QPalette::Base);
         shown.palette.setColor(QPalette::Text,
                                QColor((text.red() + base.red()) / 2, (text.green() + base.green()) / 2,
                                       (text.blue() + base.blue()) / 2));
-        shown.font.setStrikeOut(mark == TextMark::Gone);
+    }
+    if (mark == TextMark::Gone) {
+        shown.font.setStrikeOut(true);
         shown.fontMetrics = QFontMetrics(shown.font);
     }
     const QString note = index.data(kNoteRole).toString();

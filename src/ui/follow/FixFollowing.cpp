@@ -11,7 +11,6 @@
 #include "ui/views/ReportTreeModel.h"
 
 #include <QAction>
-#include <QLabel>
 
 namespace zentoria {
 
@@ -79,8 +78,7 @@ void FixFollowing::forget() {
     m_follower->stop();
     m_window.list->setFollowStates(nullptr);
     m_window.document->model()->setFollowStates(nullptr);
-    m_window.status->clear();
-    m_window.status->setToolTip({});
+    m_window.status({});
 }
 
 void FixFollowing::restart() {
@@ -120,13 +118,11 @@ void FixFollowing::showCount() {
     // followed.
     const follow::FollowStates& states = m_follower->states();
     if (states.count(follow::FileState::AsListed) == states.size() && m_follower->foldersOverLimit() == 0) {
-        m_window.status->clear();
-        m_window.status->setToolTip({});
+        m_window.status({});
         return;
     }
     const QString line = followedLine(states, m_follower->foldersOverLimit());
-    m_window.status->setText(line);
-    m_window.status->setToolTip(line);
+    m_window.status(line);
 }
 
 } // namespace zentoria

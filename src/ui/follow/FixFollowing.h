@@ -6,8 +6,9 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
+
 class QAction;
-class QLabel;
 
 namespace zentoria {
 
@@ -29,8 +30,8 @@ public:
     struct Window {
         ReportDocument* document = nullptr;
         FileListModel* list = nullptr;
-        // The status bar's panel for the count.
-        QLabel* status = nullptr;
+        // Shows the count in the status bar; an empty text takes it away.
+        std::function<void(const QString& text)> status;
     };
 
     FixFollowing(Window window, QObject* parent);

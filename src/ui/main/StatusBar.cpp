@@ -48,6 +48,8 @@ QLabel* StatusBar::addPanel(const QString& key, double widthTwips, const QString
     label->setTextFormat(Qt::PlainText);
     label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
     label->setContentsMargins(2, 0, 2, 0);
+    // Over the empty panels it takes the room of (placePanels), their frames do not show through.
+    label->setAutoFillBackground(true);
     m_panels.append({key, label, widthTwips});
     placePanels();
     return label;
@@ -76,6 +78,14 @@ bool StatusBar::setPanelWidth(const QString& key, double widthTwips) {
     return false;
 }
 
+void StatusBar::setPanelText(const QString& key, const QString& text) {
+    if (QLabel* label = panel(key)) {
+        label->setText(text);
+        label->setToolTip(text);
+        placePanels();
+    }
+}
+
 void StatusBar::setWorkWidget(QWidget* widget) {
     m_work = widget;
     widget->setParent(this);
@@ -91,10 +101,30 @@ void StatusBar::resizeEvent(QResizeEvent* event) {
 void StatusBar::placePanels() {
     const double dpi = logicalDpi(this);
     double left = 0;
+    QList<int> starts;
     for (const Panel& p : m_panels) {
         const int x = twipsToPixels(left, dpi);
+        starts << x;
         p.label->setGeometry(x, 1, twipsToPixels(left + p.width, dpi) - x - 1, height() - 1);
         left += p.width;
+    }
+    // A text longer than its panel takes the room of the empty panels on its left, as far as it needs:
+    // they have nothing to show, and a cut line tells less.
+    for (qsizetype i = 1; i < m_panels.size(); ++i) {
+        QLabel* label = m_panels.at(i).label;
+        const int needs = label->sizeHint().width();
+        int x = label->x();
+        for (qsizetype j = i - 1; j >= 0 && label->geometry().right() - x + 1 < needs; --j) {
+            if (!m_panels.at(j).label->text().isEmpty()) {
+                break;
+            }
+            x = starts.at(j);
+        }
+        x = std::max(x, label->geometry().right() + 1 - needs);
+        if (x < label->x()) {
+            label->setGeometry(x, 1, label->geometry().right() - x + 1, height() - 1);
+            label->raise();
+        }
     }
     m_message->setGeometry(rect());
     m_message->raise();

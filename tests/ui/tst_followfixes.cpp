@@ -176,6 +176,26 @@ private Q_SLOTS:
         QTRY_VERIFY(f.status->text().startsWith("1 of 2 fixed"));
     }
 
+    // A Windows report is followed once Preferences or a question says where its folder is.
+    void aWindowsReportIsFollowedOnceMapped() {
+        Following f;
+        const QByteArray windows =
+            "   This file was created with Melvadex (By Orsolt)\r\n\r\n\r\n\r\n\r\n\r\n\r\n"
+            "C:\\Music\\Abba\\Waterloo.mp3\r\n  Melvadex could not get the ID3v1 "
+            "information\r\n\r\nDate of creation: today\r\n";
+        QVERIFY(writeFile(f.home.filePath("windows.txt"), windows));
+        f.open(f.home.filePath("windows.txt"));
+        QTRY_VERIFY(f.follower().isFollowing());
+        QCOMPARE(f.follower().followedFiles(), 0);
+        write(settings::PathMap, "C:\\Music=" + f.home.filePath("Music"));
+        f.activate("ID3v1");
+        clickIndex(f.list, rowIndex(f.list, 0));
+        f.trigger("submnuCopy");
+        QCOMPARE(f.follower().followedFiles(), 1);
+        QVERIFY(setTags(f.file("Waterloo"), BothTags));
+        QTRY_COMPARE(f.status->text(), QStringLiteral("1 of 1 fixed since the report was opened"));
+    }
+
     void nothingRunsWhileNothingChanges() {
         HomeWindowFixture w;
         // The largest report there is, its files in 500 folders that exist.

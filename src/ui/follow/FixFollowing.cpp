@@ -29,6 +29,14 @@ FixFollowing::FixFollowing(Window window, QObject* parent)
     connect(m_window.document, &ReportDocument::shown, this, &FixFollowing::forget);
     connect(m_window.document, &ReportDocument::shown, this, &FixFollowing::restart, Qt::QueuedConnection);
     connect(m_follower, &follow::FixFollower::changed, this, &FixFollowing::changed);
+    for (QAction* action : m_window.mayMap) {
+        // Connected after the action's own work, which asks and stores.
+        connect(action, &QAction::triggered, this, [this] {
+            if (m_follower->isFollowing() && storedPathMappings().toText() != m_mappings) {
+                restart();
+            }
+        });
+    }
     // What is still to do, as a re-check would write it, once following saw anything the report does
     // not say.
     m_window.document->setRewriter(
@@ -91,6 +99,7 @@ void FixFollowing::restart() {
     // Where each file is here, as a re-check finds it: Windows paths through the stored mappings, read
     // as the report's maker wrote them. A Windows path no mapping covers is not here and not followed.
     const PathMappings mapping = storedPathMappings();
+    m_mappings = mapping.toText();
     const NameReading names = m_window.document->origin().names;
     QList<follow::FollowedFile> files;
     files.reserve(entries.size());

@@ -32,6 +32,9 @@ public:
         FileListModel* list = nullptr;
         // Shows the count in the status bar; an empty text takes it away.
         std::function<void(const QString& text)> status;
+        // Actions after which the stored folder mappings may have changed (they ask where a Windows
+        // folder is): a Windows report is followed anew once its files can be found here.
+        QList<QAction*> mayMap;
     };
 
     FixFollowing(Window window, QObject* parent);
@@ -60,6 +63,8 @@ private:
     follow::FixFollower* m_follower;
     // When the report shown was first followed.
     QDateTime m_since;
+    // The stored mappings it was followed through.
+    QString m_mappings;
     QAction* submnuFollowFixes;
 };
 

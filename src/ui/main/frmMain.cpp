@@ -88,10 +88,10 @@ frmMain::frmMain(QWidget* parent)
     m_check = new CollectionCheck({served, m_document, m_handOff->preferencesAction()}, this);
     SB->setWorkWidget(m_check->progressWidget());
     connect(m_check->progressWidget(), &CheckProgress::ended, SB, &StatusBar::showMessage);
-    m_follow =
-        new FixFollowing({m_document, LV->listModel(),
-                          [this](const QString& text) { SB->setPanelText(QStringLiteral("Blank"), text); }},
-                         this);
+    const QList<QAction*> mayMap{m_handOff->openWithAction(), m_handOff->exportAction(),
+                                 m_handOff->copyAction(), m_handOff->preferencesAction()};
+    const auto status = [this](const QString& text) { SB->setPanelText(QStringLiteral("Blank"), text); };
+    m_follow = new FixFollowing({m_document, LV->listModel(), status, mayMap}, this);
     createMenus();
     updateMinimumSize(readLayoutInput());
     const QRect client = twipsRectToPixels(0, 0, kClientWidth, kClientHeight, logicalDpi(this));

@@ -9,8 +9,8 @@
 // TagLib: half in place, half in a new file renamed over the old one. Exits 1 when a target is missed,
 // or with --smoke only when following does not work; --memory-only leaves the time out (a test on a
 // loaded machine).
-#include "../tests/scan/Mp3Files.h"
 #include "PeakResident.h"
+#include "TaggedFiles.h"
 #include "follow/FixFollower.h"
 #include "scan/TagProbe.h"
 
@@ -52,32 +52,6 @@ qint64 monotonicNs() {
     return qint64(now.tv_sec) * 1'000'000'000 + now.tv_nsec;
 }
 
-// A file as a user's: MPEG audio and an ID3v2 tag (2.3 or 2.4) with a few text frames and a cover
-// picture, and no ID3v1 tag.
-bool writeCoveredFile(const QString& path, int major, int pictureBytes) {
-    if (!writeFile(path, mpegFrames(40))) {
-        return false;
-    }
-    TagLib::MPEG::File file(QFile::encodeName(path).constData(), false);
-    TagLib::ID3v2::Tag* tag = file.ID3v2Tag(true);
-    tag->setTitle("Waterloo");
-    tag->setArtist("ABBA");
-    tag->setAlbum("Waterloo");
-    tag->setYear(1974);
-    tag->setTrack(1);
-    auto* cover = new TagLib::ID3v2::AttachedPictureFrame;
-    cover->setMimeType("image/jpeg");
-    cover->setType(TagLib::ID3v2::AttachedPictureFrame::FrontCover);
-    QByteArray picture(pictureBytes, '\0');
-    for (qsizetype i = 0; i < picture.size(); ++i) {
-        picture[i] = char((i * 2654435761U) >> 24);
-    }
-    cover->setPicture(TagLib::ByteVector(picture.constData(), unsigned(picture.size())));
-    tag->addFrame(cover);
-    return file.save(TagLib::MPEG::File::ID3v2, TagLib::File::StripOthers,
-                     major == 3 ? TagLib::ID3v2::v3 : TagLib::ID3v2::v4);
-}
-
 struct Collection {
     QList<follow::FollowedFile> listed;
     QStringList rewritten;
@@ -91,7 +65,7 @@ std::optional<Collection> makeCollection(const QString& root, int files, int fol
     QStringList originals;
     for (int i = 0; i < kOriginals; ++i) {
         originals << root + QStringLiteral("/original-%1.mp3").arg(i);
-        if (!writeCoveredFile(originals.last(), 3 + i % 2, (90 + i * 3) * 1024)) {
+        if (!writeTaggedFile(originals.last(), V2, 3 + i % 2, (90 + i * 3) * 1024)) {
             return std::nullopt;
         }
     }

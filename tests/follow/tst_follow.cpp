@@ -89,7 +89,7 @@ private Q_SLOTS:
         QCOMPARE(follower.followedFiles(), 2);
         QSignalSpy changed(&follower, &follow::FixFollower::changed);
         QVERIFY(doTo(folder, name, deed, tags));
-        QVERIFY(changed.wait(2000));
+        QVERIFY(changed.wait(5000));
         // The file beside it, untouched, stays as listed, unless its folder went too.
         const bool both = deed == Deed::FolderRemoved;
         QCOMPARE(changed.first().first().value<QList<qsizetype>>(),
@@ -123,7 +123,7 @@ private Q_SLOTS:
             QTest::qWait(follow::FixFollower::kSettleMs / 3);
         }
         const qint64 lastWrite = clock.elapsed();
-        QVERIFY(changed.wait(2000));
+        QVERIFY(changed.wait(5000));
         QVERIFY(clock.elapsed() >=
                 lastWrite + follow::FixFollower::kSettleMs - follow::FixFollower::kSettleMs / 3);
         QCOMPARE(looks.load(), 1);

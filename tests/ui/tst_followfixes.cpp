@@ -69,6 +69,14 @@ struct Following : HomeWindowFixture {
     }
 };
 
+// What a user is promised: mended files shown within two seconds. An instrumented build runs several
+// times slower, and is given more.
+#ifdef __SANITIZE_ADDRESS__
+constexpr int kShownWithinMs = 6000;
+#else
+constexpr int kShownWithinMs = 2000;
+#endif
+
 const QStringList kMended{"Fernando:1:fixed", "SOS:2:gone", "Waterloo:1:fixed"};
 
 // CPU time and context switches of every thread of this process so far.
@@ -98,7 +106,7 @@ private Q_SLOTS:
         f.mend();
         // Another kind now: an ID3v2 tag given to a file that had none still lacks ID3v1.
         QVERIFY(setTags(f.file("Chiquitita"), V2));
-        QTRY_COMPARE_WITH_TIMEOUT(f.shown(), kMended, 2000);
+        QTRY_COMPARE_WITH_TIMEOUT(f.shown(), kMended, kShownWithinMs);
         QTRY_COMPARE(f.status->text(),
                      "2 of 4 fixed since the report was opened, 1 lacking something else now, 1 gone");
         // A screen reader hears the state with the name; the kind's tooltip counts its own.

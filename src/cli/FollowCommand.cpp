@@ -53,7 +53,9 @@ QByteArray changeLine(const Seen& seen, const QString& path, const QString& loca
         break;
     }
     if (!json) {
-        return (word + u'\t' + (detail.isEmpty() ? QString() : detail + u'\t') + path).toUtf8() + '\n';
+        // The state and the path alone, so that a script splits each line at its one tab; the kind and
+        // the reason are in the JSON.
+        return (word + u'\t' + path).toUtf8() + '\n';
     }
     QJsonObject object{{QStringLiteral("state"), word}, {QStringLiteral("path"), path}};
     if (seen.state == FileState::Still || seen.state == FileState::OtherKind) {
@@ -78,13 +80,16 @@ QString nothingToFollow(const follow::FixFollower& follower, qsizetype entries, 
     if (local == 0) {
         return QStringLiteral("none of its files is on this computer (is --map right?)");
     }
-    if (follower.followedFiles() > 0) {
+    // Every folder missing is more likely a wrong --map than a share not mounted yet.
+    if (follower.followedFolders() > follower.foldersMissing()) {
         return {};
     }
     QStringList why;
+    if (follower.foldersMissing() > 0) {
+        why << QStringLiteral("%1 missing").arg(counted(follower.foldersMissing(), "folder"));
+    }
     if (follower.foldersRefused() > 0) {
-        why << QStringLiteral("%1 missing or not watchable")
-                   .arg(counted(follower.foldersRefused(), "folder"));
+        why << QStringLiteral("%1 not watchable").arg(counted(follower.foldersRefused(), "folder"));
     }
     if (follower.foldersOverLimit() > 0) {
         why << QStringLiteral("%1 past the system's limit of watches (fs.inotify.max_user_watches)")
@@ -99,8 +104,12 @@ void tellNotFollowed(QIODevice& err, const follow::FixFollower& follower, qsizet
         tell(err, QStringLiteral("%1 not followed: not on this computer (is --map right?)")
                       .arg(counted(notLocal, "file")));
     }
+    if (follower.foldersMissing() > 0) {
+        tell(err, QStringLiteral("%1 missing: their files are followed once they are there")
+                      .arg(counted(follower.foldersMissing(), "folder")));
+    }
     if (follower.foldersRefused() > 0) {
-        tell(err, QStringLiteral("%1 not followed: missing, or cannot be watched")
+        tell(err, QStringLiteral("%1 not followed: cannot be watched")
                       .arg(counted(follower.foldersRefused(), "folder")));
     }
     if (follower.foldersOverLimit() > 0) {

@@ -27,7 +27,9 @@ FixFollower::FixFollower(QObject* parent)
     m_settle->setSingleShot(true);
     connect(m_settle, &QTimer::timeout, this, &FixFollower::lookAtSettled);
     connect(&m_watch, &FolderWatch::changed, this, &FixFollower::filesChanged);
-    connect(&m_watch, &FolderWatch::folderGone, this, &FixFollower::folderGone);
+    connect(&m_watch, &FolderWatch::folderGone, this, &FixFollower::lookAtFolder);
+    // Its files may be there again, mended or not.
+    connect(&m_watch, &FolderWatch::folderBack, this, &FixFollower::lookAtFolder);
     connect(&m_watch, &FolderWatch::overflowed, this, &FixFollower::everythingChanged);
     m_pool->setMaxThreadCount(std::max(1, QThread::idealThreadCount()));
     m_pool->setObjectName(QStringLiteral("FixFollower"));
@@ -41,9 +43,29 @@ FixFollower::~FixFollower() {
 
 void FixFollower::follow(const QList<FollowedFile>& files) {
     stop();
-    m_files = files;
     m_states.reset(files.size());
     m_asks = QList<quint32>(files.size(), 0);
+    watchFolders(files);
+}
+
+void FixFollower::resume(const QList<FollowedFile>& files) {
+    if (files.size() != m_states.size()) {
+        follow(files);
+        return;
+    }
+    stop();
+    watchFolders(files);
+    // What was seen may have changed while nothing was watched: each such file is looked at again. A
+    // file never seen keeps the report's word.
+    for (qsizetype entry = 0; entry < files.size(); ++entry) {
+        if (m_states.at(entry).state != FileState::AsListed && !files.at(entry).local.isEmpty()) {
+            settleThenLook(entry);
+        }
+    }
+}
+
+void FixFollower::watchFolders(const QList<FollowedFile>& files) {
+    m_files = files;
     m_folders.clear();
     m_entries.clear();
     m_entries.reserve(files.size());
@@ -73,7 +95,7 @@ void FixFollower::follow(const QList<FollowedFile>& files) {
     m_added = m_watch.watch(paths);
     // A folder that is not watched gives no events: its files are left out of the count followed.
     for (qsizetype f = 0; f < m_folders.size(); ++f) {
-        if (m_watch.watches(f)) {
+        if (m_watch.follows(f)) {
             m_followedFiles += m_folders.at(f).entries.size();
         }
     }
@@ -99,7 +121,7 @@ void FixFollower::filesChanged(const QList<std::pair<qsizetype, QByteArray>>& fi
     }
 }
 
-void FixFollower::folderGone(qsizetype folder) {
+void FixFollower::lookAtFolder(qsizetype folder) {
     if (folder >= m_folders.size()) {
         return;
     }

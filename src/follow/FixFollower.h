@@ -41,17 +41,24 @@ public:
 
     // Follows these files afresh, every one as listed; the index in the list is the entry's.
     void follow(const QList<FollowedFile>& files);
+    // Follows the same entries again after a stop, or found elsewhere (another folder mapping): what
+    // was seen stays, and each file seen before is looked at again, since it may have changed
+    // meanwhile. Other entries than before are followed afresh.
+    void resume(const QList<FollowedFile>& files);
     // Follows nothing; the states stay as they are.
     void stop();
     bool isFollowing() const { return m_following; }
 
     const FollowStates& states() const { return m_states; }
-    // The files that are on this computer and in a folder that is watched.
+    // The files that are on this computer and in a folder that is watched, or waited for while it is
+    // missing.
     qsizetype followedFiles() const { return m_followedFiles; }
-    qsizetype followedFolders() const { return m_added.watched; }
+    qsizetype followedFolders() const { return m_added.watched + m_added.missing; }
+    // Folders missing when followed, waited for until they are there.
+    qsizetype foldersMissing() const { return m_added.missing; }
     // Folders not followed because the system's limit of watches was reached.
     qsizetype foldersOverLimit() const { return m_added.overLimit; }
-    // Folders not followed because they are missing or cannot be watched.
+    // Folders not followed because they cannot be watched (no permission, say).
     qsizetype foldersRefused() const { return m_added.refused; }
 
     // For tests: the system's limit as if it were this many folders.
@@ -71,8 +78,11 @@ private:
         QList<qsizetype> entries;
     };
 
+    // Watches the folders of these files, whose states are kept as they are.
+    void watchFolders(const QList<FollowedFile>& files);
     void filesChanged(const QList<std::pair<qsizetype, QByteArray>>& files);
-    void folderGone(qsizetype folder);
+    // Every file of the folder is looked at: it went, or is there again.
+    void lookAtFolder(qsizetype folder);
     void everythingChanged();
     // The entry is looked at once it has been left alone for kSettleMs.
     void settleThenLook(qsizetype entry);

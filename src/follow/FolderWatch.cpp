@@ -14,6 +14,14 @@ namespace {
 // an editor that writes a new file under the old name after deleting it.
 constexpr quint32 kFileEvents = IN_CLOSE_WRITE | IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE | IN_CREATE;
 constexpr quint32 kFolderEvents = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT;
+// A parent waited on: a folder made or moved into it, or the parent itself going. Added to what the
+// same folder may be watched for already, as a followed folder.
+constexpr quint32 kParentEvents = IN_CREATE | IN_MOVED_TO | kFolderEvents | IN_ONLYDIR | IN_MASK_ADD;
+
+QByteArray parentOf(const QByteArray& path) {
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash <= 0 ? QByteArray("/") : path.left(slash);
+}
 
 } // namespace
 
@@ -26,6 +34,8 @@ FolderWatch::~FolderWatch() {
 
 FolderWatch::Added FolderWatch::watch(const QList<QByteArray>& folders) {
     Added added;
+    m_paths = folders;
+    m_state = QList<State>(folders.size(), Refused);
     if (m_fd < 0) {
         m_fd = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
         if (m_fd < 0) {
@@ -36,28 +46,75 @@ FolderWatch::Added FolderWatch::watch(const QList<QByteArray>& folders) {
         m_notifier = new QSocketNotifier(m_fd, QSocketNotifier::Read, this);
         connect(m_notifier, &QSocketNotifier::activated, this, &FolderWatch::read);
     }
-    m_watched = QList<bool>(folders.size(), false);
     for (qsizetype i = 0; i < folders.size(); ++i) {
-        if (m_folders.size() >= m_limit) {
-            ++added.overLimit;
-            continue;
-        }
-        const int wd = ::inotify_add_watch(m_fd, folders.at(i).constData(),
-                                           kFileEvents | kFolderEvents | IN_ONLYDIR | IN_EXCL_UNLINK);
-        if (wd < 0) {
+        if (watchFolder(i)) {
+            ++added.watched;
+        } else if (errno == ENOENT || errno == ENOTDIR) {
+            waitFor(i);
+            ++(m_state.at(i) == Waiting ? added.missing : added.refused);
+        } else {
             ++(errno == ENOSPC ? added.overLimit : added.refused);
-            continue;
         }
-        // A folder named twice (by two paths to it) is one watch, which tells the first name only.
-        if (m_folders.contains(wd)) {
-            ++added.refused;
-            continue;
-        }
-        m_folders.insert(wd, i);
-        m_watched[i] = true;
-        ++added.watched;
     }
     return added;
+}
+
+bool FolderWatch::watchFolder(qsizetype place) {
+    if (m_folders.size() >= m_limit) {
+        errno = ENOSPC;
+        return false;
+    }
+    const int wd =
+        ::inotify_add_watch(m_fd, m_paths.at(place).constData(),
+                            kFileEvents | kFolderEvents | IN_ONLYDIR | IN_EXCL_UNLINK | IN_MASK_ADD);
+    if (wd < 0) {
+        return false;
+    }
+    // A folder named twice (by two paths to it) is one watch, which tells the first name only.
+    if (const auto other = m_folders.constFind(wd); other != m_folders.cend() && *other != place) {
+        errno = EEXIST;
+        return false;
+    }
+    m_folders.insert(wd, place);
+    m_state[place] = Watched;
+    return true;
+}
+
+void FolderWatch::waitFor(qsizetype place) {
+    m_state[place] = Refused;
+    for (QByteArray parent = parentOf(m_paths.at(place));; parent = parentOf(parent)) {
+        if (m_folders.size() + m_waiting.size() >= m_limit) {
+            return;
+        }
+        const int wd = ::inotify_add_watch(m_fd, parent.constData(), kParentEvents);
+        if (wd >= 0) {
+            m_waiting[wd].append(place);
+            m_state[place] = Waiting;
+            break;
+        }
+        if ((errno != ENOENT && errno != ENOTDIR) || parent == "/") {
+            return;
+        }
+    }
+    // It may have come between the first try and the parent's watch.
+    if (watchFolder(place)) {
+        Q_EMIT folderBack(place);
+    }
+}
+
+void FolderWatch::lookForWaiting(int parent) {
+    const QList<qsizetype> places = m_waiting.take(parent);
+    for (qsizetype place : places) {
+        if (m_state.at(place) != Waiting) {
+            continue;
+        }
+        if (watchFolder(place)) {
+            Q_EMIT folderBack(place);
+        } else {
+            // A folder on the way to it came: wait on that one.
+            waitFor(place);
+        }
+    }
 }
 
 void FolderWatch::clear() {
@@ -69,12 +126,15 @@ void FolderWatch::clear() {
         m_fd = -1;
     }
     m_folders.clear();
-    m_watched.clear();
+    m_waiting.clear();
+    m_paths.clear();
+    m_state.clear();
 }
 
 void FolderWatch::read() {
     alignas(inotify_event) char buffer[64 * 1024];
     QList<std::pair<qsizetype, QByteArray>> files;
+    QList<int> parents;
     for (;;) {
         const ssize_t got = ::read(m_fd, buffer, sizeof buffer);
         if (got <= 0) {
@@ -87,15 +147,20 @@ void FolderWatch::read() {
                 Q_EMIT overflowed();
                 continue;
             }
+            const bool folderWent = event->mask & (kFolderEvents | IN_IGNORED);
+            if (m_waiting.contains(event->wd) &&
+                (folderWent || (event->mask & IN_ISDIR && event->mask & (IN_CREATE | IN_MOVED_TO)))) {
+                parents.append(event->wd);
+            }
             const auto folder = m_folders.constFind(event->wd);
             if (folder == m_folders.cend()) {
                 continue;
             }
-            if (event->mask & (kFolderEvents | IN_IGNORED)) {
+            if (folderWent) {
                 const qsizetype place = *folder;
                 m_folders.erase(folder);
-                m_watched[place] = false;
                 Q_EMIT folderGone(place);
+                waitFor(place);
                 continue;
             }
             if (event->len > 0 && !(event->mask & IN_ISDIR)) {
@@ -105,6 +170,9 @@ void FolderWatch::read() {
     }
     if (!files.isEmpty()) {
         Q_EMIT changed(files);
+    }
+    for (int parent : parents) {
+        lookForWaiting(parent);
     }
 }
 

@@ -13,8 +13,9 @@ namespace zentoria::follow {
 
 // Folders watched by the kernel (inotify) for what a tag editor does to the files in them: a file
 // written in place and closed, a file renamed over another (how most editors save), a file deleted or
-// moved away. One watch per folder however many files it holds. Nothing runs while nothing changes:
-// the watch is a descriptor the event loop waits on.
+// moved away. One watch per folder however many files it holds. A folder that is missing (or goes) is
+// waited for: its nearest existing parent is watched until it is there again. Nothing runs while
+// nothing changes: the watch is a descriptor the event loop waits on.
 class FolderWatch : public QObject {
     Q_OBJECT
 
@@ -22,20 +23,23 @@ public:
     explicit FolderWatch(QObject* parent = nullptr);
     ~FolderWatch() override;
 
-    // Why a folder is not watched.
+    // How the folders given to watch() are watched.
     struct Added {
         qsizetype watched = 0;
+        // Missing: waited for until they are there.
+        qsizetype missing = 0;
         // Past the system's limit of watches (fs.inotify.max_user_watches).
         qsizetype overLimit = 0;
-        // Missing, or not to be watched for another reason (no permission, a name too long).
+        // Not to be watched for another reason (no permission, a name too long, named twice).
         qsizetype refused = 0;
     };
-    // Watches these folders (their local bytes), each answered by its place in the list in changed().
+    // Watches these folders (their local bytes), each answered by its place in the list in the signals.
     Added watch(const QList<QByteArray>& folders);
     // Watches nothing any more.
     void clear();
-    // Whether the folder at this place in the list given to watch() is watched.
-    bool watches(qsizetype folder) const { return m_watched.value(folder, false); }
+    // Whether the folder at this place in the list given to watch() is watched or waited for: whether
+    // what happens to its files is seen.
+    bool follows(qsizetype folder) const { return m_state.value(folder, Refused) != Refused; }
 
     // For tests: the system's limit as if it were this many watches.
     void setLimit(qsizetype watches) { m_limit = watches; }
@@ -44,18 +48,30 @@ Q_SIGNALS:
     // Files of watched folders were written, replaced, created, deleted or moved: by the folder's place
     // in the list given to watch() and the file's name in it.
     void changed(const QList<std::pair<qsizetype, QByteArray>>& files);
-    // The folder itself went (deleted, moved away, unmounted): every file in it is to be looked at.
+    // The folder itself went (deleted, moved away, unmounted): every file in it is to be looked at. It
+    // is waited for from then on.
     void folderGone(qsizetype folder);
+    // A folder that was missing is there (again): every file in it is to be looked at.
+    void folderBack(qsizetype folder);
     // The kernel dropped events: anything may have changed.
     void overflowed();
 
 private:
+    enum State : quint8 { Refused, Watched, Waiting };
+    // Watches the folder at a place; false, with errno, when it cannot be.
+    bool watchFolder(qsizetype place);
+    // Watches the nearest parent of the missing folder that is there, until the folder is.
+    void waitFor(qsizetype place);
+    // A parent of waited-for folders has a new folder in it, or went itself: each looks again.
+    void lookForWaiting(int parent);
     void read();
 
     int m_fd = -1;
     QSocketNotifier* m_notifier = nullptr;
-    QHash<int, qsizetype> m_folders; // watch descriptor to the folder's place
-    QList<bool> m_watched;           // by place
+    QList<QByteArray> m_paths;              // by place
+    QList<State> m_state;                   // by place
+    QHash<int, qsizetype> m_folders;        // watch descriptor to the place of the folder it watches
+    QHash<int, QList<qsizetype>> m_waiting; // watch descriptor of a parent to the folders waited for
     qsizetype m_limit = std::numeric_limits<qsizetype>::max();
 };
 

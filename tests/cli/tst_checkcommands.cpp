@@ -90,7 +90,7 @@ private Q_SLOTS:
                QStringList{"fixed\ta.mp3", "fixed\tb.mp3", "gone\tc.mp3"},
                QString("2 fixed, 0 still, 1 not found, 0 changed kind"));
         addRow("changed, ended by SIGTERM, to a file", int(V2), SIGTERM, QStringList{"-o", "now.vzt"},
-               QStringList{"changed\tID3v1\ta.mp3", "fixed\tb.mp3", "gone\tc.mp3"},
+               QStringList{"changed\ta.mp3", "fixed\tb.mp3", "gone\tc.mp3"},
                QString("1 fixed, 0 still, 1 not found, 1 changed kind"));
         addRow("still, JSON Lines", int(V1), SIGINT, QStringList{"--json"},
                QStringList{"fixed\tb.mp3", "gone\tc.mp3", "still\tID3v2\ta.mp3"},

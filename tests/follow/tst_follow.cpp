@@ -118,11 +118,12 @@ private Q_SLOTS:
         QElapsedTimer clock;
         clock.start();
         // Each step changes the file: TagLib leaves a file alone that would not change.
+        qint64 lastWrite = 0;
         for (int tags : {NoTag, V2, NoTag, BothTags}) {
             QVERIFY(setTags(file, tags));
+            lastWrite = clock.elapsed();
             QTest::qWait(follow::FixFollower::kSettleMs / 3);
         }
-        const qint64 lastWrite = clock.elapsed();
         QVERIFY(changed.wait(5000));
         QVERIFY(clock.elapsed() >=
                 lastWrite + follow::FixFollower::kSettleMs - follow::FixFollower::kSettleMs / 3);
@@ -135,6 +136,26 @@ private Q_SLOTS:
         QVERIFY(setTags(file, V2));
         QVERIFY(!changed.wait(follow::FixFollower::kSettleMs * 3));
         QCOMPARE(looks.load(), 1);
+    }
+
+    // Missing when followed, or gone while followed: a folder is waited for, and its files looked at
+    // once it is there.
+    void aFolderIsFollowedOnceItIsThere() {
+        QTemporaryDir home;
+        const QString folder = home.filePath("Later/Abba");
+        follow::FixFollower follower;
+        follower.follow({{folder + "/a.mp3", ProblemKind::ID3v1}});
+        QCOMPARE(follower.foldersMissing(), 1);
+        QSignalSpy changed(&follower, &follow::FixFollower::changed);
+        QVERIFY(QDir().mkpath(folder) && writeMp3(folder + "/a.mp3", BothTags));
+        QTRY_COMPARE_WITH_TIMEOUT(follower.states().at(0).state, FileState::Fixed, 5000);
+        removeTree(home.filePath("Later"));
+        QTRY_COMPARE_WITH_TIMEOUT(follower.states().at(0).state, FileState::Gone, 5000);
+        // Back as it was listed, moved in whole.
+        QVERIFY(QDir().mkpath(home.filePath("Elsewhere/Abba")) &&
+                writeMp3(home.filePath("Elsewhere/Abba/a.mp3"), V2));
+        QVERIFY(QDir().rename(home.filePath("Elsewhere"), home.filePath("Later")));
+        QTRY_COMPARE_WITH_TIMEOUT(follower.states().at(0).state, FileState::Still, 5000);
     }
 
     void stillToDoIsWhatARecheckWouldWrite() {

@@ -40,12 +40,20 @@ void FullTextDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
         shown.font.setStrikeOut(true);
         shown.fontMetrics = QFontMetrics(shown.font);
     }
-    const QString note = index.data(kNoteRole).toString();
+    QString note = index.data(kNoteRole).toString();
     const QRect textRect = style->subElementRect(QStyle::SE_ItemViewItemText, &shown, widget);
     const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, widget) + 1;
     const QFontMetrics& metrics = shown.fontMetrics;
     const int tick = mark == TextMark::Done ? metrics.height() : 0;
-    const int noteWidth = note.isEmpty() ? 0 : metrics.horizontalAdvance(note) + tick + metrics.height();
+    int noteWidth = note.isEmpty() ? 0 : metrics.horizontalAdvance(note) + tick + metrics.height();
+    // Where the note would cut into the file's name, a marked item says it by its mark alone (the
+    // check mark, the line through it); the words stay in its tooltip and for a screen reader.
+    const qsizetype cut = std::max(shown.text.lastIndexOf(u'\\'), shown.text.lastIndexOf(u'/'));
+    const int nameNeeds = metrics.horizontalAdvance(QStringLiteral("…") + shown.text.mid(cut));
+    if (mark != TextMark::None && noteWidth > 0 && textRect.width() - 2 * margin - noteWidth < nameNeeds) {
+        note.clear();
+        noteWidth = tick > 0 ? tick + metrics.height() / 2 : 0;
+    }
     // A path cut in the middle keeps its file's whole name where there is room for it. Only what is
     // drawn is cut: the size hint, which tells whether the tooltip is needed, measures the whole text.
     if ((shown.textElideMode == Qt::ElideMiddle || noteWidth > 0) && !shown.text.isEmpty()) {

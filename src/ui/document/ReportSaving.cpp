@@ -60,6 +60,10 @@ bool ReportDocument::saveAs() {
     ReportOrigin saved = lacking({origin.notRead, origin.endedEarly, origin.leftOut});
     saved.names = origin.names;
     setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, std::move(saved));
+    // What was written is not what is shown: the window shows the file it names.
+    if (rewrite) {
+        reload();
+    }
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "Version.h"
 #include "follow/FixFollower.h"
 #include "settings/Preferences.h"
+#include "settings/Texts.h"
 #include "ui/common/MenuItems.h"
 #include "ui/common/PathQuestion.h"
 #include "ui/document/ReportDocument.h"
@@ -26,7 +27,10 @@ FixFollowing::FixFollowing(Window window, QObject* parent)
     connect(submnuFollowFixes, &QAction::toggled, this, &FixFollowing::submnuFollowFixes_Click);
     // What was seen of the last report goes with it at once; the new one is followed once the document
     // says who made it, which tells how its names lead to files.
-    connect(m_window.document, &ReportDocument::shown, this, &FixFollowing::forget);
+    connect(m_window.document, &ReportDocument::shown, this, [this] {
+        forget();
+        m_afresh = true;
+    });
     connect(m_window.document, &ReportDocument::shown, this, &FixFollowing::restart, Qt::QueuedConnection);
     connect(m_follower, &follow::FixFollower::changed, this, &FixFollowing::changed);
     for (QAction* action : m_window.mayMap) {
@@ -107,8 +111,19 @@ void FixFollowing::restart() {
         const QString local = mapping.map(entry.Path);
         files.append({local.startsWith(u'/') ? shownFileName(local, names) : QString(), entry.Kind});
     }
-    m_follower->follow(files);
-    m_since = QDateTime::currentDateTime();
+    // The report shown is followed from its opening; after a pause (Follow Fixes off, or another
+    // folder mapping) what was seen of it stays, looked at again.
+    if (std::exchange(m_afresh, false)) {
+        m_follower->follow(files);
+        m_since = QDateTime::currentDateTime();
+        // A report none of whose files is here (a Windows report no mapping leads to) is not followed:
+        // said once, in passing, rather than not at all.
+        if (m_follower->followedFiles() == 0 && m_follower->foldersOverLimit() == 0) {
+            m_window.note(uiText(txt::NothingHere));
+        }
+    } else {
+        m_follower->resume(files);
+    }
     m_window.list->setFollowStates(&m_follower->states());
     m_window.document->model()->setFollowStates(&m_follower->states());
     showCount();
@@ -123,15 +138,7 @@ void FixFollowing::changed(const QList<qsizetype>& entries) {
 }
 
 void FixFollowing::showCount() {
-    // Said once something was seen (the report's word stands until then), or when folders cannot be
-    // followed.
-    const follow::FollowStates& states = m_follower->states();
-    if (states.count(follow::FileState::AsListed) == states.size() && m_follower->foldersOverLimit() == 0) {
-        m_window.status({});
-        return;
-    }
-    const QString line = followedLine(states, m_follower->foldersOverLimit());
-    m_window.status(line);
+    m_window.status(followedLine(m_follower->states(), m_follower->foldersOverLimit()));
 }
 
 } // namespace zentoria

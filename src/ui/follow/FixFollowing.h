@@ -32,6 +32,8 @@ public:
         FileListModel* list = nullptr;
         // Shows the count in the status bar; an empty text takes it away.
         std::function<void(const QString& text)> status;
+        // A passing line in the status bar.
+        std::function<void(const QString& text)> note;
         // Actions after which the stored folder mappings may have changed (they ask where a Windows
         // folder is): a Windows report is followed anew once its files can be found here.
         QList<QAction*> mayMap;
@@ -65,6 +67,8 @@ private:
     QDateTime m_since;
     // The stored mappings it was followed through.
     QString m_mappings;
+    // Set while the report shown was not followed yet.
+    bool m_afresh = true;
     QAction* submnuFollowFixes;
 };
 

@@ -80,6 +80,10 @@ bool StatusBar::setPanelWidth(const QString& key, double widthTwips) {
 
 void StatusBar::setPanelText(const QString& key, const QString& text) {
     if (QLabel* label = panel(key)) {
+        // What a panel says anew is newer than a passing line over it.
+        if (!text.isEmpty() && text != label->text()) {
+            m_message->hide();
+        }
         label->setText(text);
         label->setToolTip(text);
         placePanels();

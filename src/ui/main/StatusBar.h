@@ -27,7 +27,7 @@ public:
     // False, and nothing changes, for an unknown key or a negative width.
     bool setPanelWidth(const QString& key, double widthTwips);
     // Shows the text in the panel of the key, whole in its tooltip; a text longer than the panel takes
-    // the room of the empty panels on its left.
+    // the room of the empty panels on its left. A new text takes the passing line away.
     void setPanelText(const QString& key, const QString& text);
     // A widget that covers every panel while it is shown (the progress of long work), kept as large as
     // the bar. The bar takes it as its child.

@@ -91,7 +91,7 @@ frmMain::frmMain(QWidget* parent)
     const QList<QAction*> mayMap{m_handOff->openWithAction(), m_handOff->exportAction(),
                                  m_handOff->copyAction(), m_handOff->preferencesAction()};
     const auto status = [this](const QString& text) { SB->setPanelText(QStringLiteral("Blank"), text); };
-    m_follow = new FixFollowing({m_document, LV->listModel(), status, mayMap}, this);
+    m_follow = new FixFollowing({m_document, LV->listModel(), status, note, mayMap}, this);
     createMenus();
     updateMinimumSize(readLayoutInput());
     const QRect client = twipsRectToPixels(0, 0, kClientWidth, kClientHeight, logicalDpi(this));

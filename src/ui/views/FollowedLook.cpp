@@ -80,25 +80,30 @@ QString fixedAmong(qsizetype fixed, qsizetype listed) {
 }
 
 QString followedLine(const follow::FollowStates& states, qsizetype foldersOverLimit) {
-    QStringList parts{fixedAmong(states.count(FileState::Fixed), states.size())};
     const QLocale locale;
+    QStringList parts;
+    // First, so that a narrow status bar still says it.
+    if (foldersOverLimit > 0) {
+        parts << (foldersOverLimit == 1
+                      ? uiText(txt::OneFolderOverLimit)
+                      : uiText(txt::FoldersOverLimit).arg(locale.toString(foldersOverLimit)));
+    }
+    // The report's word stands until something was seen.
+    if (states.count(FileState::AsListed) == states.size()) {
+        return parts.join(QString());
+    }
+    QStringList counts{fixedAmong(states.count(FileState::Fixed), states.size())};
     if (const qsizetype other = states.count(FileState::OtherKind); other > 0) {
-        parts << uiText(txt::OtherKindSinceOpened).arg(locale.toString(other));
+        counts << uiText(txt::OtherKindSinceOpened).arg(locale.toString(other));
     }
     if (const qsizetype gone = states.count(FileState::Gone); gone > 0) {
-        parts << uiText(txt::GoneSinceOpened).arg(locale.toString(gone));
+        counts << uiText(txt::GoneSinceOpened).arg(locale.toString(gone));
     }
     if (const qsizetype unreadable = states.count(FileState::Unreadable); unreadable > 0) {
-        parts << uiText(txt::UnreadableSinceOpened).arg(locale.toString(unreadable));
+        counts << uiText(txt::UnreadableSinceOpened).arg(locale.toString(unreadable));
     }
-    QString line = parts.join(QStringLiteral(", "));
-    if (foldersOverLimit > 0) {
-        line +=
-            QStringLiteral("; ") +
-            (foldersOverLimit == 1 ? uiText(txt::OneFolderOverLimit)
-                                   : uiText(txt::FoldersOverLimit).arg(locale.toString(foldersOverLimit)));
-    }
-    return line;
+    parts << counts.join(QStringLiteral(", "));
+    return parts.join(QStringLiteral("; "));
 }
 
 } // namespace zentoria

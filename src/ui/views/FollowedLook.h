@@ -12,8 +12,9 @@ namespace zentoria {
 // Nothing for a file as the report lists it, so that such a file looks as it always did.
 QVariant followedData(const follow::Seen& seen, int role, const QString& name);
 
-// The status bar's line for what following has seen: "12 of 300 fixed since the report was opened",
-// what else changed, and the folders past the system's limit of watches.
+// The status bar's line for what following has seen: the folders past the system's limit of watches,
+// then, once anything was seen, "12 of 300 fixed since the report was opened" and what else changed;
+// empty when there is nothing to say.
 QString followedLine(const follow::FollowStates& states, qsizetype foldersOverLimit);
 
 // The same count for the entries of one kind, for its tooltip.

@@ -3,6 +3,7 @@
 #include <QSocketNotifier>
 
 #include <cerrno>
+#include <fcntl.h>
 #include <sys/inotify.h>
 #include <unistd.h>
 
@@ -45,6 +46,12 @@ FolderWatch::Added FolderWatch::watch(const QList<QByteArray>& folders) {
         }
         m_notifier = new QSocketNotifier(m_fd, QSocketNotifier::Read, this);
         connect(m_notifier, &QSocketNotifier::activated, this, &FolderWatch::read);
+        // Polling the mount table wakes only when it changed; without it, mounts go unseen.
+        m_mounts = ::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC);
+        if (m_mounts >= 0) {
+            m_mountNotifier = new QSocketNotifier(m_mounts, QSocketNotifier::Exception, this);
+            connect(m_mountNotifier, &QSocketNotifier::activated, this, &FolderWatch::mountsChanged);
+        }
     }
     for (qsizetype i = 0; i < folders.size(); ++i) {
         if (watchFolder(i)) {
@@ -88,7 +95,9 @@ void FolderWatch::waitFor(qsizetype place) {
         }
         const int wd = ::inotify_add_watch(m_fd, parent.constData(), kParentEvents);
         if (wd >= 0) {
-            m_waiting[wd].append(place);
+            if (QList<qsizetype>& waiting = m_waiting[wd]; !waiting.contains(place)) {
+                waiting.append(place);
+            }
             m_state[place] = Waiting;
             break;
         }
@@ -117,10 +126,54 @@ void FolderWatch::lookForWaiting(int parent) {
     }
 }
 
+void FolderWatch::mountsChanged() {
+    QHash<qsizetype, int> watchOf;
+    for (auto it = m_folders.cbegin(); it != m_folders.cend(); ++it) {
+        watchOf.insert(it.value(), it.key());
+    }
+    for (qsizetype place = 0; place < m_paths.size(); ++place) {
+        if (m_state.at(place) == Waiting) {
+            // Its parent's watch may be on a folder the mount covers now: waited for anew.
+            if (watchFolder(place)) {
+                Q_EMIT folderBack(place);
+            } else {
+                waitFor(place);
+            }
+            continue;
+        }
+        const auto old = watchOf.constFind(place);
+        if (m_state.at(place) != Watched || old == watchOf.cend()) {
+            continue;
+        }
+        const int wd =
+            ::inotify_add_watch(m_fd, m_paths.at(place).constData(),
+                                kFileEvents | kFolderEvents | IN_ONLYDIR | IN_EXCL_UNLINK | IN_MASK_ADD);
+        if (wd == *old) {
+            continue; // the same folder as before
+        }
+        // Another folder by that path, or none: the old watch tells nothing of it any more.
+        m_folders.remove(*old);
+        ::inotify_rm_watch(m_fd, *old);
+        if (wd >= 0 && !m_folders.contains(wd)) {
+            m_folders.insert(wd, place);
+            Q_EMIT folderBack(place);
+        } else {
+            Q_EMIT folderGone(place);
+            waitFor(place);
+        }
+    }
+}
+
 void FolderWatch::clear() {
     // Closing the descriptor drops every watch at once, 32,766 of them included.
     delete m_notifier;
     m_notifier = nullptr;
+    delete m_mountNotifier;
+    m_mountNotifier = nullptr;
+    if (m_mounts >= 0) {
+        ::close(m_mounts);
+        m_mounts = -1;
+    }
     if (m_fd >= 0) {
         ::close(m_fd);
         m_fd = -1;

@@ -14,7 +14,8 @@ namespace zentoria::follow {
 // Folders watched by the kernel (inotify) for what a tag editor does to the files in them: a file
 // written in place and closed, a file renamed over another (how most editors save), a file deleted or
 // moved away. One watch per folder however many files it holds. A folder that is missing (or goes) is
-// waited for: its nearest existing parent is watched until it is there again. Nothing runs while
+// waited for: its nearest existing parent is watched until it is there again, and every path is
+// watched anew when a file system is mounted or unmounted. Nothing runs while
 // nothing changes: the watch is a descriptor the event loop waits on.
 class FolderWatch : public QObject {
     Q_OBJECT
@@ -64,10 +65,16 @@ private:
     void waitFor(qsizetype place);
     // A parent of waited-for folders has a new folder in it, or went itself: each looks again.
     void lookForWaiting(int parent);
+    // A file system was mounted or unmounted: a folder's path may lead elsewhere now (a share mounted
+    // over an empty folder, say), which no watch on the old folder tells. Each path is watched anew.
+    void mountsChanged();
     void read();
 
     int m_fd = -1;
     QSocketNotifier* m_notifier = nullptr;
+    // The mount table, which the kernel marks when it changes.
+    int m_mounts = -1;
+    QSocketNotifier* m_mountNotifier = nullptr;
     QList<QByteArray> m_paths;              // by place
     QList<State> m_state;                   // by place
     QHash<int, qsizetype> m_folders;        // watch descriptor to the place of the folder it watches

@@ -3,6 +3,8 @@
 #include "report/FileNameForm.h"
 
 #include <QElapsedTimer>
+#include <QProcess>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -156,6 +158,25 @@ private Q_SLOTS:
                 writeMp3(home.filePath("Elsewhere/Abba/a.mp3"), V2));
         QVERIFY(QDir().rename(home.filePath("Elsewhere"), home.filePath("Later")));
         QTRY_COMPARE_WITH_TIMEOUT(follower.states().at(0).state, FileState::Still, 5000);
+    }
+
+    // A share mounted on its empty folder after the report was opened: no watch on the empty folder
+    // sees into it, the mount table does.
+    void aShareMountedLaterIsFollowed() {
+        QTemporaryDir home;
+        const QString share = home.filePath("share");
+        QVERIFY(QDir().mkpath(share));
+        follow::FixFollower follower;
+        follower.follow({{share + "/Abba/a.mp3", ProblemKind::ID3v1}});
+        if (QProcess::execute("mount", {"-t", "tmpfs", "zentoria-share", share}) != 0) {
+            QSKIP("no file system can be mounted here");
+        }
+        // Taken away however the test ends, so that its folder can go.
+        const auto unmount = qScopeGuard([&share] { QProcess::execute("umount", {"-q", share}); });
+        QVERIFY(QDir().mkpath(share + "/Abba") && writeMp3(share + "/Abba/a.mp3", BothTags));
+        QTRY_COMPARE_WITH_TIMEOUT(follower.states().at(0).state, FileState::Fixed, 5000);
+        QCOMPARE(QProcess::execute("umount", {share}), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(follower.states().at(0).state, FileState::Gone, 5000);
     }
 
     void stillToDoIsWhatARecheckWouldWrite() {

@@ -163,12 +163,10 @@ private Q_SLOTS:
         // Following what cannot change ends at once instead of waiting for ever.
         row("follow: no file here", "recheck --follow @mixed.vzt", 2, "",
             "mixed.vzt: none of its files is on this computer (is --map right?); nothing to follow");
-        addRow(
-            "follow: folders missing",
-            QStringList{"recheck", "--follow", "--map", "C:\\Music=" + m_dir.filePath("none"),
-                        dataFile("mixed.vzt")},
-            2, QString(),
-            QString("none of the folders of its files can be watched: 3 folders missing"));
+        addRow("follow: folders missing",
+               QStringList{"recheck", "--follow", "--map", "C:\\Music=" + m_dir.filePath("none"),
+                           dataFile("mixed.vzt")},
+               2, QString(), QString("none of the folders of its files can be watched: 3 folders missing"));
         row("follow: no files", "recheck --follow @noproblems.vzt", 2, "",
             "it lists no files; nothing to follow");
         // A check of the report's own folder: it holds no MP3 file.

@@ -323,9 +323,7 @@ int recheckRead(const RecheckRequest& request, const ReportReadResult& report, Q
         again.recheck = true;
         again.notChecked = result.notFound.size();
         again.unreachable = result.unreachableFiles();
-        again.notRead = missing.notRead;
-        again.endedEarly = missing.endedEarly;
-        again.leftOut = missing.leftOut;
+        again.carry(missing);
         again.names = reading;
         made = reportBytes(again, result.now);
     }

@@ -15,6 +15,8 @@ namespace {
 // an editor that writes a new file under the old name after deleting it.
 constexpr quint32 kFileEvents = IN_CLOSE_WRITE | IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE | IN_CREATE;
 constexpr quint32 kFolderEvents = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT;
+// A followed folder, added to what it may be watched for already, as the parent of one waited for.
+constexpr quint32 kFollowedEvents = kFileEvents | kFolderEvents | IN_ONLYDIR | IN_EXCL_UNLINK | IN_MASK_ADD;
 // A parent waited on: a folder made or moved into it, or the parent itself going. Added to what the
 // same folder may be watched for already, as a followed folder.
 constexpr quint32 kParentEvents = IN_CREATE | IN_MOVED_TO | kFolderEvents | IN_ONLYDIR | IN_MASK_ADD;
@@ -71,9 +73,7 @@ bool FolderWatch::watchFolder(qsizetype place) {
         errno = ENOSPC;
         return false;
     }
-    const int wd =
-        ::inotify_add_watch(m_fd, m_paths.at(place).constData(),
-                            kFileEvents | kFolderEvents | IN_ONLYDIR | IN_EXCL_UNLINK | IN_MASK_ADD);
+    const int wd = ::inotify_add_watch(m_fd, m_paths.at(place).constData(), kFollowedEvents);
     if (wd < 0) {
         return false;
     }
@@ -145,9 +145,7 @@ void FolderWatch::mountsChanged() {
         if (m_state.at(place) != Watched || old == watchOf.cend()) {
             continue;
         }
-        const int wd =
-            ::inotify_add_watch(m_fd, m_paths.at(place).constData(),
-                                kFileEvents | kFolderEvents | IN_ONLYDIR | IN_EXCL_UNLINK | IN_MASK_ADD);
+        const int wd = ::inotify_add_watch(m_fd, m_paths.at(place).constData(), kFollowedEvents);
         if (wd == *old) {
             continue; // the same folder as before
         }

@@ -32,7 +32,10 @@ public:
     int entryCount() const { return static_cast<int>(m_entries.size()); }
     bool isEntry(int position) const { return position > folderCount(); }
     // The entry behind an entry node's position.
-    const ReportEntry& entry(int position) const { return m_entries.at(position - folderCount() - 1); }
+    const ReportEntry& entry(int position) const { return m_entries.at(entryIndex(position)); }
+    // An entry's place among the entries, from its position, and back.
+    qsizetype entryIndex(int position) const { return position - folderCount() - 1; }
+    int entryPosition(qsizetype index) const { return folderCount() + 1 + int(index); }
     // Every entry, in the order they were added.
     const QList<ReportEntry>& entries() const { return m_entries; }
 

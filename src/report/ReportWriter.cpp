@@ -48,7 +48,7 @@ QByteArray reportBytes(const ReportOrigin& origin, const QList<ReportEntry>& ent
               ? ", followed since it was opened on " +
                     origin.followedSince.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")).toUtf8()
               : QByteArray()));
-    line(problemFilesLine(entries.size(), {origin.notRead, origin.endedEarly, origin.leftOut}));
+    line(problemFilesLine(entries.size(), origin.missing()));
     if (origin.recheck) {
         const QByteArray kept = " (listed with their earlier kind)";
         line("  Not found: " + QByteArray::number(origin.notChecked) + (origin.notChecked > 0 ? kept : "") +

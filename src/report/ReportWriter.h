@@ -2,6 +2,7 @@
 
 #include "report/FileNameForm.h"
 #include "report/ReportEntry.h"
+#include "report/ReportHeader.h"
 
 #include <QDateTime>
 #include <QList>
@@ -34,6 +35,13 @@ struct ReportOrigin {
     qsizetype unreachable = 0;
     qint64 notRead = 0;
     bool endedEarly = false;
+    // What the report lacks, as one: read from these three, and carried on into the next report.
+    MissingRecords missing() const { return {notRead, endedEarly, leftOut}; }
+    void carry(const MissingRecords& missing) {
+        notRead = missing.notRead;
+        endedEarly = missing.endedEarly;
+        leftOut = missing.leftOut;
+    }
     // How the entries' paths lead back to files: a re-check of a report from Windows keeps that
     // report's names, and says so, so that a re-check of the re-check reads them the same way.
     NameReading names = NameReading::Escaped;

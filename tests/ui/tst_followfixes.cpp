@@ -172,6 +172,11 @@ private Q_SLOTS:
         QTRY_COMPARE(f.shown(), (QStringList{"Fernando:0:", "SOS:0:still lacking", "Waterloo:0:"}));
         QVERIFY(setTags(f.file("Chiquitita"), BothTags));
         QTRY_COMPARE(f.status->text(), QStringLiteral("1 of 4 fixed since the report was opened"));
+        // A re-check's result is followed afresh: Fernando and SOS are left, nothing seen of them yet.
+        f.trigger("submnuRecheck");
+        QTRY_COMPARE(f.follower().states().size(), 2);
+        QCOMPARE(f.follower().states().count(follow::FileState::AsListed), 2);
+        QVERIFY(f.status->text().isEmpty());
     }
 
     void foldersPastTheWatchLimitAreCounted() {
@@ -197,10 +202,18 @@ private Q_SLOTS:
         f.open(f.home.filePath("windows.txt"));
         QTRY_VERIFY(f.follower().isFollowing());
         QCOMPARE(f.follower().followedFiles(), 0);
-        write(settings::PathMap, "C:\\Music=" + f.home.filePath("Music"));
+        // Not followed, and said so in passing.
+        const QLabel* passing = f.child<QLabel>("lblStatusMessage");
+        QVERIFY(passing->isVisible() &&
+                passing->accessibleName().startsWith("Not followed: none of the report's files"));
+        // Export asks where C:\\Music is; the answer is stored, and following takes it.
+        f.dialogs->setChooser([&f](const CommonDialog& request) {
+            return request.DialogTitle == "PathMap" ? "C:\\Music=" + f.home.filePath("Music")
+                                                    : f.home.filePath("abba.m3u8");
+        });
         f.activate("ID3v1");
         clickIndex(f.list, rowIndex(f.list, 0));
-        f.trigger("submnuCopy");
+        f.trigger("submnuExport");
         QCOMPARE(f.follower().followedFiles(), 1);
         QVERIFY(setTags(f.file("Waterloo"), BothTags));
         QTRY_COMPARE(f.status->text(), QStringLiteral("1 of 1 fixed since the report was opened"));

@@ -167,7 +167,7 @@ void CollectionCheck::submnuRecheck_Click() {
     const QList<ReportEntry> listed = document.entries();
     // What the report lacks stays with its files checked again, so that no saved re-check drops it.
     const ReportOrigin& before = document.origin();
-    const MissingRecords missing{before.notRead, before.endedEarly, before.leftOut};
+    const MissingRecords missing = before.missing();
     const NameReading names = before.names;
     QString report =
         document.path().isEmpty() ? document.origin().folders.join(QStringLiteral("; ")) : document.path();
@@ -211,9 +211,7 @@ void CollectionCheck::submnuRecheck_Click() {
             made.names = names;
             made.notChecked = result->notFound.size();
             made.unreachable = result->unreachableFiles();
-            made.notRead = missing.notRead;
-            made.endedEarly = missing.endedEarly;
-            made.leftOut = missing.leftOut;
+            made.carry(missing);
             m_window.document->showResult(result->now, name, std::move(made),
                                           ReportDocument::Source::Recheck);
             rechecked(*result, missing);

@@ -12,6 +12,21 @@ PathMappings storedPathMappings() {
     return PathMappings::parse(readPathText(settings::PathMap)).value_or(PathMappings{});
 }
 
+void storePathMappings(const PathMappings& mappings) {
+    const QString text = mappings.toText();
+    const bool changed = text != storedPathMappings().toText();
+    // Written even when the same: a stored value, even an empty one, says the user was asked.
+    write(settings::PathMap, text);
+    if (changed) {
+        Q_EMIT PathMappingStore::instance().changed();
+    }
+}
+
+PathMappingStore& PathMappingStore::instance() {
+    static PathMappingStore store;
+    return store;
+}
+
 std::optional<PathMappings> pathMappingsFor(const QStringList& paths, const QStringList& reportPaths,
                                             CommonDialog& dialog, QWidget* parent,
                                             const std::function<void(const QString&)>& tell) {
@@ -41,7 +56,7 @@ std::optional<PathMappings> pathMappingsFor(const QStringList& paths, const QStr
             break;
         }
         mappings.list << *answer;
-        write(settings::PathMap, mappings.toText());
+        storePathMappings(mappings);
         const QStringList left = unmapped(asked);
         if (left.size() == asked.size()) {
             break;

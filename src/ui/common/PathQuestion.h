@@ -2,6 +2,7 @@
 
 #include "export/PathMapping.h"
 
+#include <QObject>
 #include <QStringList>
 
 #include <functional>
@@ -15,6 +16,21 @@ class CommonDialog;
 
 // Where the user said the report's folders are; none when nothing was said or it cannot be read.
 PathMappings storedPathMappings();
+
+// Stores where the report's folders are, as the question below or Preferences heard it, and tells
+// whoever finds files through them (PathMappingStore::changed).
+void storePathMappings(const PathMappings& mappings);
+
+// Tells when storePathMappings stored other mappings than before, whichever dialog asked.
+class PathMappingStore : public QObject {
+    Q_OBJECT
+
+public:
+    static PathMappingStore& instance();
+
+Q_SIGNALS:
+    void changed();
+};
 
 // The path mappings to use for these paths of the report: the stored ones, and the user's answer for
 // each Windows folder of them that no mapping covers yet. The first guess at that folder is the one

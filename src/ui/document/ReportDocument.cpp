@@ -55,14 +55,6 @@ ReportDocument::ReportDocument(QObject* parent)
     connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &ReportDocument::fileChanged);
 }
 
-ReportOrigin ReportDocument::lacking(const MissingRecords& missing) {
-    ReportOrigin origin;
-    origin.notRead = missing.notRead;
-    origin.endedEarly = missing.endedEarly;
-    origin.leftOut = missing.leftOut;
-    return origin;
-}
-
 void ReportDocument::attach(Window window) {
     m_window = std::move(window);
     m_recent = new RecentReports(
@@ -135,7 +127,9 @@ void ReportDocument::open(const QString& file) {
     // What the report lacks goes with it into a re-check of its files.
     const MissingRecords missing = result.missing();
     show(std::move(read.result.Entries), result.CreationDate);
-    ReportOrigin origin = lacking(missing);
+    // Of where a report came from, only what it lacks: what a reader of the file finds in its header.
+    ReportOrigin origin;
+    origin.carry(missing);
     origin.names = result.Names;
     setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, std::move(origin));
     if (result.Outcome == Outcome::NoProblems) {

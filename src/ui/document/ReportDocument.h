@@ -1,6 +1,5 @@
 #pragma once
 
-#include "report/ReportHeader.h"
 #include "report/ReportWriter.h"
 
 #include <QObject>
@@ -115,8 +114,6 @@ private:
     // Adds one report entry to the tree under its kind.
     void AddEntryNode(ReportEntry entry);
     void setSource(Source source, const QString& path, const QString& name, ReportOrigin origin);
-    // Of where a report came from, only what it lacks: what a reader of the file finds in its header.
-    static ReportOrigin lacking(const MissingRecords& missing);
     bool saveAs();
     void reload();
     void fileChanged(const QString& path);

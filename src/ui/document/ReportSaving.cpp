@@ -57,7 +57,8 @@ bool ReportDocument::saveAs() {
         return false;
     }
     // Saved, the report is a file like any other, whose names read as they were written.
-    ReportOrigin saved = lacking({origin.notRead, origin.endedEarly, origin.leftOut});
+    ReportOrigin saved;
+    saved.carry(origin.missing());
     saved.names = origin.names;
     setSource(Source::File, QFileInfo(file).absoluteFilePath(), {}, std::move(saved));
     // What was written is not what is shown: the window shows the file it names.

@@ -33,14 +33,12 @@ FixFollowing::FixFollowing(Window window, QObject* parent)
     });
     connect(m_window.document, &ReportDocument::shown, this, &FixFollowing::restart, Qt::QueuedConnection);
     connect(m_follower, &follow::FixFollower::changed, this, &FixFollowing::changed);
-    for (QAction* action : m_window.mayMap) {
-        // Connected after the action's own work, which asks and stores.
-        connect(action, &QAction::triggered, this, [this] {
-            if (m_follower->isFollowing() && storedPathMappings().toText() != m_mappings) {
-                restart();
-            }
-        });
-    }
+    // A Windows report is followed once its files can be found here, whichever dialog said where.
+    connect(&PathMappingStore::instance(), &PathMappingStore::changed, this, [this] {
+        if (m_follower->isFollowing() && storedPathMappings().toText() != m_mappings) {
+            restart();
+        }
+    });
     // What is still to do, as a re-check would write it, once following saw anything the report does
     // not say.
     m_window.document->setRewriter(
@@ -69,9 +67,7 @@ ReportDocument::Rewrite FixFollowing::stillToDo() const {
     made.recheck = true;
     made.followedSince = m_since;
     made.notChecked = left.notFound;
-    made.notRead = before.notRead;
-    made.endedEarly = before.endedEarly;
-    made.leftOut = before.leftOut;
+    made.carry(before.missing());
     made.names = before.names;
     return {left.entries, made};
 }

@@ -34,9 +34,6 @@ public:
         std::function<void(const QString& text)> status;
         // A passing line in the status bar.
         std::function<void(const QString& text)> note;
-        // Actions after which the stored folder mappings may have changed (they ask where a Windows
-        // folder is): a Windows report is followed anew once its files can be found here.
-        QList<QAction*> mayMap;
     };
 
     FixFollowing(Window window, QObject* parent);

@@ -151,7 +151,7 @@ void PreferencesDialog::accept() {
         }
         mappings.list << *mapping;
     }
-    write(settings::PathMap, mappings.toText());
+    storePathMappings(mappings);
     write(settings::TagEditor, txtTagEditor->text().trimmed());
     QDialog::accept();
 }

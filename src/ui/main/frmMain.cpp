@@ -88,10 +88,8 @@ frmMain::frmMain(QWidget* parent)
     m_check = new CollectionCheck({served, m_document, m_handOff->preferencesAction()}, this);
     SB->setWorkWidget(m_check->progressWidget());
     connect(m_check->progressWidget(), &CheckProgress::ended, SB, &StatusBar::showMessage);
-    const QList<QAction*> mayMap{m_handOff->openWithAction(), m_handOff->exportAction(),
-                                 m_handOff->copyAction(), m_handOff->preferencesAction()};
     const auto status = [this](const QString& text) { SB->setPanelText(QStringLiteral("Blank"), text); };
-    m_follow = new FixFollowing({m_document, LV->listModel(), status, note, mayMap}, this);
+    m_follow = new FixFollowing({m_document, LV->listModel(), status, note}, this);
     createMenus();
     updateMinimumSize(readLayoutInput());
     const QRect client = twipsRectToPixels(0, 0, kClientWidth, kClientHeight, logicalDpi(this));

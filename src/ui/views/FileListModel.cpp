@@ -74,12 +74,8 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     default:
         break;
     }
-    const int position = m_rows.at(index.row());
-    const qsizetype entry = position - m_nodes.folderCount() - 1;
-    if (m_states && m_nodes.isEntry(position) && entry < m_states->size()) {
-        return followedData(m_states->at(entry), role, text(index.row()));
-    }
-    return {};
+    const follow::Seen* seen = seenAt(m_states, m_nodes, m_rows.at(index.row()));
+    return seen ? followedData(*seen, role, text(index.row())) : QVariant();
 }
 
 void FileListModel::setFollowStates(const follow::FollowStates* states) {
@@ -95,9 +91,8 @@ void FileListModel::followedChanged(const QList<qsizetype>& entries) {
     }
     // One pass over the rows, whatever the number of entries that changed.
     const QSet<qsizetype> changed(entries.cbegin(), entries.cend());
-    const int first = m_nodes.folderCount() + 1;
     for (int row = 0; row < rowCount(); ++row) {
-        if (changed.contains(m_rows.at(row) - first)) {
+        if (changed.contains(m_nodes.entryIndex(m_rows.at(row)))) {
             Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
         }
     }

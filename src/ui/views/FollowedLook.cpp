@@ -1,5 +1,6 @@
 #include "FollowedLook.h"
 
+#include "report/NodeCollection.h"
 #include "settings/Texts.h"
 #include "ui/common/FailureWording.h"
 #include "ui/common/FullTextDelegate.h"
@@ -12,41 +13,37 @@ namespace {
 
 using follow::FileState;
 
+// The words of each state after AsListed, in the order of FileState: the short note and the sentence.
+// Another kind names the kind in both; an unreadable file's sentence says why.
+struct StateWords {
+    TextKey note;
+    TextKey sentence;
+};
+constexpr StateWords kWords[follow::kFileStates - 1] = {
+    {txt::NoteFixed, txt::StateFixed},           {txt::NoteStill, txt::StateStill},
+    {txt::NoteOtherKind, txt::StateOtherKind},   {txt::NoteGone, txt::StateGone},
+    {txt::NoteUnreadable, txt::StateUnreadable},
+};
+
+const StateWords& wordsOf(FileState state) {
+    return kWords[int(state) - 1];
+}
+
 QString note(const follow::Seen& seen) {
-    switch (seen.state) {
-    case FileState::AsListed:
-        break;
-    case FileState::Fixed:
-        return uiText(txt::NoteFixed);
-    case FileState::Still:
-        return uiText(txt::NoteStill);
-    case FileState::OtherKind:
-        return uiText(txt::NoteOtherKind).arg(kindCaption(seen.kind));
-    case FileState::Gone:
-        return uiText(txt::NoteGone);
-    case FileState::Unreadable:
-        return uiText(txt::NoteUnreadable);
-    }
-    return {};
+    const QString words = uiText(wordsOf(seen.state).note);
+    return seen.state == FileState::OtherKind ? words.arg(kindCaption(seen.kind)) : words;
 }
 
 QString sentence(const follow::Seen& seen) {
+    const QString words = uiText(wordsOf(seen.state).sentence);
     switch (seen.state) {
-    case FileState::AsListed:
-        break;
-    case FileState::Fixed:
-        return uiText(txt::StateFixed);
-    case FileState::Still:
-        return uiText(txt::StateStill);
     case FileState::OtherKind:
-        return uiText(txt::StateOtherKind).arg(kindCaption(seen.kind));
-    case FileState::Gone:
-        return uiText(txt::StateGone);
+        return words.arg(kindCaption(seen.kind));
     case FileState::Unreadable:
-        return uiText(txt::StateUnreadable)
-            .arg(scan::describe({QString(), seen.obstacle, seen.error}, failureWording()));
+        return words.arg(scan::describe({QString(), seen.obstacle, seen.error}, failureWording()));
+    default:
+        return words;
     }
-    return {};
 }
 
 TextMark mark(FileState state) {
@@ -56,6 +53,13 @@ TextMark mark(FileState state) {
 }
 
 } // namespace
+
+const follow::Seen* seenAt(const follow::FollowStates* states, const NodeCollection& nodes, int position) {
+    if (!states || !nodes.isEntry(position) || nodes.entryIndex(position) >= states->size()) {
+        return nullptr;
+    }
+    return &states->at(nodes.entryIndex(position));
+}
 
 QVariant followedData(const follow::Seen& seen, int role, const QString& name) {
     if (seen.state == FileState::AsListed) {

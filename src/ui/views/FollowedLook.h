@@ -6,6 +6,11 @@
 
 namespace zentoria {
 
+class NodeCollection;
+
+// What was seen of the entry at a tree position; none for a folder, or while nothing is followed.
+const follow::Seen* seenAt(const follow::FollowStates* states, const NodeCollection& nodes, int position);
+
 // What the views show of a listed file while its fixes are followed, by role: the short note after its
 // name (kNoteRole), how its name is marked (kMarkRole), the sentence that the panel and the tooltip
 // give (Qt::ToolTipRole) and, for a screen reader, the name with its state (Qt::AccessibleTextRole).

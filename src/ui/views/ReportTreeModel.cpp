@@ -152,11 +152,8 @@ QVariant ReportTreeModel::data(const QModelIndex& index, int role) const {
     default:
         break;
     }
-    const qsizetype entry = position - m_nodes.folderCount() - 1;
-    if (m_states && m_nodes.isEntry(position) && entry < m_states->size()) {
-        return followedData(m_states->at(entry), role, m_nodes.text(position));
-    }
-    return {};
+    const follow::Seen* seen = seenAt(m_states, m_nodes, position);
+    return seen ? followedData(*seen, role, m_nodes.text(position)) : QVariant();
 }
 
 void ReportTreeModel::setFollowStates(const follow::FollowStates* states) {
@@ -175,13 +172,12 @@ void ReportTreeModel::setFollowStates(const follow::FollowStates* states) {
 }
 
 void ReportTreeModel::followedChanged(const QList<qsizetype>& entries) {
-    const int first = m_nodes.folderCount() + 1;
     QSet<int> kinds;
     for (qsizetype entry : entries) {
         if (entry >= m_nodes.entryCount()) {
             continue;
         }
-        const int position = first + int(entry);
+        const int position = m_nodes.entryPosition(entry);
         kinds.insert(m_nodes.parentPosition(position));
         // Only entries the views were told of have an index.
         if (const QModelIndex shown = indexOf(position); shown.isValid()) {
@@ -211,11 +207,9 @@ QString ReportTreeModel::toolTip(int position) const {
         // was seen to change.
         qsizetype fixed = 0;
         bool seen = false;
-        const int first = m_nodes.folderCount() + 1;
         for (int child : m_nodes.children(position)) {
-            const qsizetype entry = child - first;
-            const follow::FileState state =
-                entry < m_states->size() ? m_states->at(entry).state : follow::FileState::AsListed;
+            const follow::Seen* childSeen = seenAt(m_states, m_nodes, child);
+            const follow::FileState state = childSeen ? childSeen->state : follow::FileState::AsListed;
             fixed += state == follow::FileState::Fixed ? 1 : 0;
             seen = seen || state != follow::FileState::AsListed;
         }
